@@ -1,0 +1,75 @@
+// The holder of a session handle.
+package halvorn.zerlin;
+
+/**
+ * A session handle: written by {@link Cryptoki#C_OpenSession}, read by every native that works in a session.
+ */
+public class CK_SESSION_HANDLE {
+    /**
+     * The handle, 0 to 4294967295; 0 is {@code CK_INVALID_HANDLE}. Only the low 32 bits reach the library.
+     */
+    public long m_value;
+
+    /** Makes a holder of {@code CK_INVALID_HANDLE}, for a native to fill. */
+    public CK_SESSION_HANDLE() {
+    }
+
+    /**
+     * Makes a holder of a handle.
+     *
+     * @param value the handle
+     */
+    public CK_SESSION_HANDLE(long value) {
+        m_value = value;
+    }
+
+    /**
+     * Tells the handle.
+     *
+     * @return the handle
+     */
+    public long getValue() {
+        return m_value;
+    }
+
+    /**
+     * Changes the handle.
+     *
+     * @param value the new handle
+     */
+    public void setValue(long value) {
+        m_value = value;
+    }
+
+    /**
+     * Compares the handles.
+     *
+     * @param other the object to compare with
+     * @return true for an object of the same class with the same handle
+     */
+    @Override
+    public boolean equals(Object other) {
+        return other != null && getClass() == other.getClass()
+                && m_value == ((CK_SESSION_HANDLE) other).m_value;
+    }
+
+    /**
+     * The hash code that belongs to {@link #equals}.
+     *
+     * @return the hash code of the handle
+     */
+    @Override
+    public int hashCode() {
+        return Long.hashCode(m_value);
+    }
+
+    /**
+     * Tells the handle.
+     *
+     * @return for example {@code "session 5"}
+     */
+    @Override
+    public String toString() {
+        return "session " + m_value;
+    }
+}

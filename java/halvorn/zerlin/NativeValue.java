@@ -1,0 +1,85 @@
+// Which Java values have a native form, and how many bytes that form takes.
+package halvorn.zerlin;
+
+import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
+import halvorn.zerlin.constants.TypedValue;
+
+final class NativeValue {
+    static final long UNKNOWN = -1;
+
+    private static final int ULONG_SIZE = 4;
+    private static final int DATE_SIZE = 8;
+
+    private NativeValue() {
+    }
+
+    // The bytes that the native form takes; UNKNOWN for a class that has none as a bare value.
+    static long length(Object value) {
+        if (value == null) {
+            return 0;
+        }
+        if (value instanceof byte[]) {
+            return ((byte[]) value).length;
+        }
+        if (value instanceof String) {
+            return modifiedUtf8Length((String) value);
+        }
+        if (value instanceof Long || value instanceof Integer || value instanceof TypedValue
+                || value instanceof CK_OBJECT_HANDLE || value instanceof CK_SESSION_HANDLE) {
+            return ULONG_SIZE;
+        }
+        if (value instanceof CK_BBOOL || value instanceof Boolean || value instanceof Byte) {
+            return 1;
+        }
+        if (value instanceof CK_DATE) {
+            return DATE_SIZE;
+        }
+        if (value instanceof CK_MECHANISM_TYPE[]) {
+            return (long) ULONG_SIZE * ((CK_MECHANISM_TYPE[]) value).length;
+        }
+        if (value instanceof long[]) {
+            return (long) ULONG_SIZE * ((long[]) value).length;
+        }
+        if (value instanceof int[]) {
+            return (long) ULONG_SIZE * ((int[]) value).length;
+        }
+        if (value instanceof boolean[]) {
+            return ((boolean[]) value).length;
+        }
+        if (value instanceof char[]) {
+            return ((char[]) value).length;
+        }
+        return UNKNOWN;
+    }
+
+    // The native side takes an int[] for a long[] and would read past its end.
+    static Object withoutIntArray(Object value) {
+        if (!(value instanceof int[])) {
+            return value;
+        }
+        int[] ints = (int[]) value;
+        long[] longs = new long[ints.length];
+        for (int i = 0; i < ints.length; i++) {
+            longs[i] = ints[i];
+        }
+        return longs;
+    }
+
+    // Only the length of what may be a secret, the rest in full.
+    static String describe(Object value) {
+        if (value instanceof String || value != null && value.getClass().isArray()) {
+            return value.getClass().getSimpleName() + " of " + length(value) + " bytes";
+        }
+        return String.valueOf(value);
+    }
+
+    // As the JVM writes a string for native code: NUL takes two bytes, each half of a surrogate pair three.
+    private static long modifiedUtf8Length(String text) {
+        long length = 0;
+        for (int i = 0; i < text.length(); i++) {
+            char c = text.charAt(i);
+            length += c != 0 && c < 0x80 ? 1 : c < 0x800 ? 2 : 3;
+        }
+        return length;
+    }
+}

@@ -1,0 +1,104 @@
+// The constants of the prefix CKK_, name for name and in the order of cryptoki.h.
+package halvorn.zerlin.constants;
+
+/**
+ * Key types, values of {@link CKA#KEY_TYPE}, for {@link CK_KEY_TYPE}.
+ *
+ * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
+ * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ */
+public final class CKK {
+    /** {@code CKK_RSA} */
+    public static final long RSA = 0x0L;
+    /** {@code CKK_DSA} */
+    public static final long DSA = 0x1L;
+    /** {@code CKK_DH} */
+    public static final long DH = 0x2L;
+    /** {@code CKK_EC} */
+    public static final long EC = 0x3L;
+    /** {@code CKK_GENERIC_SECRET} */
+    public static final long GENERIC_SECRET = 0x10L;
+    /** {@code CKK_RC2} */
+    public static final long RC2 = 0x11L;
+    /** {@code CKK_RC4} */
+    public static final long RC4 = 0x12L;
+    /** {@code CKK_DES} */
+    public static final long DES = 0x13L;
+    /** {@code CKK_DES2} */
+    public static final long DES2 = 0x14L;
+    /** {@code CKK_DES3} */
+    public static final long DES3 = 0x15L;
+    /** {@code CKK_IDEA} */
+    public static final long IDEA = 0x1AL;
+    /** {@code CKK_CAST} */
+    public static final long CAST = 0x16L;
+    /** {@code CKK_CAST3} */
+    public static final long CAST3 = 0x17L;
+    /** {@code CKK_CAST128} */
+    public static final long CAST128 = 0x18L;
+    /** Alias of {@link #CAST128}. */
+    public static final long CAST5 = 0x18L;
+    /** {@code CKK_SKIPJACK} */
+    public static final long SKIPJACK = 0x1BL;
+    /** {@code CKK_BATON} */
+    public static final long BATON = 0x1CL;
+    /** {@code CKK_JUNIPER} */
+    public static final long JUNIPER = 0x1DL;
+    /** {@code CKK_CDMF} */
+    public static final long CDMF = 0x1EL;
+    /** {@code CKK_AES} */
+    public static final long AES = 0x1FL;
+    /** {@code CKK_ARIA} */
+    public static final long ARIA = 0x26L;
+
+    // Standard, not in the name tables
+    /** {@code CKK_X9_42_DH} */
+    public static final long X9_42_DH = 0x4L;
+    /** {@code CKK_KEA} */
+    public static final long KEA = 0x5L;
+    /** {@code CKK_RC5} */
+    public static final long RC5 = 0x19L;
+    /** {@code CKK_BLOWFISH} */
+    public static final long BLOWFISH = 0x20L;
+    /** {@code CKK_TWOFISH} */
+    public static final long TWOFISH = 0x21L;
+    /** {@code CKK_SECURID} */
+    public static final long SECURID = 0x22L;
+    /** {@code CKK_HOTP} */
+    public static final long HOTP = 0x23L;
+    /** {@code CKK_ACTI} */
+    public static final long ACTI = 0x24L;
+    /** {@code CKK_CAMELLIA} */
+    public static final long CAMELLIA = 0x25L;
+    /** {@code CKK_MD5_HMAC} */
+    public static final long MD5_HMAC = 0x27L;
+    /** {@code CKK_SHA_1_HMAC} */
+    public static final long SHA_1_HMAC = 0x28L;
+    /** {@code CKK_RIPEMD128_HMAC} */
+    public static final long RIPEMD128_HMAC = 0x29L;
+    /** {@code CKK_RIPEMD160_HMAC} */
+    public static final long RIPEMD160_HMAC = 0x2AL;
+    /** {@code CKK_SHA256_HMAC} */
+    public static final long SHA256_HMAC = 0x2BL;
+    /** {@code CKK_SHA384_HMAC} */
+    public static final long SHA384_HMAC = 0x2CL;
+    /** {@code CKK_SHA512_HMAC} */
+    public static final long SHA512_HMAC = 0x2DL;
+    /** {@code CKK_SHA224_HMAC} */
+    public static final long SHA224_HMAC = 0x2EL;
+    /** The standard's {@code CKK_SEED}. */
+    public static final long SEED_STD = 0x2FL;
+    /** {@code CKK_VENDOR_DEFINED} */
+    public static final long VENDOR_DEFINED = 0x80000000L;
+
+    // Vendor
+    /** {@code CKK_RSA_DISCRETE} */
+    public static final long RSA_DISCRETE = 0x80000201L;
+    /** {@code CKK_DSA_DISCRETE} */
+    public static final long DSA_DISCRETE = 0x80000202L;
+    /** Not the standard's value, which is {@link #SEED_STD}. */
+    public static final long SEED = 0x80000203L;
+
+    private CKK() {
+    }
+}

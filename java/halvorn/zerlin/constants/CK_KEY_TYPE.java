@@ -1,0 +1,25 @@
+// The typed holder of a key type.
+package halvorn.zerlin.constants;
+
+/**
+ * A key type, one of {@link CKK}.
+ */
+public class CK_KEY_TYPE extends TypedValue {
+    /** Makes a holder of 0, {@code CKK_RSA}. */
+    public CK_KEY_TYPE() {
+    }
+
+    /**
+     * Makes a holder of a value.
+     *
+     * @param value a value of {@link CKK}
+     */
+    public CK_KEY_TYPE(long value) {
+        super(value);
+    }
+
+    @Override
+    Class<?> constants() {
+        return CKK.class;
+    }
+}

@@ -1,0 +1,102 @@
+// The common part of the typed constant classes: one PKCS#11 value that knows its own name.
+package halvorn.zerlin.constants;
+
+import java.lang.reflect.Field;
+import java.lang.reflect.Modifier;
+import java.util.HashMap;
+import java.util.Map;
+import java.util.concurrent.ConcurrentHashMap;
+
+/**
+ * A mutable holder of one PKCS#11 value of a given kind: a return value, a mechanism type, a key type and so
+ * on. The plain constants are {@code long}s ({@link CKM}, {@link CKA}, ...); an object of a subclass carries
+ * one to a native method or back.
+ *
+ * <p>The natives write into the objects that they are given. Make a new object for each use, never share one
+ * as a constant, and do not keep it as a key of a hash map while a native may still change it.
+ *
+ * <p>Values are unsigned 32-bit numbers: 0 to 4294967295, vendor values included.
+ */
+public abstract class TypedValue {
+    private static final Map<Class<?>, Map<Long, String>> NAMES = new ConcurrentHashMap<>();
+
+    /** The value. Only the low 32 bits reach the Cryptoki library. */
+    public long m_value;
+
+    TypedValue() {
+    }
+
+    TypedValue(long value) {
+        m_value = value;
+    }
+
+    // A method and not a field: the library makes these objects without running a constructor.
+    abstract Class<?> constants();
+
+    /**
+     * Tells the value.
+     *
+     * @return the value
+     */
+    public long getValue() {
+        return m_value;
+    }
+
+    /**
+     * Changes the value. The native side calls this method, so an overriding method must keep its effect.
+     *
+     * @param value the new value
+     */
+    public void setValue(long value) {
+        m_value = value;
+    }
+
+    /**
+     * Compares kind and value.
+     *
+     * @param other the object to compare with
+     * @return true when the other object has the same class and the same value
+     */
+    @Override
+    public boolean equals(Object other) {
+        return other != null && getClass() == other.getClass() && m_value == ((TypedValue) other).m_value;
+    }
+
+    /**
+     * The hash code that belongs to {@link #equals}.
+     *
+     * @return the hash code of the value
+     */
+    @Override
+    public int hashCode() {
+        return Long.hashCode(m_value);
+    }
+
+    /**
+     * Names the value; works without the native library.
+     *
+     * @return for example {@code "CKR_BUFFER_TOO_SMALL (0x150)"}, or {@code "0x80001234"} for a value without
+     *         a name
+     */
+    @Override
+    public String toString() {
+        String name = NAMES.computeIfAbsent(constants(), TypedValue::namesIn).get(m_value);
+        String hex = "0x" + Long.toHexString(m_value);
+        return name == null ? hex : name + " (" + hex + ")";
+    }
+
+    private static Map<Long, String> namesIn(Class<?> constants) {
+        Map<Long, String> names = new HashMap<>();
+        for (Field field : constants.getDeclaredFields()) {
+            int wanted = Modifier.PUBLIC | Modifier.STATIC;
+            if (field.getType() == long.class && (field.getModifiers() & wanted) == wanted) {
+                try {
+                    names.putIfAbsent(field.getLong(null), constants.getSimpleName() + "_" + field.getName());
+                } catch (IllegalAccessException e) {
+                    // A field that cannot be read only loses its name.
+                }
+            }
+        }
+        return names;
+    }
+}

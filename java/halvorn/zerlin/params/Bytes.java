@@ -1,0 +1,15 @@
+// What the parameter classes share: the length of an array, and how to tell of it without telling a secret.
+package halvorn.zerlin.params;
+
+final class Bytes {
+    private Bytes() {
+    }
+
+    static int length(byte[] bytes) {
+        return bytes == null ? 0 : bytes.length;
+    }
+
+    static String describe(byte[] bytes) {
+        return bytes == null ? "null" : bytes.length + " bytes";
+    }
+}
