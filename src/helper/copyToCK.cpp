@@ -1,0 +1,305 @@
+// Arrays, dates, versions, attribute values and information records from Java into the caller's memory.
+#include "helper/copyToCK.h"
+
+#include <cstring>
+#include <span>
+
+#include "helper/convToCK.h"
+#include "helper/elements.h"
+#include "helper/jutil.h"
+#include "helper/records.h"
+#include "helper/valueClasses.h"
+
+namespace zerlin {
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/copyToCK $\" \"$Revision: 1.1.1.2 $\"";
+
+template <typename JArray, typename JElement, typename Native>
+void copyElements(JNIEnv* env, JArray array, Native* destination, CK_ULONG capacity,
+    void (JNIEnv::*getRegion)(JArray, jsize, jsize, JElement*), Native (*convert)(JElement))
+{
+    if (array == nullptr || destination == nullptr) return;
+    readElements(env, array, elementsToCopy(env, array, capacity), destination, getRegion, convert);
+}
+
+// What the value method of a boxed object returns; 0 with an exception pending.
+template <typename JValue>
+JValue unboxed(JNIEnv* env, jclass cls, jobject value, Literal method, Literal signature,
+    JValue (JNIEnv::*call)(jobject, jmethodID, ...))
+{
+    const jmethodID valueMethod = GetMethodID(env, cls, method, signature);
+    return valueMethod == nullptr ? JValue{} : (env->*call)(value, valueMethod);
+}
+
+template <typename Native>
+void store(JNIEnv* env, CK_VOID_PTR destination, Native value)
+{
+    if (!env->ExceptionCheck()) std::memcpy(destination, &value, sizeof value);
+}
+
+// The capacity that a value of that kind needs at least.
+CK_ULONG minimumCapacity(ValueKind kind)
+{
+    switch (kind) {
+    case ValueKind::Long:
+    case ValueKind::Integer:
+    case ValueKind::Handle:
+    case ValueKind::Constant:
+        return sizeof(CK_ULONG);
+    case ValueKind::Date:
+        return sizeof(CK_DATE);
+    default:
+        return 1;
+    }
+}
+
+void copyValue(
+    JNIEnv* env, const ValueClass& row, jclass cls, jobject value, CK_VOID_PTR destination, CK_ULONG capacity)
+{
+    auto* const bytes = static_cast<CK_BYTE_PTR>(destination);
+    auto* const words = static_cast<CK_ULONG_PTR>(destination);
+    switch (row.kind) {
+    case ValueKind::ByteArray:
+        return CopyJByteArrayToCKByteArray(env, static_cast<jbyteArray>(value), bytes, capacity);
+    case ValueKind::Long:
+        return store(env, destination,
+            longToCK(unboxed(env, cls, value, "longValue", "()J", &JNIEnv::CallLongMethod)));
+    case ValueKind::BBool:
+        return store(env, destination, jBBoolToCKBBool(env, value));
+    case ValueKind::Date:
+        return CopyJDateToCKDate(env, value, static_cast<CK_DATE*>(destination));
+    case ValueKind::Handle:
+    case ValueKind::Constant:
+        return store(env, destination, row.toCKULong(env, value));
+    case ValueKind::MechanismTypeArray:
+        return CopyJMechanismTypeArrayToCKMechanismTypeArray(
+            env, static_cast<jobjectArray>(value), words, capacity / sizeof(CK_MECHANISM_TYPE));
+    case ValueKind::Boolean:
+        return store(env, destination,
+            booleanToCK(unboxed(env, cls, value, "booleanValue", "()Z", &JNIEnv::CallBooleanMethod)));
+    // The capacity in bytes counts elements for the next two number arrays: wanted.
+    case ValueKind::LongArray:
+        return CopyJLongArrayToCKULongArray(env, static_cast<jlongArray>(value), words, capacity);
+    case ValueKind::IntArray:
+        return CopyJIntArrayToCKULongArray(env, static_cast<jintArray>(value), words, capacity);
+    case ValueKind::String:
+        return CopyJStringToCKCharArray(env, static_cast<jstring>(value), bytes, capacity);
+    case ValueKind::Integer:
+        return store(
+            env, destination, intToCK(unboxed(env, cls, value, "intValue", "()I", &JNIEnv::CallIntMethod)));
+    case ValueKind::BooleanArray:
+        return CopyJBooleanArrayToCKBBoolArray(env, static_cast<jbooleanArray>(value), bytes, capacity);
+    case ValueKind::CharArray:
+        return CopyJCharArrayToCKCharArray(env, static_cast<jcharArray>(value), bytes, capacity);
+    case ValueKind::Byte:
+        return store(env, destination,
+            byteToCK(unboxed(env, cls, value, "byteValue", "()B", &JNIEnv::CallByteMethod)));
+    case ValueKind::Character:
+        return store(env, destination,
+            charToCK(unboxed(env, cls, value, "charValue", "()C", &JNIEnv::CallCharMethod)));
+    }
+}
+
+// One field of an information record. The caller asks for a pending exception.
+void copyField(JNIEnv* env, jclass cls, jobject object, const RecordField& field, CK_BYTE_PTR record)
+{
+    CK_BYTE_PTR const member = record + field.offset;
+    switch (field.kind) {
+    case RecordFieldKind::Number: {
+        const CK_ULONG value = GetLongField(env, cls, object, field.name);
+        return store(env, member, value);
+    }
+    case RecordFieldKind::Text: {
+        const LocalRef<jbyteArray> text(env, GetByteArrayField(env, cls, object, field.name));
+        if (!env->ExceptionCheck()) CopyJByteArrayToCKByteArray(env, text, member, field.width);
+        return;
+    }
+    case RecordFieldKind::Version: {
+        const LocalRef<jobject> version(
+            env, GetObjectField(env, cls, object, field.name, "Lhalvorn/zerlin/CK_VERSION;"));
+        if (!env->ExceptionCheck()) {
+            CopyJVersionToCKVersion(env, version, reinterpret_cast<CK_VERSION*>(member));
+        }
+        return;
+    }
+    case RecordFieldKind::State: {
+        const LocalRef<jobject> state(
+            env, GetObjectField(env, cls, object, field.name, "Lhalvorn/zerlin/constants/CK_STATE;"));
+        if (!env->ExceptionCheck()) store(env, member, jStateToCKState(env, state));
+        return;
+    }
+    }
+}
+
+void copyRecord(
+    JNIEnv* env, jobject object, Literal path, std::span<const RecordField> fields, CK_VOID_PTR record)
+{
+    const jclass cls = FindClass(env, path);
+    if (cls == nullptr || object == nullptr || record == nullptr) return;
+    if (!env->IsInstanceOf(object, cls)) return;
+    for (const RecordField& field : fields) {
+        copyField(env, cls, object, field, static_cast<CK_BYTE_PTR>(record));
+        if (env->ExceptionCheck()) return;
+    }
+}
+
+} // namespace
+
+void CopyJByteArrayToCKByteArray(JNIEnv* env, jbyteArray array, CK_BYTE_PTR destination, CK_ULONG capacity)
+{
+    if (array == nullptr || destination == nullptr) return;
+    const jsize count = elementsToCopy(env, array, capacity);
+    env->GetByteArrayRegion(array, 0, count, reinterpret_cast<jbyte*>(destination));
+}
+
+void CopyJLongArrayToCKULongArray(JNIEnv* env, jlongArray array, CK_ULONG_PTR destination, CK_ULONG capacity)
+{
+    copyElements(env, array, destination, capacity, &JNIEnv::GetLongArrayRegion, longToCK);
+}
+
+void CopyJIntArrayToCKULongArray(JNIEnv* env, jintArray array, CK_ULONG_PTR destination, CK_ULONG capacity)
+{
+    copyElements(env, array, destination, capacity, &JNIEnv::GetIntArrayRegion, intToCK);
+}
+
+void CopyJBooleanArrayToCKBBoolArray(
+    JNIEnv* env, jbooleanArray array, CK_BBOOL* destination, CK_ULONG capacity)
+{
+    copyElements(env, array, destination, capacity, &JNIEnv::GetBooleanArrayRegion, booleanToCK);
+}
+
+void CopyJCharArrayToCKCharArray(JNIEnv* env, jcharArray array, CK_CHAR_PTR destination, CK_ULONG capacity)
+{
+    copyElements(env, array, destination, capacity, &JNIEnv::GetCharArrayRegion, charToCK);
+}
+
+void CopyJStringToCKCharArray(JNIEnv* env, jstring string, CK_CHAR_PTR destination, CK_ULONG capacity)
+{
+    if (string == nullptr || destination == nullptr) return;
+    const char* const characters = env->GetStringUTFChars(string, nullptr);
+    if (characters == nullptr || env->ExceptionCheck()) return;
+    const std::size_t length = strnlen(characters, capacity);
+    std::memcpy(destination, characters, length);
+    std::memset(destination + length, 0, capacity - length);
+    env->ReleaseStringUTFChars(string, characters);
+}
+
+void CopyJMechanismTypeArrayToCKMechanismTypeArray(
+    JNIEnv* env, jobjectArray array, CK_MECHANISM_TYPE_PTR destination, CK_ULONG capacity)
+{
+    if (array == nullptr || destination == nullptr) return;
+    for (CK_ULONG i = 0; i < capacity; ++i) {
+        const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, static_cast<jsize>(i)));
+        if (env->ExceptionCheck()) return;
+        const CK_MECHANISM_TYPE mechanism = jMechanismTypeToCKMechanismType(env, element);
+        if (env->ExceptionCheck()) return;
+        destination[i] = mechanism;
+    }
+}
+
+void CopyJDateToCKDate(JNIEnv* env, jobject object, CK_DATE* destination)
+{
+    const jclass cls = FindClass(env, "halvorn/zerlin/CK_DATE");
+    if (cls == nullptr || object == nullptr || destination == nullptr) return;
+    if (!env->IsInstanceOf(object, cls)) return;
+    struct Piece {
+        Literal name;
+        CK_BYTE_PTR place;
+        CK_ULONG width;
+    };
+    const Piece pieces[] = {
+        {"year", destination->year, sizeof destination->year},
+        {"month", destination->year, sizeof destination->month}, // over the year's first two bytes: wanted
+        {"day", destination->day, sizeof destination->day},
+    };
+    for (const Piece& piece : pieces) {
+        const LocalRef<jbyteArray> digits(env, GetByteArrayField(env, cls, object, piece.name));
+        if (env->ExceptionCheck()) return;
+        CopyJByteArrayToCKByteArray(env, digits, piece.place, piece.width);
+        if (env->ExceptionCheck()) return;
+    }
+}
+
+void CopyJVersionToCKVersion(JNIEnv* env, jobject object, CK_VERSION* destination)
+{
+    const jclass cls = FindClass(env, "halvorn/zerlin/CK_VERSION");
+    if (cls == nullptr || object == nullptr || destination == nullptr) return;
+    if (!env->IsInstanceOf(object, cls)) return;
+    const jbyte major = GetByteField(env, cls, object, "major");
+    if (env->ExceptionCheck()) return;
+    destination->major = byteToCK(major);
+    const jbyte minor = GetByteField(env, cls, object, "minor");
+    if (env->ExceptionCheck()) return;
+    destination->minor = byteToCK(minor);
+}
+
+void CopyJObjectPrimativeToCKObjectPtr(JNIEnv* env, jobject value, CK_VOID_PTR destination, CK_ULONG capacity)
+{
+    ValueClasses classes;
+    constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
+    if (!findValueClasses(env, classes, ROWS)) return;
+    if (value == nullptr || destination == nullptr || capacity == 0) return;
+    const std::size_t row = valueClassOf(env, classes, ROWS, value);
+    if (row == ROWS || capacity < minimumCapacity(VALUE_CLASSES[row].kind)) {
+        return throwUnsupportedClass(env, "Can not copy from %s to a CK type", value);
+    }
+    copyValue(env, VALUE_CLASSES[row], classes[row], value, destination, capacity);
+}
+
+void CopyJAttributeToCKAttribute(JNIEnv* env, jobject object, CK_ATTRIBUTE_PTR destination)
+{
+    const jclass cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
+    if (cls == nullptr || object == nullptr || destination == nullptr) return;
+    const LocalRef<jobject> type(
+        env, GetObjectField(env, cls, object, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;"));
+    if (env->ExceptionCheck()) return;
+    destination->type = jAttributeTypeToCKAttributeType(env, type);
+    if (env->ExceptionCheck()) return;
+    const LocalRef<jobject> value(env, GetObjectField(env, cls, object, "pValue", "Ljava/lang/Object;"));
+    if (env->ExceptionCheck()) return;
+    CopyJObjectPrimativeToCKObjectPtr(env, value, destination->pValue, destination->ulValueLen);
+    if (env->ExceptionCheck()) return;
+    const CK_ULONG valueLen = GetLongField(env, cls, object, "valueLen");
+    if (!env->ExceptionCheck()) destination->ulValueLen = valueLen;
+}
+
+void CopyJAttributeArrayToCKAttributeArray(
+    JNIEnv* env, jobjectArray array, CK_ATTRIBUTE_PTR destination, CK_ULONG count)
+{
+    if (array == nullptr || destination == nullptr) return;
+    for (CK_ULONG i = 0; i < count; ++i) {
+        const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, static_cast<jsize>(i)));
+        if (env->ExceptionCheck()) return;
+        CopyJAttributeToCKAttribute(env, element, &destination[i]);
+        if (env->ExceptionCheck()) return;
+    }
+}
+
+void CopyJInfoToCKInfo(JNIEnv* env, jobject object, CK_INFO* destination)
+{
+    copyRecord(env, object, "halvorn/zerlin/CK_INFO", INFO_FIELDS, destination);
+}
+
+void CopyJSlotInfoToCKSlotInfo(JNIEnv* env, jobject object, CK_SLOT_INFO* destination)
+{
+    copyRecord(env, object, "halvorn/zerlin/CK_SLOT_INFO", SLOT_INFO_FIELDS, destination);
+}
+
+void CopyJTokenInfoToCKTokenInfo(JNIEnv* env, jobject object, CK_TOKEN_INFO* destination)
+{
+    copyRecord(env, object, "halvorn/zerlin/CK_TOKEN_INFO", TOKEN_INFO_FIELDS, destination);
+}
+
+void CopyJSessionInfoToCKSessionInfo(JNIEnv* env, jobject object, CK_SESSION_INFO* destination)
+{
+    copyRecord(env, object, "halvorn/zerlin/CK_SESSION_INFO", SESSION_INFO_FIELDS, destination);
+}
+
+void CopyJMechInfoToCKMechInfo(JNIEnv* env, jobject object, CK_MECHANISM_INFO* destination)
+{
+    copyRecord(env, object, "halvorn/zerlin/CK_MECHANISM_INFO", MECHANISM_INFO_FIELDS, destination);
+}
+
+} // namespace zerlin

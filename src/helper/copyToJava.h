@@ -1,0 +1,54 @@
+// From native results into the Java objects that the caller passed. Nothing is returned: a null on either
+// side, or a target of another class, is a silent no-op, and a failure is a pending Java exception, with
+// what was written before it left in place.
+#pragma once
+
+#include <jni.h>
+
+#include "zerlin/cryptoki.h"
+
+namespace zerlin {
+
+// The information records. Text becomes a new byte[] of the field's width, a version a new CK_VERSION; the
+// CK_STATE of a session info is updated in place (and left alone where there is none).
+void CopyCKInfoToJInfo(JNIEnv* env, const CK_INFO* source, jobject target);
+void CopyCKSlotInfoToJSlotInfo(JNIEnv* env, const CK_SLOT_INFO* source, jobject target);
+void CopyCKTokenInfoToJTokenInfo(JNIEnv* env, const CK_TOKEN_INFO* source, jobject target);
+void CopyCKSessionInfoToJSessionInfo(JNIEnv* env, const CK_SESSION_INFO* source, jobject target);
+void CopyCKMechanismInfoToJMechanismInfo(JNIEnv* env, const CK_MECHANISM_INFO* source, jobject target);
+
+void CopyCKVersionToJVersion(JNIEnv* env, const CK_VERSION* source, jobject target);
+// Fills the arrays that the date already holds, the month from the year's first two characters: wanted. The
+// length is not looked at.
+void CopyCKDateToJDate(JNIEnv* env, const CK_DATE* source, CK_ULONG length, jobject target);
+
+// min(count, length of the array) elements; the rest of the array keeps what it held. The object arrays'
+// elements are changed in place and null ones skipped.
+void CopyCKByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG count, jbyteArray target);
+void CopyCKULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jlongArray target);
+// Stop at the first element of another class.
+void CopyCKULongArrayToJObjectHandleArray(
+    JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target);
+void CopyCKULongArrayToJMechanismTypeArray(
+    JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target);
+void CopyCKMechanismTypeArrayToJMechanismTypeArray(
+    JNIEnv* env, const CK_MECHANISM_TYPE* source, CK_ULONG count, jobjectArray target);
+
+// A served template back into the caller's CK_ATTRIBUTE objects, for the elements below both the count and
+// the array's length. Each value is written into the object that pValue holds, in the way of that object's
+// class; valueLen gets the native length. An attribute of type CKA_WILDCARD takes the native type.
+void CopyCKAttributeArrayToJAttributeArray(
+    JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target);
+void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target);
+// Silent where the native value is too short for the object; UnsupportedOperationException for a class that
+// cannot be written to. Long and Boolean objects are changed in place: wanted.
+void CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target);
+
+// What a mechanism has returned through its parameter, into the Java parameter object from which the native
+// parameter was made.
+void CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target);
+
+// Calls the object's setValue(long).
+void setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value);
+
+} // namespace zerlin
