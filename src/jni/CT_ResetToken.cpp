@@ -1,0 +1,24 @@
+// CT_ResetToken: the vendor's reset of the token behind a session.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CT_ResetToken $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1ResetToken(
+    JNIEnv* env, jclass, jobject hSession, jbyteArray pPin, jlong ulPinLen, jbyteArray pLabel)
+{
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput pin(env, pPin);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput label(env, pLabel);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, CT_ResetToken(session, pin.data, toCK(ulPinLen), label.data));
+}

@@ -1,0 +1,25 @@
+// C_GetInfo: PKCS#11 v2.20, 11.4.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetInfo $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetInfo(JNIEnv* env, jclass, jobject pInfo)
+{
+    if (pInfo == nullptr) return argumentsBad(env);
+    CK_INFO info{};
+    const CK_RV rv = C_GetInfo(&info);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) {
+        info.libraryVersion = {3, 10}; // the version of this binding, wanted
+        CopyCKInfoToJInfo(env, &info, pInfo);
+    }
+    return result(env, rv);
+}

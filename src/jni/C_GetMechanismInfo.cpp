@@ -1,0 +1,26 @@
+// C_GetMechanismInfo: PKCS#11 v2.20, 11.5.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetMechanismInfo $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetMechanismInfo(
+    JNIEnv* env, jclass, jlong slotID, jobject type, jobject pInfo)
+{
+    if (pInfo == nullptr) return argumentsBad(env);
+    const CK_MECHANISM_TYPE mechanism = jMechanismTypeToCKMechanismType(env, type);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_MECHANISM_INFO info{};
+    const CK_RV rv = C_GetMechanismInfo(toCK(slotID), mechanism, &info);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) CopyCKMechanismInfoToJMechanismInfo(env, &info, pInfo);
+    return result(env, rv);
+}

@@ -1,0 +1,48 @@
+// C_GetOperationState: PKCS#11 v2.20, 11.6.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetOperationState $\" \"$Revision: 1.1.1.3 $\"";
+
+// Exactly as many bytes as the caller offers and not cleared, unlike every other output buffer: wanted.
+struct StateBuffer {
+    const CK_ULONG size;
+    CK_BYTE_PTR const data;
+
+    StateBuffer(bool isWanted, CK_ULONG capacity)
+        : size(capacity), data(isWanted ? static_cast<CK_BYTE_PTR>(std::malloc(capacity)) : nullptr)
+    {
+    }
+    StateBuffer(const StateBuffer&) = delete;
+    StateBuffer& operator=(const StateBuffer&) = delete;
+    ~StateBuffer() { wipeAndFree(data); }
+};
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetOperationState(
+    JNIEnv* env, jclass, jobject hSession, jbyteArray pOperationState, jobject pulOperationStateLen)
+{
+    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
+    if (env->ExceptionCheck()) return nullptr;
+    if (pulOperationStateLen == nullptr) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    CK_ULONG length = GetLongField(env, longRefClass, pulOperationStateLen, "value");
+    if (env->ExceptionCheck()) return nullptr;
+
+    const StateBuffer state(pOperationState != nullptr, length);
+    if (pOperationState != nullptr && state.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);
+    const CK_RV rv = C_GetOperationState(session, state.data, &length);
+    if (env->ExceptionCheck()) return nullptr;
+    SetLongField(env, longRefClass, pulOperationStateLen, "value", length);
+    if (rv == CKR_OK) {
+        CopyCKByteArrayToJByteArray(env, state.data, std::min(length, state.size), pOperationState);
+    }
+    return result(env, rv);
+}

@@ -1,0 +1,26 @@
+// C_GetSessionInfo: PKCS#11 v2.20, 11.6.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetSessionInfo $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetSessionInfo(
+    JNIEnv* env, jclass, jobject hSession, jobject pInfo)
+{
+    if (pInfo == nullptr) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_SESSION_INFO info{};
+    const CK_RV rv = C_GetSessionInfo(session, &info);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) CopyCKSessionInfoToJSessionInfo(env, &info, pInfo);
+    return result(env, rv);
+}

@@ -1,0 +1,23 @@
+// C_GetSlotInfo: PKCS#11 v2.20, 11.5.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetSlotInfo $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetSlotInfo(
+    JNIEnv* env, jclass, jlong slotID, jobject pInfo)
+{
+    if (pInfo == nullptr) return argumentsBad(env);
+    CK_SLOT_INFO info{};
+    const CK_RV rv = C_GetSlotInfo(toCK(slotID), &info);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) CopyCKSlotInfoToJSlotInfo(env, &info, pInfo);
+    return result(env, rv);
+}

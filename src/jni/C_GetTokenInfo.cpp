@@ -1,0 +1,23 @@
+// C_GetTokenInfo: PKCS#11 v2.20, 11.5.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetTokenInfo $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetTokenInfo(
+    JNIEnv* env, jclass, jlong slotID, jobject pInfo)
+{
+    if (pInfo == nullptr) return argumentsBad(env);
+    CK_TOKEN_INFO info{};
+    const CK_RV rv = C_GetTokenInfo(toCK(slotID), &info);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) CopyCKTokenInfoToJTokenInfo(env, &info, pInfo);
+    return result(env, rv);
+}

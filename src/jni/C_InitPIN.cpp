@@ -1,0 +1,23 @@
+// C_InitPIN: PKCS#11 v2.20, 11.5.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_InitPIN $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1InitPIN(
+    JNIEnv* env, jclass, jobject hSession, jbyteArray pPin, jlong ulPinLen)
+{
+    if (isMissing(pPin, ulPinLen)) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput pin(env, pPin);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_InitPIN(session, pin.data, toCK(ulPinLen)));
+}

@@ -1,0 +1,23 @@
+// C_InitToken: PKCS#11 v2.20, 11.5.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_InitToken $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1InitToken(
+    JNIEnv* env, jclass, jlong slotID, jbyteArray pPin, jlong ulPinLen, jbyteArray pLabel)
+{
+    if (isMissing(pPin, ulPinLen)) return argumentsBad(env);
+    const ByteInput pin(env, pPin);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput label(env, pLabel);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_InitToken(toCK(slotID), pin.data, toCK(ulPinLen), label.data));
+}

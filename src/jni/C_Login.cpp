@@ -1,0 +1,25 @@
+// C_Login: PKCS#11 v2.20, 11.6.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_Login $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Login(
+    JNIEnv* env, jclass, jobject hSession, jobject userType, jbyteArray pPin, jlong ulPinLen)
+{
+    if (isMissing(pPin, ulPinLen)) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_USER_TYPE user = jUserTypeToCKUserType(env, userType);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput pin(env, pPin);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_Login(session, user, pin.data, toCK(ulPinLen)));
+}

@@ -1,0 +1,30 @@
+// C_SetOperationState: PKCS#11 v2.20, 11.6.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_SetOperationState $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SetOperationState(JNIEnv* env, jclass,
+    jobject hSession, jbyteArray pOperationState, jlong ulOperationStateLen, jobject hEncryptionKey,
+    jobject hAuthenticationKey)
+{
+    // Stricter than the other natives with a byte array: wanted.
+    if (ulOperationStateLen == 0 || pOperationState == nullptr) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput state(env, pOperationState);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE encryptionKey = jObjectHandleToCKObjectHandle(env, hEncryptionKey);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE authenticationKey = jObjectHandleToCKObjectHandle(env, hAuthenticationKey);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_SetOperationState(
+                           session, state.data, toCK(ulOperationStateLen), encryptionKey, authenticationKey));
+}

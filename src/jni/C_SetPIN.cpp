@@ -1,0 +1,26 @@
+// C_SetPIN: PKCS#11 v2.20, 11.5.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_SetPIN $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SetPIN(JNIEnv* env, jclass, jobject hSession,
+    jbyteArray pOldPin, jlong ulOldLen, jbyteArray pNewPin, jlong ulNewLen)
+{
+    if (isMissing(pOldPin, ulOldLen)) return argumentsBad(env);
+    if (isMissing(pNewPin, ulNewLen)) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput oldPin(env, pOldPin);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput newPin(env, pNewPin);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_SetPIN(session, oldPin.data, toCK(ulOldLen), newPin.data, toCK(ulNewLen)));
+}

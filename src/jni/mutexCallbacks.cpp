@@ -1,0 +1,238 @@
+// Registers the Java locking callbacks and calls them from whatever thread the Cryptoki library runs on.
+#include "jni/mutexCallbacks.h"
+
+#include <atomic>
+#include <cstdlib>
+
+#include "helper/jutil.h"
+
+namespace zerlin {
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/mutexCallbacks $\" \"$Revision: 1.1.1.3 $\"";
+
+constexpr Literal ARGS_CLASS = "halvorn/zerlin/CK_C_INITIALIZE_ARGS";
+
+struct Callback {
+    Literal field;
+    Literal fieldSignature;
+    Literal path;
+    Literal method;
+    Literal methodSignature;
+};
+
+constexpr Callback CREATE = {"createMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_CREATEMUTEX;",
+    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_CREATEMUTEX", "CreateMutex", "()Ljava/lang/Object;"};
+constexpr Callback DESTROY = {"destroyMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_DESTROYMUTEX;",
+    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_DESTROYMUTEX", "DestroyMutex", "(Ljava/lang/Object;)J"};
+constexpr Callback LOCK = {"lockMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_LOCKMUTEX;",
+    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_LOCKMUTEX", "LockMutex", "(Ljava/lang/Object;)J"};
+constexpr Callback UNLOCK = {"unlockMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX;",
+    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX", "UnlockMutex", "(Ljava/lang/Object;)J"};
+
+// The initialisation in force: the Java arguments, from which every trampoline fetches its callback, and a
+// copy of the native ones that only marks that callbacks are registered.
+std::atomic<jobject> gInitArgsObject;
+std::atomic<CK_C_INITIALIZE_ARGS*> gInitArgs;
+
+CK_C_INITIALIZE_ARGS* newInitArgs(JNIEnv* env)
+{
+    void* const memory = std::calloc(1, sizeof(CK_C_INITIALIZE_ARGS));
+    if (memory == nullptr) throwOutOfMemory(env);
+    return static_cast<CK_C_INITIALIZE_ARGS*>(memory);
+}
+
+// Fills the adapter and registers it. On failure an exception is pending.
+void fillAdapter(JNIEnv* env, jclass cls, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
+{
+    const auto isSet = [&](const Callback& callback) {
+        const LocalRef<jobject> object(
+            env, GetObjectField(env, cls, jInitArgs, callback.field, callback.fieldSignature));
+        return object != nullptr;
+    };
+    adapter->CreateMutex = isSet(CREATE) ? callJCreateMutex : nullptr;
+    if (env->ExceptionCheck()) return;
+    adapter->DestroyMutex = isSet(DESTROY) ? callJDestroyMutex : nullptr;
+    if (env->ExceptionCheck()) return;
+    adapter->LockMutex = isSet(LOCK) ? callJLockMutex : nullptr;
+    if (env->ExceptionCheck()) return;
+    adapter->UnlockMutex = isSet(UNLOCK) ? callJUnlockMutex : nullptr;
+    if (env->ExceptionCheck()) return;
+
+    if (adapter->CreateMutex != nullptr || adapter->DestroyMutex != nullptr ||
+        adapter->LockMutex != nullptr || adapter->UnlockMutex != nullptr) {
+        gInitArgsObject = env->NewGlobalRef(jInitArgs);
+        if (gInitArgsObject == nullptr) throwOutOfMemory(env);
+        if (env->ExceptionCheck()) return;
+        CK_C_INITIALIZE_ARGS* const copy = newInitArgs(env);
+        if (copy == nullptr) return;
+        *copy = *adapter; // flags and pReserved still zero: wanted
+        gInitArgs = copy;
+    }
+
+    adapter->flags = GetLongField(env, cls, jInitArgs, "flags");
+    if (env->ExceptionCheck()) return;
+    // The reference itself goes to the Cryptoki library, which can but ask whether it is null.
+    adapter->pReserved = GetObjectField(env, cls, jInitArgs, "reserved", "Ljava/lang/Object;");
+}
+
+JavaVM* createdVM()
+{
+    JavaVM* vm = nullptr;
+    jsize count = 0;
+    return JNI_GetCreatedJavaVMs(&vm, 1, &count) == JNI_OK && count >= 1 ? vm : nullptr;
+}
+
+// The JVM on the current thread, for the length of one callback. Only the full way through a callback ends
+// with leave(): a thread attached here stays attached after a failure, wanted, and so keeps its exception.
+struct CallbackThread {
+    JavaVM* const vm;
+    JNIEnv* env = nullptr;
+    bool attachedHere = false;
+
+    // False when an exception is pending, or there is no environment to be had.
+    bool enter()
+    {
+        const jint known = vm->GetEnv(reinterpret_cast<void**>(&env), JNI_VERSION_1_2);
+        if (known == JNI_OK && env->ExceptionCheck()) return false;
+        if (known == JNI_EDETACHED || known == JNI_EVERSION) {
+            env = nullptr;
+            vm->AttachCurrentThread(reinterpret_cast<void**>(&env), nullptr);
+            attachedHere = known == JNI_EDETACHED && env != nullptr;
+        }
+        return env != nullptr && !env->ExceptionCheck();
+    }
+
+    void leave() const
+    {
+        if (attachedHere) vm->DetachCurrentThread();
+    }
+
+    bool failed() const { return env == nullptr || env->ExceptionCheck(); }
+};
+
+// The callback object of the initialisation in force and its method. The object is a local reference; null
+// when any step failed, or nothing is registered, or the caller has taken the callback away since.
+jobject findCallback(JNIEnv* env, const Callback& callback, jmethodID* method)
+{
+    const jclass argsClass = FindClass(env, ARGS_CLASS);
+    if (argsClass == nullptr) return nullptr;
+    const jclass callbackClass = FindClass(env, callback.path);
+    if (callbackClass == nullptr) return nullptr;
+    const jobject object =
+        GetObjectField(env, argsClass, gInitArgsObject, callback.field, callback.fieldSignature);
+    if (object == nullptr) return nullptr;
+    *method = GetMethodID(env, callbackClass, callback.method, callback.methodSignature);
+    if (*method != nullptr) return object;
+    env->DeleteLocalRef(object);
+    return nullptr;
+}
+
+// Calls the callback's (Object) -> long on the mutex. False when it was not reached, or threw.
+bool callOnMutex(JNIEnv* env, const Callback& callback, jobject mutex, CK_RV* rv)
+{
+    jmethodID method = nullptr;
+    const LocalRef<jobject> object(env, findCallback(env, callback, &method));
+    if (object == nullptr) return false;
+    const jlong answer = env->CallLongMethod(object, method, mutex);
+    if (env->ExceptionCheck()) return false;
+    *rv = static_cast<CK_RV>(answer);
+    return true;
+}
+
+enum class MutexAfterwards { Kept, Deleted };
+
+CK_RV callWithMutex(const Callback& callback, CK_VOID_PTR mutex, MutexAfterwards afterwards)
+{
+    if (mutex == nullptr) return CKR_MUTEX_BAD;
+    JavaVM* const vm = createdVM();
+    if (vm == nullptr) return CKR_OK; // unlike callJCreateMutex: wanted
+    CallbackThread thread{vm};
+    if (!thread.enter()) return CKR_MUTEX_BAD;
+    CK_RV rv = CKR_MUTEX_BAD;
+    const auto reference = static_cast<jobject>(mutex);
+    if (!callOnMutex(thread.env, callback, reference, &rv)) return CKR_MUTEX_BAD;
+    if (afterwards == MutexAfterwards::Deleted) thread.env->DeleteGlobalRef(reference);
+    thread.leave();
+    return rv;
+}
+
+// A global reference to the object that the Java CreateMutex returns; null when it returned none or failed.
+jobject createMutex(JNIEnv* env)
+{
+    jmethodID method = nullptr;
+    const LocalRef<jobject> object(env, findCallback(env, CREATE, &method));
+    if (object == nullptr) return nullptr;
+    const LocalRef<jobject> mutex(env, env->CallObjectMethod(object, method));
+    return env->ExceptionCheck() ? nullptr : env->NewGlobalRef(mutex);
+}
+
+} // namespace
+
+bool hasInitArgs()
+{
+    return gInitArgsObject != nullptr || gInitArgs != nullptr;
+}
+
+CK_C_INITIALIZE_ARGS* makeInitArgsAdapter(JNIEnv* env, jobject jInitArgs)
+{
+    const jclass cls = FindClass(env, ARGS_CLASS);
+    if (env->ExceptionCheck() || jInitArgs == nullptr) return nullptr;
+    CK_C_INITIALIZE_ARGS* const adapter = newInitArgs(env);
+    if (adapter == nullptr) return nullptr;
+    fillAdapter(env, cls, jInitArgs, adapter);
+    if (!env->ExceptionCheck()) return adapter;
+    // gInitArgsObject is left as it is, so that the next C_Initialize passes no arguments until a C_Finalize
+    // has succeeded: wanted.
+    std::free(adapter);
+    std::free(gInitArgs.exchange(nullptr));
+    return nullptr;
+}
+
+void releaseInitArgs(JNIEnv* env)
+{
+    const jobject object = gInitArgsObject.exchange(nullptr);
+    if (object != nullptr) env->DeleteGlobalRef(object);
+    std::free(gInitArgs.exchange(nullptr));
+}
+
+void preloadCallbackClasses(JNIEnv* env)
+{
+    FindClass(env, ARGS_CLASS);
+    for (const Callback* callback : {&CREATE, &DESTROY, &LOCK, &UNLOCK}) {
+        if (env->ExceptionCheck()) env->ExceptionClear();
+        FindClass(env, callback->path);
+    }
+    if (env->ExceptionCheck()) env->ExceptionClear();
+}
+
+CK_RV callJCreateMutex(CK_VOID_PTR_PTR ppMutex)
+{
+    if (ppMutex == nullptr) return CKR_MUTEX_BAD;
+    *ppMutex = nullptr;
+    JavaVM* const vm = createdVM();
+    if (vm == nullptr) return CKR_MUTEX_BAD;
+    CallbackThread thread{vm};
+    if (!thread.enter()) return CKR_MUTEX_BAD;
+    *ppMutex = createMutex(thread.env);
+    if (!thread.failed()) thread.leave();
+    return *ppMutex != nullptr ? CKR_OK : CKR_MUTEX_BAD;
+}
+
+CK_RV callJDestroyMutex(CK_VOID_PTR mutex)
+{
+    return callWithMutex(DESTROY, mutex, MutexAfterwards::Deleted);
+}
+
+CK_RV callJLockMutex(CK_VOID_PTR mutex)
+{
+    return callWithMutex(LOCK, mutex, MutexAfterwards::Kept);
+}
+
+CK_RV callJUnlockMutex(CK_VOID_PTR mutex)
+{
+    return callWithMutex(UNLOCK, mutex, MutexAfterwards::Kept);
+}
+
+} // namespace zerlin
