@@ -44,8 +44,9 @@ public class CK_ATTRIBUTE {
     /** The attribute's type. The native changes it only when it is 65535, which stands for any type. */
     public CK_ATTRIBUTE_TYPE type;
     /**
-     * The value, or null to ask for its length only. Do not set an {@code int[]} here: the native side reads
-     * past its end; the constructors replace one by a {@code long[]}.
+     * The value, or null to ask for its length only. Do not set an {@code int[]} here: the native side takes it
+     * for the {@code long[]} of the same memory, so that every second element is lost; the constructors replace
+     * one by an equal {@code long[]}.
      */
     public Object pValue;
     /**

@@ -19,7 +19,10 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
 public class CK_MECHANISM {
     /** The mechanism's type; a null arrives as 4294967295. */
     public CK_MECHANISM_TYPE mechanism;
-    /** The parameter, or null for none. Do not set an {@code int[]}: the native side reads past its end. */
+    /**
+     * The parameter, or null for none. Do not set an {@code int[]}: the native side loses every second element
+     * of it.
+     */
     public Object pParameter;
     /**
      * The length of the parameter's native form in bytes. Leave it to the constructors: with a wrong value

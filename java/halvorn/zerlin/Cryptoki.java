@@ -66,10 +66,10 @@ import halvorn.zerlin.constants.CK_USER_TYPE;
  * Elements of object arrays are changed in place and must exist.
  *
  * <h2 id="templates">Templates</h2>
- * A template is an array of {@link CK_ATTRIBUTE} and a count of at most its length, which is not checked. No
- * element may be null: that crashes the JVM. Null with count 0 is an empty template; null with a positive
- * count answers {@code CKR_ARGUMENTS_BAD}. The {@code valueLen} of each attribute is trusted, so let its
- * constructors set it.
+ * A template is an array of {@link CK_ATTRIBUTE} and a count of at most its length, which is not checked. A
+ * null element reaches the library as an attribute of type 4294967295 without a value, which it refuses. Null
+ * with count 0 is an empty template; null with a positive count answers {@code CKR_ARGUMENTS_BAD}. The
+ * {@code valueLen} of each attribute is trusted, so let its constructors set it.
  *
  * <h2 id="mechanisms">Mechanisms</h2>
  * A null {@link CK_MECHANISM} answers {@code CKR_ARGUMENTS_BAD}. Let its constructors set
@@ -95,8 +95,8 @@ public final class Cryptoki {
      * the argument stay registered until {@link #C_Finalize} succeeds, also when this call fails; while some
      * are registered, the library gets a null argument instead of a new one.
      *
-     * @param pInitArgs a {@link CK_C_INITIALIZE_ARGS}, or null when only one thread uses the library; no
-     *                  object of another class
+     * @param pInitArgs a {@link CK_C_INITIALIZE_ARGS}, or null when only one thread uses the library; an
+     *                  object of another class answers {@code CKR_ARGUMENTS_BAD}
      * @return {@code CKR_OK}, or for example {@code CKR_CRYPTOKI_ALREADY_INITIALIZED}, {@code CKR_CANT_LOCK},
      *         {@code CKR_NEED_TO_CREATE_THREADS}
      */

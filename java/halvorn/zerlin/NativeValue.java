@@ -52,7 +52,7 @@ final class NativeValue {
         return UNKNOWN;
     }
 
-    // The native side takes an int[] for a long[] and would read past its end.
+    // The native side takes an int[] for the long[] of the same memory, and would lose every second element.
     static Object withoutIntArray(Object value) {
         if (!(value instanceof int[])) {
             return value;
