@@ -1,0 +1,10 @@
+/**
+ * @file
+ * What stands before every C function that the library exports. Valid C99 and C++.
+ */
+#ifndef ZERLIN_EXPORT_H
+#define ZERLIN_EXPORT_H
+
+#define ZERLIN_EXPORT __attribute__((visibility("default")))
+
+#endif

@@ -1,0 +1,28 @@
+// What the attribute routines share.
+#pragma once
+
+#include <algorithm>
+#include <span>
+
+#include "zerlin/attrutil.h"
+
+namespace zerlin {
+
+// None for a null set and for one that has no array.
+inline std::span<CK_ATTRIBUTE> entries(const AttributeSet* set)
+{
+    if (set == nullptr || set->attrs == nullptr) return {};
+    return {set->attrs, set->count};
+}
+
+inline bool hasBytes(const CK_ATTRIBUTE& attr)
+{
+    return attr.pValue != nullptr && attr.ulValueLen > 0;
+}
+
+inline bool contains(std::span<const CK_ATTRIBUTE_TYPE> types, CK_ATTRIBUTE_TYPE type)
+{
+    return std::ranges::find(types, type) != types.end();
+}
+
+} // namespace zerlin

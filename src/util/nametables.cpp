@@ -1,0 +1,116 @@
+// Looks up the name of a value and the value of a name.
+#include "util/nametables.h"
+
+#include <atomic>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/util/nametables $\" \"$Revision: 1.1.1.2 $\"";
+
+constexpr std::size_t PREFIX_LENGTH = 4;
+
+// The text of the last miss, shared by all tables and threads. The bytes after the longest text stay 0, so
+// that it is terminated at every moment, whoever writes.
+char buff[256];
+
+// Byte by byte, without a lock: threads that miss on the same value never see anything but its text.
+void publish(const char (&text)[sizeof buff])
+{
+    const std::size_t size = std::strlen(text) + 1;
+    for (std::size_t i = 0; i < size; ++i)
+        std::atomic_ref<char>(buff[i]).store(text[i], std::memory_order_relaxed);
+}
+
+CK_ULONG valueOf(const char* name, const char* prefix, const NameTableRow* table, int rows)
+{
+    const bool prefixed = std::strncmp(name, prefix, PREFIX_LENGTH) == 0;
+    return valTab(prefixed ? name + PREFIX_LENGTH : name, table, rows);
+}
+
+} // namespace
+
+const char* strTab(CK_ULONG value, const NameTableRow* table, int count)
+{
+    for (int i = 0; i < count; ++i)
+        if (table[i].value == value) return table[i].name;
+
+    const bool vendor = static_cast<std::int32_t>(value) < 0;
+    char text[sizeof buff];
+    std::snprintf(text, sizeof text, vendor ? "Vendor defined (0x%lx)" : "UNKNOWN (0x%lx)", value);
+    publish(text);
+    return buff;
+}
+
+CK_ULONG valTab(const char* name, const NameTableRow* table, int count)
+{
+    for (int i = 0; i < count; ++i)
+        if (std::strcmp(table[i].name, name) == 0) return table[i].value;
+    return CK_UNAVAILABLE_INFORMATION;
+}
+
+const char* strObjClass(CK_OBJECT_CLASS value)
+{
+    return strTab(value, ObjClassTable, OBJ_CLASS_ROWS);
+}
+
+const char* strKeyType(CK_KEY_TYPE value)
+{
+    return strTab(value, KeyTypeTable, KEY_TYPE_ROWS);
+}
+
+const char* strAttribute(CK_ATTRIBUTE_TYPE value)
+{
+    return strTab(value, AttributeTable, ATTRIBUTE_ROWS);
+}
+
+const char* strMechanism(CK_MECHANISM_TYPE value)
+{
+    return strTab(value, MechanismTable, MECHANISM_ROWS);
+}
+
+const char* strSesState(CK_STATE value)
+{
+    return strTab(value, SesStateTable, SES_STATE_ROWS);
+}
+
+const char* strError(CK_RV value)
+{
+    return strTab(value, ErrorTable, ERROR_ROWS);
+}
+
+CK_OBJECT_CLASS valObjClass(const char* name)
+{
+    return valueOf(name, "CKO_", ObjClassTable, OBJ_CLASS_ROWS);
+}
+
+CK_KEY_TYPE valKeyType(const char* name)
+{
+    return valueOf(name, "CKK_", KeyTypeTable, KEY_TYPE_ROWS);
+}
+
+CK_ATTRIBUTE_TYPE valAttribute(const char* name)
+{
+    return valueOf(name, "CKA_", AttributeTable, ATTRIBUTE_ROWS);
+}
+
+CK_MECHANISM_TYPE valMechanism(const char* name)
+{
+    return valueOf(name, "CKM_", MechanismTable, MECHANISM_ROWS);
+}
+
+// Not "CKS_": wanted.
+CK_STATE valSesState(const char* name)
+{
+    return valueOf(name, "CKM_", SesStateTable, SES_STATE_ROWS);
+}
+
+CK_RV valError(const char* name)
+{
+    return valueOf(name, "CKR_", ErrorTable, ERROR_ROWS);
+}
