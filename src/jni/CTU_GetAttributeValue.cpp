@@ -1,0 +1,38 @@
+// CTU_GetAttributeValue: one attribute of an object into a value object.
+#include "halvorn_zerlin_CTUtil.h"
+#include "jni/frame.h"
+#include "zerlin/attrutil.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CTU_GetAttributeValue $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1GetAttributeValue(JNIEnv* env, jclass,
+    jobject hSession, jobject hObject, jobject type, jobject value, jlong ulValueLen, jobject pulValueLen)
+{
+    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
+    if (env->ExceptionCheck()) return nullptr;
+    if (pulValueLen == nullptr) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_ATTRIBUTE_TYPE attributeType = jAttributeTypeToCKAttributeType(env, type);
+    if (env->ExceptionCheck()) return nullptr;
+    const BareValue native(env, value);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_ULONG length = 0;
+    const CK_RV rv = GetAttr(session, object, attributeType, native.data, toCK(ulValueLen), &length);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv != CKR_OK) return ckRVToJRV(env, rv);
+    SetLongField(env, longRefClass, pulValueLen, "value", length);
+    if (env->ExceptionCheck()) return nullptr;
+    CopyCKObjectPtrToJObjectPrimitive(env, native.data, length, value);
+    return result(env, rv);
+}

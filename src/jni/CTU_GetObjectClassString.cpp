@@ -1,0 +1,19 @@
+// CTU_GetObjectClassString: the name of an object class.
+#include "halvorn_zerlin_CTUtil.h"
+#include "jni/names.h"
+#include "zerlin/nametables.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CTU_GetObjectClassString $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1GetObjectClassString(
+    JNIEnv* env, jclass, jobject value, jbyteArray pName, jobject pulNameLen)
+{
+    return nameOfValue(env, jObjectClassToCKObjectClass, strObjClass, value, pName, pulNameLen);
+}

@@ -1,0 +1,27 @@
+// CTU_SetAttributeValue: one attribute of an object from a value object.
+#include "halvorn_zerlin_CTUtil.h"
+#include "jni/frame.h"
+#include "zerlin/attrutil.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CTU_SetAttributeValue $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1SetAttributeValue(
+    JNIEnv* env, jclass, jobject hSession, jobject hObject, jobject type, jobject value, jlong ulValueLen)
+{
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_ATTRIBUTE_TYPE attributeType = jAttributeTypeToCKAttributeType(env, type);
+    if (env->ExceptionCheck()) return nullptr;
+    const BareValue native(env, value);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, SetAttr(session, object, attributeType, native.data, toCK(ulValueLen)));
+}

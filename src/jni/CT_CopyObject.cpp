@@ -1,0 +1,36 @@
+// CT_CopyObject: the vendor's copy of an object between two sessions.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CT_CopyObject $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1CopyObject(JNIEnv* env, jclass, jobject hSession1,
+    jobject hSession2, jobject hObject, jobjectArray pTemplate, jlong ulCount, jobject phNewObject)
+{
+    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
+    if (env->ExceptionCheck()) return nullptr;
+    if (phNewObject == nullptr || isMissing(pTemplate, ulCount)) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session1 = jSessionHandleToCKSessionHandle(env, hSession1);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_SESSION_HANDLE session2 = jSessionHandleToCKSessionHandle(env, hSession2);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template attributes(env, pTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_OBJECT_HANDLE newObject = 0;
+    const CK_RV rv =
+        CT_CopyObject(session1, session2, object, attributes.attributes, toCK(ulCount), &newObject);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) SetLongField(env, handleClass, phNewObject, "m_value", newObject);
+    return result(env, rv);
+}

@@ -1,0 +1,33 @@
+// C_CopyObject: PKCS#11 v2.20, 11.7.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_CopyObject $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CopyObject(JNIEnv* env, jclass, jobject hSession,
+    jobject hObject, jobjectArray pTemplate, jlong ulCount, jobject phNewObject)
+{
+    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
+    if (env->ExceptionCheck()) return nullptr;
+    if (phNewObject == nullptr || isMissing(pTemplate, ulCount)) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template attributes(env, pTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_OBJECT_HANDLE newObject = 0;
+    const CK_RV rv = C_CopyObject(session, object, attributes.attributes, toCK(ulCount), &newObject);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) SetLongField(env, handleClass, phNewObject, "m_value", newObject);
+    return result(env, rv);
+}

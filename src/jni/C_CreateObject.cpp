@@ -1,0 +1,31 @@
+// C_CreateObject: PKCS#11 v2.20, 11.7.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_CreateObject $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CreateObject(
+    JNIEnv* env, jclass, jobject hSession, jobjectArray pTemplate, jlong ulCount, jobject phObject)
+{
+    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
+    if (env->ExceptionCheck()) return nullptr;
+    if (phObject == nullptr || isMissing(pTemplate, ulCount)) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template attributes(env, pTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_OBJECT_HANDLE object = 0;
+    const CK_RV rv = C_CreateObject(session, attributes.attributes, toCK(ulCount), &object);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) SetLongField(env, handleClass, phObject, "m_value", object);
+    return result(env, rv);
+}

@@ -1,0 +1,19 @@
+// C_DecryptUpdate: PKCS#11 v2.20, 11.9.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/shapes.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_DecryptUpdate $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DecryptUpdate(JNIEnv* env, jclass, jobject hSession,
+    jbyteArray pEncryptedPart, jlong ulEncryptedPartLen, jbyteArray pPart, jobject pulPartLen)
+{
+    return dataInDataOut(
+        env, C_DecryptUpdate, hSession, pEncryptedPart, ulEncryptedPartLen, pPart, pulPartLen);
+}

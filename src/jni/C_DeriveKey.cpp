@@ -1,0 +1,38 @@
+// C_DeriveKey: PKCS#11 v2.20, 11.14.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/keys.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_DeriveKey $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DeriveKey(JNIEnv* env, jclass, jobject hSession,
+    jobject pMechanism, jobject hBaseKey, jobjectArray pTemplate, jlong ulAttributeCount, jobject phKey)
+{
+    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
+    if (env->ExceptionCheck()) return nullptr;
+    // A null phKey is not refused: the handle is then dropped, wanted.
+    if (pMechanism == nullptr) return argumentsBad(env);
+    if (isMissing(pTemplate, ulAttributeCount)) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    Mechanism mechanism(env, pMechanism);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE baseKey = jObjectHandleToCKObjectHandle(env, hBaseKey);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template attributes(env, pTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_OBJECT_HANDLE key = 0;
+    const CK_RV rv =
+        C_DeriveKey(session, &mechanism.native, baseKey, attributes.attributes, toCK(ulAttributeCount), &key);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
+    return result(env, rv);
+}

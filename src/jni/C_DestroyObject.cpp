@@ -1,0 +1,22 @@
+// C_DestroyObject: PKCS#11 v2.20, 11.7.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_DestroyObject $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DestroyObject(
+    JNIEnv* env, jclass, jobject hSession, jobject hObject)
+{
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_DestroyObject(session, object));
+}

@@ -1,0 +1,22 @@
+// C_DigestKey: PKCS#11 v2.20, 11.10.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_DigestKey $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestKey(
+    JNIEnv* env, jclass, jobject hSession, jobject hKey)
+{
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_DigestKey(session, key));
+}

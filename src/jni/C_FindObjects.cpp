@@ -1,0 +1,35 @@
+// C_FindObjects: PKCS#11 v2.20, 11.7.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_FindObjects $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1FindObjects(JNIEnv* env, jclass, jobject hSession,
+    jobjectArray phObject, jlong ulMaxObjectCount, jobject pulObjectCount)
+{
+    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
+    if (env->ExceptionCheck()) return nullptr;
+    if (isMissing(phObject, ulMaxObjectCount) || pulObjectCount == nullptr) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    // The capacity is the argument; the LongRef is output only.
+    const OutputBuffer<CK_OBJECT_HANDLE> objects(phObject != nullptr, toCK(ulMaxObjectCount));
+    if (phObject != nullptr && objects.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);
+
+    CK_ULONG count = 0;
+    const CK_RV rv = C_FindObjects(session, objects.data, toCK(ulMaxObjectCount), &count);
+    if (env->ExceptionCheck()) return nullptr;
+    SetLongField(env, longRefClass, pulObjectCount, "value", count);
+    if (rv == CKR_OK) {
+        CopyCKULongArrayToJObjectHandleArray(env, objects.data, objects.readable(count), phObject);
+    }
+    return result(env, rv);
+}

@@ -1,0 +1,34 @@
+// C_GenerateKey: PKCS#11 v2.20, 11.14.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/keys.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GenerateKey $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKey(JNIEnv* env, jclass, jobject hSession,
+    jobject pMechanism, jobjectArray pTemplate, jlong ulCount, jobject phKey)
+{
+    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
+    if (env->ExceptionCheck()) return nullptr;
+    if (pMechanism == nullptr || phKey == nullptr) return argumentsBad(env);
+    if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    Mechanism mechanism(env, pMechanism);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template attributes(env, pTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_OBJECT_HANDLE key = 0;
+    const CK_RV rv = C_GenerateKey(session, &mechanism.native, attributes.attributes, toCK(ulCount), &key);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
+    return result(env, rv);
+}

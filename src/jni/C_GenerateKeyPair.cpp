@@ -1,0 +1,47 @@
+// C_GenerateKeyPair: PKCS#11 v2.20, 11.14.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GenerateKeyPair $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKeyPair(JNIEnv* env, jclass,
+    jobject hSession, jobject pMechanism, jobjectArray pPublicKeyTemplate, jlong ulPublicKeyAttributeCount,
+    jobjectArray pPrivateKeyTemplate, jlong ulPrivateKeyAttributeCount, jobject phPublicKey,
+    jobject phPrivateKey)
+{
+    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
+    if (env->ExceptionCheck()) return nullptr;
+    if (pMechanism == nullptr || phPublicKey == nullptr || phPrivateKey == nullptr) return argumentsBad(env);
+    if (isMissing(pPublicKeyTemplate, ulPublicKeyAttributeCount)) return argumentsBad(env);
+    if (isMissing(pPrivateKeyTemplate, ulPrivateKeyAttributeCount)) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    Mechanism mechanism(env, pMechanism);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template publicAttributes(env, pPublicKeyTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template privateAttributes(env, pPrivateKeyTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_OBJECT_HANDLE publicKey = 0;
+    CK_OBJECT_HANDLE privateKey = 0;
+    const CK_RV rv = C_GenerateKeyPair(session, &mechanism.native, publicAttributes.attributes,
+        toCK(ulPublicKeyAttributeCount), privateAttributes.attributes, toCK(ulPrivateKeyAttributeCount),
+        &publicKey, &privateKey);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv != CKR_OK) return ckRVToJRV(env, rv);
+    SetLongField(env, handleClass, phPublicKey, "m_value", publicKey);
+    if (env->ExceptionCheck()) return nullptr;
+    SetLongField(env, handleClass, phPrivateKey, "m_value", privateKey);
+    if (env->ExceptionCheck()) return nullptr;
+    CopyCKMechanismToJMechanism(env, &mechanism.native, pMechanism);
+    return result(env, rv);
+}

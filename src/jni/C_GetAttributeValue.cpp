@@ -1,0 +1,30 @@
+// C_GetAttributeValue: PKCS#11 v2.20, 11.7.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetAttributeValue $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetAttributeValue(
+    JNIEnv* env, jclass, jobject hSession, jobject hObject, jobjectArray pTemplate, jlong ulCount)
+{
+    if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template attributes(env, pTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    const CK_RV rv = C_GetAttributeValue(session, object, attributes.attributes, toCK(ulCount));
+    if (env->ExceptionCheck()) return nullptr;
+    // Whatever the result, so that a sensitive or missing attribute does not hide what was served.
+    CopyCKAttributeArrayToJAttributeArray(env, attributes.attributes, toCK(ulCount), pTemplate);
+    return result(env, rv);
+}

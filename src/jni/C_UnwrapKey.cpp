@@ -1,0 +1,40 @@
+// C_UnwrapKey: PKCS#11 v2.20, 11.14.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/keys.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_UnwrapKey $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1UnwrapKey(JNIEnv* env, jclass, jobject hSession,
+    jobject pMechanism, jobject hUnwrappingKey, jbyteArray pWrappedKey, jlong ulWrappedKeyLen,
+    jobjectArray pTemplate, jlong ulAttributeCount, jobject phKey)
+{
+    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
+    if (env->ExceptionCheck()) return nullptr;
+    if (pMechanism == nullptr || phKey == nullptr || pWrappedKey == nullptr) return argumentsBad(env);
+    if (isMissing(pTemplate, ulAttributeCount)) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    Mechanism mechanism(env, pMechanism);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE unwrappingKey = jObjectHandleToCKObjectHandle(env, hUnwrappingKey);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput wrappedKey(env, pWrappedKey);
+    if (env->ExceptionCheck()) return nullptr;
+    const Template attributes(env, pTemplate);
+    if (env->ExceptionCheck()) return nullptr;
+
+    CK_OBJECT_HANDLE key = 0;
+    const CK_RV rv = C_UnwrapKey(session, &mechanism.native, unwrappingKey, wrappedKey.data,
+        toCK(ulWrappedKeyLen), attributes.attributes, toCK(ulAttributeCount), &key);
+    if (env->ExceptionCheck()) return nullptr;
+    if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
+    return result(env, rv);
+}

@@ -1,0 +1,24 @@
+// C_Verify: PKCS#11 v2.20, 11.12.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_Verify $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Verify(JNIEnv* env, jclass, jobject hSession,
+    jbyteArray pData, jlong ulDataLen, jbyteArray pSignature, jlong ulSignatureLen)
+{
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput data(env, pData);
+    if (env->ExceptionCheck()) return nullptr;
+    const ByteInput signature(env, pSignature);
+    if (env->ExceptionCheck()) return nullptr;
+    return result(env, C_Verify(session, data.data, toCK(ulDataLen), signature.data, toCK(ulSignatureLen)));
+}

@@ -1,0 +1,35 @@
+// C_WrapKey: PKCS#11 v2.20, 11.14.
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_WrapKey $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1WrapKey(JNIEnv* env, jclass, jobject hSession,
+    jobject pMechanism, jobject hWrappingKey, jobject hKey, jbyteArray pWrappedKey, jobject pulWrappedKeyLen)
+{
+    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
+    if (env->ExceptionCheck()) return nullptr;
+    if (pulWrappedKeyLen == nullptr || pMechanism == nullptr) return argumentsBad(env);
+
+    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
+    if (env->ExceptionCheck()) return nullptr;
+    Mechanism mechanism(env, pMechanism);
+    if (env->ExceptionCheck()) return nullptr;
+    // A null wrapping key is the invalid handle 0 here, unlike elsewhere: wanted.
+    const CK_OBJECT_HANDLE wrappingKey =
+        hWrappingKey == nullptr ? CK_INVALID_HANDLE : jObjectHandleToCKObjectHandle(env, hWrappingKey);
+    if (env->ExceptionCheck()) return nullptr;
+    const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
+    if (env->ExceptionCheck()) return nullptr;
+    return callWithOutput(env, longRefClass, pulWrappedKeyLen, pWrappedKey, CopyCKByteArrayToJByteArray,
+        [&](CK_BYTE_PTR wrappedKey, CK_ULONG_PTR length) {
+            return C_WrapKey(session, &mechanism.native, wrappingKey, key, wrappedKey, length);
+        });
+}

@@ -1,0 +1,30 @@
+// GetConstantValue of the class CK: a constant that depends on the width of CK_ULONG, by its name.
+#include <cstring>
+
+#include "halvorn_zerlin_constants_CK.h"
+#include "jni/frame.h"
+
+using namespace zerlin;
+
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/getConstantValue $\" \"$Revision: 1.1.1.3 $\"";
+
+} // namespace
+
+JNIEXPORT jlong JNICALL Java_halvorn_zerlin_constants_CK_GetConstantValue(JNIEnv* env, jclass, jstring name)
+{
+    if (env->ExceptionCheck()) return 0;
+    if (name == nullptr) {
+        throwNullPointer(env, "the name of the constant is null");
+        return 0;
+    }
+    CK_ULONG length = 0;
+    char* const text = copyStringUTF(env, name, &length);
+    if (text == nullptr) return 0;
+    const bool isKnown = std::strcmp(text, "UNAVAILABLE_INFORMATION") == 0;
+    if (!isKnown) throwUnsupported(env, "Constant %s not recognised", text);
+    std::free(text);
+    return isKnown ? static_cast<jlong>(CK_UNAVAILABLE_INFORMATION) : 0;
+}
