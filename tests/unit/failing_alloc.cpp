@@ -1,0 +1,81 @@
+// The wrappers that the linker puts in the place of malloc, calloc, realloc and free.
+#include "failing_alloc.h"
+
+#include <cstddef>
+
+namespace {
+
+thread_local int untilFailure = 0; // below 0: it has failed
+thread_local HeapWatch* watching = nullptr;
+
+bool isToFail()
+{
+    if (untilFailure <= 0 || --untilFailure > 0) return false;
+    untilFailure = -1;
+    return true;
+}
+
+void* allocated(void* block, std::size_t size)
+{
+    if (watching != nullptr && block != nullptr) watching->blocks[block] = size;
+    return block;
+}
+
+} // namespace
+
+void failAllocation(int n)
+{
+    untilFailure = n;
+}
+
+bool allocationFailed()
+{
+    return untilFailure < 0;
+}
+
+HeapWatch::HeapWatch()
+{
+    watching = this;
+}
+
+HeapWatch::~HeapWatch()
+{
+    watching = nullptr;
+}
+
+extern "C" {
+
+void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
+void* __real_realloc(void* block, std::size_t size);
+void __real_free(void* block);
+
+void* __wrap_malloc(std::size_t size)
+{
+    return isToFail() ? nullptr : allocated(__real_malloc(size), size);
+}
+
+void* __wrap_calloc(std::size_t count, std::size_t size)
+{
+    return isToFail() ? nullptr : allocated(__real_calloc(count, size), count * size);
+}
+
+void* __wrap_realloc(void* block, std::size_t size)
+{
+    if (isToFail()) return nullptr;
+    void* const moved = __real_realloc(block, size);
+    if (watching != nullptr && moved != nullptr) watching->blocks.erase(block);
+    return allocated(moved, size);
+}
+
+void __wrap_free(void* block)
+{
+    if (watching != nullptr) {
+        if (const auto node = watching->blocks.extract(block)) {
+            watching->freed.emplace_back(static_cast<const char*>(block), node.mapped());
+        }
+    }
+    __real_free(block);
+}
+
+} // extern "C"
