@@ -1,0 +1,72 @@
+// Locking callbacks for the unit tests, which note that they were called.
+
+import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
+
+import java.lang.ref.WeakReference;
+
+public final class TestCallbacks {
+    private static final StringBuffer calls = new StringBuffer();
+    private static volatile WeakReference<Object> last;
+
+    private TestCallbacks() {
+    }
+
+    // Those callbacks of which the initial is given: create, destroy, lock, unlock. CreateMutex returns the
+    // mutex, the others the answer.
+    public static CK_C_INITIALIZE_ARGS answering(String initials, Object mutex, long answer) {
+        CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
+        calls.setLength(0);
+        args.createMutex = !initials.contains("c") ? null : () -> {
+            note("CreateMutex", "", 0);
+            return mutex;
+        };
+        args.destroyMutex = !initials.contains("d") ? null : given -> note("DestroyMutex", given, answer);
+        args.lockMutex = !initials.contains("l") ? null : given -> note("LockMutex", given, answer);
+        args.unlockMutex = !initials.contains("u") ? null : given -> note("UnlockMutex", given, answer);
+        return args;
+    }
+
+    // Every callback throws its own name.
+    public static CK_C_INITIALIZE_ARGS throwing() {
+        CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
+        calls.setLength(0);
+        args.createMutex = () -> fail("CreateMutex", "");
+        args.destroyMutex = given -> fail("DestroyMutex", given);
+        args.lockMutex = given -> fail("LockMutex", given);
+        args.unlockMutex = given -> fail("UnlockMutex", given);
+        return args;
+    }
+
+    // CreateMutex makes an object to which Java keeps no reference.
+    public static CK_C_INITIALIZE_ARGS forgetful() {
+        CK_C_INITIALIZE_ARGS args = answering("dlu", null, 0);
+        args.createMutex = () -> {
+            Object mutex = new Object();
+            last = new WeakReference<>(mutex);
+            return mutex;
+        };
+        return args;
+    }
+
+    public static Boolean isLastCollected() {
+        System.gc();
+        return last.get() == null;
+    }
+
+    // What was called since the last time: "CreateMutex() LockMutex(m) ".
+    public static String takeCalls() {
+        String taken = calls.toString();
+        calls.setLength(0);
+        return taken;
+    }
+
+    private static long note(String name, Object mutex, long answer) {
+        calls.append(name + "(" + mutex + ") ");
+        return answer;
+    }
+
+    private static long fail(String name, Object mutex) {
+        note(name, mutex, 0);
+        throw new IllegalStateException(name);
+    }
+}

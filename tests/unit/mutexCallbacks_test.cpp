@@ -1,0 +1,467 @@
+// Java's locking callbacks: what C_Initialize makes of them, how long they stay registered, and what becomes
+// of a call that the Cryptoki library makes to one, on whatever thread.
+#include "faulty_env.h"
+#include "helper/jutil.h"
+#include "jvm.h"
+#include "natives.h"
+
+#include <array>
+#include <dlfcn.h>
+#include <optional>
+#include <thread>
+
+namespace {
+
+// What the library under test finds when it looks for the JVM.
+std::function<decltype(JNI_GetCreatedJavaVMs)> createdVMs;
+
+} // namespace
+
+// Stands before the JVM's own.
+jint JNICALL JNI_GetCreatedJavaVMs(JavaVM** vms, jsize size, jsize* count)
+{
+    if (createdVMs) return createdVMs(vms, size, count);
+    static const auto real =
+        reinterpret_cast<decltype(&JNI_GetCreatedJavaVMs)>(dlsym(RTLD_NEXT, "JNI_GetCreatedJavaVMs"));
+    return real(vms, size, count);
+}
+
+namespace {
+
+using namespace jni;
+
+const char* const ARGS = "halvorn/zerlin/CK_C_INITIALIZE_ARGS";
+const char* const CALLBACKS = "TestCallbacks";
+const char* const ALL_SET = "C_Initialize({set, set, set, set, 0, null})";
+const char* const NONE_SET = "C_Initialize(null)";
+
+jint attachment()
+{
+    void* env = nullptr;
+    return jvm()->GetEnv(&env, JNI_VERSION_1_8);
+}
+
+struct MutexCallbacks : JniTest {
+    CK_C_INITIALIZE_ARGS given = {}; // to the Cryptoki library, by the last C_Initialize with arguments
+
+    jobject answering(jlong answer, const char* mutex = "m", const char* initials = "cdlu")
+    {
+        return callStatic(env, CALLBACKS, "answering",
+            "(Ljava/lang/String;Ljava/lang/Object;J)Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;",
+            string(env, initials), mutex == nullptr ? nullptr : string(env, mutex), answer);
+    }
+    jobject made(const char* path, const char* factory)
+    {
+        return callStatic(env, path, factory, "()Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;");
+    }
+    std::string takeCalls()
+    {
+        const jobject calls = callStatic(env, CALLBACKS, "takeCalls", "()Ljava/lang/String;");
+        return toString(env, static_cast<jstring>(calls));
+    }
+    std::string isLastCollected()
+    {
+        return text(env, {callStatic(env, CALLBACKS, "isLastCollected", "()Ljava/lang/Boolean;")});
+    }
+
+    // The line that the Cryptoki library sees; "" when it is not called.
+    std::string initialise(jobject args, CK_RV rv = CKR_OK)
+    {
+        const std::size_t known = recorder::calls().size();
+        recorder::script().C_Initialize = [this, rv](CK_VOID_PTR passed) {
+            if (passed != nullptr) given = *static_cast<CK_C_INITIALIZE_ARGS*>(passed);
+            return rv;
+        };
+        const jobject returned = NATIVE(C_1Initialize)(env, nullptr, args);
+        EXPECT_EQ(returned == nullptr, env->ExceptionCheck());
+        if (recorder::calls().size() == known) return "";
+        if (returned != nullptr) {
+            EXPECT_EQ(rvOf(env, returned), rv);
+        }
+        return recorder::calls().back();
+    }
+    void finalise(CK_RV rv = CKR_OK)
+    {
+        recorder::script().C_Finalize = [rv](CK_VOID_PTR) { return rv; };
+        EXPECT_EQ(rvOf(env, NATIVE(C_1Finalize)(env, nullptr, nullptr)), rv);
+    }
+    CK_VOID_PTR newMutex()
+    {
+        CK_VOID_PTR mutex = nullptr;
+        EXPECT_EQ(given.CreateMutex(&mutex), CKR_OK);
+        EXPECT_NE(mutex, nullptr);
+        return mutex;
+    }
+    // The four functions in the order of their use; a mutex that is created is let go.
+    CK_RV callFunction(std::size_t index, CK_VOID_PTR mutex)
+    {
+        const std::array onMutex = {given.LockMutex, given.UnlockMutex, given.DestroyMutex};
+        if (index > 0) return onMutex[index - 1](mutex);
+        CK_VOID_PTR created = mutex;
+        const CK_RV rv = given.CreateMutex(&created);
+        EXPECT_EQ(created == nullptr, rv != CKR_OK);
+        return rv;
+    }
+};
+
+const char* const NAMES[] = {"CreateMutex", "LockMutex", "UnlockMutex", "DestroyMutex"};
+
+TEST_F(MutexCallbacks, theLibraryIsGivenAFunctionForEachCallback)
+{
+    struct Row {
+        const char* initials;
+        jlong flags;
+        std::string line;
+    };
+    const Row rows[] = {
+        {"cdlu", 0, ALL_SET},
+        {"c", 0, "C_Initialize({set, null, null, null, 0, null})"},
+        {"d", 0, "C_Initialize({null, set, null, null, 0, null})"},
+        {"l", 2, "C_Initialize({null, null, set, null, 2, null})"},
+        {"u", 0x1'0000'0002, "C_Initialize({null, null, null, set, 2, null})"},
+        {"", -1, "C_Initialize({null, null, null, null, 0xffffffff, null})"},
+    };
+    for (const Row& row : rows) {
+        const jobject args = answering(0, "m", row.initials);
+        setLong(env, args, "flags", row.flags);
+        EXPECT_EQ(initialise(args), row.line);
+        EXPECT_EQ(initialise(args), *row.initials == '\0' ? row.line : NONE_SET);
+        finalise();
+    }
+    EXPECT_EQ(initialise(longRef(env, 1)), "");
+    expectRefused(env, call(NATIVE(C_1Initialize), longRef(env, 1)));
+}
+
+TEST_F(MutexCallbacks, theReservedObjectIsPassedAsItsReference)
+{
+    const jobject reserved = string(env, "reserved");
+    const jobject args = make(env, ARGS);
+    setObject(env, args, "reserved", "Ljava/lang/Object;", reserved);
+    bool isSame = false;
+    recorder::script().C_Initialize = [&](CK_VOID_PTR passed) {
+        const auto* const native = static_cast<CK_C_INITIALIZE_ARGS*>(passed);
+        isSame = env->IsSameObject(static_cast<jobject>(native->pReserved), reserved);
+        return CKR_ARGUMENTS_BAD;
+    };
+    EXPECT_EQ(rvOf(env, NATIVE(C_1Initialize)(env, nullptr, args)), CKR_ARGUMENTS_BAD);
+    EXPECT_TRUE(isSame);
+}
+
+TEST_F(MutexCallbacks, theRegistrationLastsUntilAFinalizeSucceeds)
+{
+    const jobject first = answering(1);
+    const jobject second = answering(2);
+    const auto expectFirst = [&] { EXPECT_EQ(given.LockMutex(first), 1U); };
+    const Watched watched = watch(env, {}, [&] {
+        EXPECT_EQ(initialise(nullptr), NONE_SET);
+        EXPECT_EQ(initialise(first), ALL_SET);
+        EXPECT_EQ(initialise(second), NONE_SET);
+        EXPECT_EQ(initialise(longRef(env, 1)), NONE_SET);
+        expectFirst();
+        finalise(CKR_DEVICE_ERROR);
+        EXPECT_EQ(initialise(second), NONE_SET);
+        expectFirst();
+        finalise();
+        EXPECT_EQ(given.LockMutex(first), CKR_MUTEX_BAD);
+        EXPECT_EQ(initialise(first, CKR_DEVICE_ERROR), ALL_SET);
+        EXPECT_EQ(initialise(second), NONE_SET) << "kept although the library failed";
+        expectFirst();
+        finalise();
+        finalise();
+    });
+    EXPECT_TRUE(watched.globalRefs.empty());
+    EXPECT_EQ(watched.violations, Lines{});
+}
+
+TEST_F(MutexCallbacks, afterAFailureOnlyTheArgumentsMayStayBehind)
+{
+    const jobject args = answering(0);
+    const auto expectAfterwards = [&](const Watched& watched, const char* line) {
+        EXPECT_EQ(watched.violations, Lines{});
+        EXPECT_EQ(initialise(args), line);
+        finalise();
+        EXPECT_EQ(initialise(args), ALL_SET);
+        JNI_OnUnload(jvm(), nullptr);
+    };
+    const std::pair<const char*, const char*> rows[] = {{ARGS, ALL_SET}, {"createMutex", ALL_SET},
+        {"destroyMutex", ALL_SET}, {"lockMutex", ALL_SET}, {"unlockMutex", ALL_SET}, {"flags", NONE_SET},
+        {"reserved", NONE_SET}};
+    for (const auto& [missing, line] : rows) {
+        SCOPED_TRACE(missing);
+        std::string made;
+        const Watched watched = watch(env, {.lookup = missing}, [&] { made = initialise(args); });
+        EXPECT_NE(takeException(env).find(missing), std::string::npos);
+        EXPECT_EQ(made, "");
+        expectAfterwards(watched, line);
+    }
+    std::string made; // in the end only the return value cannot be made
+    for (int i = 1; made.empty() && i < 50; ++i) {
+        SCOPED_TRACE(i);
+        const Watched watched = watch(env, {.call = i}, [&] { made = initialise(args); });
+        EXPECT_EQ(takeException(env), "java.lang.RuntimeException: injected");
+        expectAfterwards(watched, watched.globalRefs.empty() ? ALL_SET : NONE_SET);
+    }
+    EXPECT_EQ(made, ALL_SET);
+}
+
+TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackAndAnswersTheLowHalf)
+{
+    const std::pair<jlong, CK_RV> rows[] = {
+        {0, CKR_OK}, {0x1A1, CKR_MUTEX_NOT_LOCKED}, {0x1'0000'0005, 5}, {-1, 0xffffffff}};
+    for (const auto& [answer, rv] : rows) {
+        initialise(answering(answer));
+        const Watched watched = watch(env, {}, [&] {
+            const CK_VOID_PTR mutex = newMutex();
+            for (const std::size_t index : {1U, 2U, 3U})
+                EXPECT_EQ(callFunction(index, mutex), rv) << NAMES[index];
+        });
+        EXPECT_EQ(takeCalls(), "CreateMutex() LockMutex(m) UnlockMutex(m) DestroyMutex(m) ");
+        EXPECT_TRUE(watched.globalRefs.empty()) << "destroyed whatever the callback answers";
+        EXPECT_TRUE(watched.localRefs.empty());
+        EXPECT_EQ(watched.violations, Lines{});
+        finalise();
+    }
+}
+
+TEST_F(MutexCallbacks, withoutAMutexOrACallbackItIsBad)
+{
+    initialise(answering(0));
+    EXPECT_EQ(given.CreateMutex(nullptr), CKR_MUTEX_BAD);
+    for (const std::size_t index : {1U, 2U, 3U})
+        EXPECT_EQ(callFunction(index, nullptr), CKR_MUTEX_BAD) << NAMES[index];
+    EXPECT_EQ(takeCalls(), "");
+    const CK_C_INITIALIZE_ARGS all = given;
+    finalise();
+    initialise(answering(0, nullptr, "c"));
+    EXPECT_EQ(callFunction(0, &given), CKR_MUTEX_BAD) << "the Java object is null";
+    EXPECT_EQ(takeCalls(), "CreateMutex() ");
+    EXPECT_EQ(all.LockMutex(string(env, "m")), CKR_MUTEX_BAD);
+}
+
+TEST_F(MutexCallbacks, anExceptionOfACallbackStaysPending)
+{
+    initialise(made(CALLBACKS, "throwing"));
+    const jobject mutex = env->NewGlobalRef(string(env, "m"));
+    for (std::size_t index = 0; index < 4; ++index) {
+        EXPECT_EQ(callFunction(index, mutex), CKR_MUTEX_BAD);
+        for (std::size_t again = 0; again < 4; ++again)
+            EXPECT_EQ(callFunction(again, mutex), CKR_MUTEX_BAD) << "not called while it is pending";
+        EXPECT_EQ(takeException(env), std::string("java.lang.IllegalStateException: ") + NAMES[index]);
+        EXPECT_EQ(takeCalls(), std::string(NAMES[index]) + (index == 0 ? "() " : "(m) "));
+    }
+    EXPECT_EQ(env->GetObjectRefType(mutex), JNIGlobalRefType) << "it outlives a failing DestroyMutex";
+    env->DeleteGlobalRef(mutex);
+}
+
+TEST_F(MutexCallbacks, whateverJniCallFailsTheMutexIsBad)
+{
+    initialise(answering(0));
+    const CK_VOID_PTR mutex = newMutex();
+    for (std::size_t index = 0; index < 4; ++index) {
+        std::string failed;
+        // The callback's own call, or the reference to its result, is the last that can fail.
+        const std::string last = index == 0 ? "NewGlobalRef" : "CallLongMethodV";
+        for (int number = 1; failed != last && number < 50; ++number) {
+            zerlin::forgetLookups(env);
+            CK_RV rv = CKR_OK;
+            const Watched watched = watch(env, {.call = number}, [&] { rv = callFunction(index, mutex); });
+            EXPECT_EQ(rv, CKR_MUTEX_BAD);
+            EXPECT_EQ(takeException(env), "java.lang.RuntimeException: injected");
+            EXPECT_EQ(watched.violations, Lines{});
+            EXPECT_TRUE(watched.localRefs.empty());
+            failed = watched.failed;
+        }
+        EXPECT_EQ(failed, last);
+    }
+    EXPECT_EQ(given.DestroyMutex(mutex), CKR_OK);
+}
+
+TEST_F(MutexCallbacks, anUnknownThreadIsAttachedForTheCall)
+{
+    initialise(answering(5));
+    std::thread([&] {
+        const CK_VOID_PTR mutex = newMutex();
+        for (const std::size_t index : {1U, 2U, 3U}) {
+            EXPECT_EQ(callFunction(index, mutex), 5U);
+            EXPECT_EQ(attachment(), JNI_EDETACHED);
+        }
+        const AttachedThread thread;
+        EXPECT_EQ(given.DestroyMutex(newMutex()), 5U);
+        EXPECT_EQ(attachment(), JNI_OK) << "a known one stays attached";
+    }).join();
+    finalise();
+    initialise(answering(5, nullptr));
+    std::thread([&] {
+        EXPECT_EQ(callFunction(0, &given), CKR_MUTEX_BAD);
+        EXPECT_EQ(attachment(), JNI_EDETACHED);
+    }).join();
+}
+
+TEST_F(MutexCallbacks, aThreadStaysAttachedWithTheExceptionOfItsCallback)
+{
+    initialise(made(CALLBACKS, "throwing"));
+    const jobject mutex = env->NewGlobalRef(string(env, "m"));
+    for (std::size_t index = 0; index < 4; ++index) {
+        std::thread([&] {
+            EXPECT_EQ(callFunction(index, mutex), CKR_MUTEX_BAD);
+            EXPECT_EQ(attachment(), JNI_OK);
+            const AttachedThread thread; // detaches what is attached
+            EXPECT_EQ(
+                takeException(thread.env), std::string("java.lang.IllegalStateException: ") + NAMES[index]);
+        }).join();
+    }
+    env->DeleteGlobalRef(mutex);
+}
+
+// Every second thread is unknown to the JVM and attached anew for every call.
+TEST_F(MutexCallbacks, javaLockingExcludes)
+{
+    initialise(made(ARGS, "javaLocking"));
+    const CK_VOID_PTR mutex = newMutex();
+    int counter = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&, isKnown = i % 2 == 0] {
+            std::optional<AttachedThread> attached;
+            if (isKnown) attached.emplace();
+            for (int turn = 0; turn < 1000; ++turn) {
+                EXPECT_EQ(given.LockMutex(mutex), CKR_OK);
+                const int seen = counter;
+                if (turn % 16 == 0) std::this_thread::yield();
+                counter = seen + 1;
+                EXPECT_EQ(given.UnlockMutex(mutex), CKR_OK);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(counter, 8000);
+    EXPECT_EQ(given.UnlockMutex(mutex), CKR_MUTEX_NOT_LOCKED);
+    EXPECT_EQ(given.DestroyMutex(mutex), CKR_OK);
+}
+
+TEST_F(MutexCallbacks, localReferencesDoNotPileUp)
+{
+    initialise(made(ARGS, "javaLocking"));
+    const Watched watched = watch(env, {}, [&] {
+        const CK_VOID_PTR mutex = newMutex();
+        for (int turn = 0; turn < 10'000; ++turn) {
+            given.LockMutex(mutex);
+            given.UnlockMutex(mutex);
+        }
+        given.DestroyMutex(mutex);
+    });
+    EXPECT_LE(watched.maxLocalRefs, 16U);
+    EXPECT_TRUE(watched.localRefs.empty());
+}
+
+TEST_F(MutexCallbacks, aMutexLivesUntilItIsDestroyed)
+{
+    initialise(made(CALLBACKS, "forgetful"));
+    const CK_VOID_PTR mutex = newMutex();
+    EXPECT_EQ(given.LockMutex(mutex), CKR_OK);
+    EXPECT_EQ(isLastCollected(), "[false]");
+    EXPECT_EQ(given.DestroyMutex(mutex), CKR_OK);
+    EXPECT_EQ(isLastCollected(), "[true]");
+}
+
+TEST_F(MutexCallbacks, withoutAJvmOnlyCreateFails)
+{
+    initialise(answering(5));
+    for (const jint result : {JNI_ERR, JNI_OK}) {
+        createdVMs = [result](JavaVM** vms, jsize, jsize* count) {
+            *vms = jvm();
+            *count = result == JNI_OK ? 0 : 1;
+            return result;
+        };
+        EXPECT_EQ(callFunction(0, &given), CKR_MUTEX_BAD);
+        for (const std::size_t index : {1U, 2U, 3U})
+            EXPECT_EQ(callFunction(index, &given), CKR_OK) << NAMES[index];
+    }
+    createdVMs = nullptr;
+    EXPECT_EQ(takeCalls(), "");
+}
+
+// A JVM that answers to GetEnv and AttachCurrentThread as the test wants.
+struct AnsweringVM {
+    jint known;
+    JNIEnv* attached;
+    Lines calls = {};
+} answeringVM;
+
+TEST_F(MutexCallbacks, theThreadIsAttachedAsTheJvmAnswers)
+{
+    initialise(answering(5));
+    JNIInvokeInterface_ table = *jvm()->functions;
+    table.GetEnv = [](JavaVM*, void** to, jint version) -> jint {
+        EXPECT_EQ(version, JNI_VERSION_1_2);
+        *to = nullptr;
+        return answeringVM.known == JNI_OK ? jvm()->GetEnv(to, version) : answeringVM.known;
+    };
+    table.AttachCurrentThread = [](JavaVM*, void** to, void*) -> jint {
+        answeringVM.calls.push_back("attach");
+        *to = answeringVM.attached;
+        return answeringVM.attached == nullptr ? JNI_ERR : JNI_OK;
+    };
+    table.DetachCurrentThread = [](JavaVM*) -> jint {
+        answeringVM.calls.push_back("detach");
+        return JNI_OK;
+    };
+    JavaVM vm = {&table};
+    createdVMs = [&vm](JavaVM** vms, jsize, jsize* count) {
+        *vms = &vm;
+        *count = 1;
+        return JNI_OK;
+    };
+    struct Row {
+        jint known;
+        JNIEnv* attached;
+        CK_RV rv;
+        Lines calls;
+    };
+    const Row rows[] = {
+        {JNI_OK, nullptr, 5, {}},
+        {JNI_EDETACHED, env, 5, {"attach", "detach"}},
+        {JNI_EVERSION, env, 5, {"attach"}},
+        {JNI_EDETACHED, nullptr, CKR_MUTEX_BAD, {"attach"}},
+        {JNI_EVERSION, nullptr, CKR_MUTEX_BAD, {"attach"}},
+        {JNI_ERR, nullptr, CKR_MUTEX_BAD, {}},
+    };
+    for (const Row& row : rows) {
+        answeringVM = {row.known, row.attached};
+        EXPECT_EQ(given.LockMutex(string(env, "m")), row.rv);
+        EXPECT_EQ(answeringVM.calls, row.calls);
+    }
+    createdVMs = nullptr;
+}
+
+// A thread that comes to the JVM through a callback has another class loader to ask.
+TEST_F(MutexCallbacks, loadingRemembersTheClassesAndUnloadingForgetsTheRegistration)
+{
+    EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
+    initialise(answering(0));
+    const char* const classes[] = {ARGS, "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_CREATEMUTEX",
+        "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_LOCKMUTEX",
+        "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX",
+        "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_DESTROYMUTEX"};
+    for (const char* missing : classes) {
+        const Watched watched = watch(env, {.lookup = missing}, [&] {
+            const CK_VOID_PTR mutex = newMutex();
+            for (const std::size_t index : {1U, 2U, 3U})
+                EXPECT_EQ(callFunction(index, mutex), CKR_OK);
+        });
+        EXPECT_EQ(watched.failed, "");
+    }
+    JNI_OnUnload(jvm(), nullptr);
+    EXPECT_EQ(initialise(answering(0)), ALL_SET);
+    for (const char* missing : classes) {
+        JNI_OnUnload(jvm(), nullptr);
+        const Watched loading =
+            watch(env, {.lookup = missing}, [&] { EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2); });
+        EXPECT_EQ(loading.failed, "FindClass");
+        EXPECT_EQ(loading.violations, Lines{});
+        EXPECT_FALSE(env->ExceptionCheck());
+    }
+}
+
+} // namespace

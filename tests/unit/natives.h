@@ -1,0 +1,139 @@
+// Natives called as the C functions that they are, with Java arguments that a test can change one by one.
+#pragma once
+
+#include "../double/recorder.h"
+#include "halvorn_zerlin_Cryptoki.h"
+#include "jni_helpers.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <tuple>
+#include <type_traits>
+
+#define NATIVE(name) Java_halvorn_zerlin_Cryptoki_##name
+
+namespace jni {
+
+using Lines = std::vector<std::string>;
+
+inline jobject session(JNIEnv* env, jlong value = 41)
+{
+    return make(env, "halvorn/zerlin/CK_SESSION_HANDLE", "(J)V", value);
+}
+inline jobject object(JNIEnv* env, jlong value)
+{
+    return make(env, "halvorn/zerlin/CK_OBJECT_HANDLE", "(J)V", value);
+}
+inline jobject longRef(JNIEnv* env, jlong value)
+{
+    return make(env, "halvorn/zerlin/LongRef", "(J)V", value);
+}
+inline jobject mechanismType(JNIEnv* env, jlong value)
+{
+    return make(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", "(J)V", value);
+}
+
+// The object that a static Java method returns.
+template <typename... Arguments>
+jobject callStatic(
+    JNIEnv* env, const char* path, const char* method, const char* signature, Arguments... args)
+{
+    const jclass cls = find(env, path);
+    const jmethodID id = env->GetStaticMethodID(cls, method, signature);
+    check(env, method);
+    const jobject returned = env->CallStaticObjectMethod(cls, id, args...);
+    check(env, method);
+    env->DeleteLocalRef(cls);
+    return returned;
+}
+
+// As Java tells them, arrays with their contents: "[session 5, [1, 2], null]".
+inline std::string text(JNIEnv* env, const std::vector<jobject>& shown)
+{
+    const jobjectArray all =
+        env->NewObjectArray(static_cast<jsize>(shown.size()), find(env, "java/lang/Object"), nullptr);
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        env->SetObjectArrayElement(all, static_cast<jsize>(i), shown[i]);
+    const jobject told =
+        callStatic(env, "java/util/Arrays", "deepToString", "([Ljava/lang/Object;)Ljava/lang/String;", all);
+    return toString(env, static_cast<jstring>(told));
+}
+
+// A native with its arguments.
+struct Call {
+    std::function<jobject(JNIEnv*, const std::vector<jvalue>&)> native;
+    std::vector<jvalue> arguments;
+    std::string kinds; // of the arguments: b byte[], o other object, j long, z boolean
+
+    jobject operator()(JNIEnv* env) const { return native(env, arguments); }
+
+    std::string objects(JNIEnv* env) const
+    {
+        std::vector<jobject> shown;
+        for (std::size_t i = 0; i < kinds.size(); ++i)
+            if (kinds[i] == 'b' || kinds[i] == 'o') shown.push_back(arguments[i].l);
+        return text(env, shown);
+    }
+};
+
+template <typename T>
+constexpr char kindOf = std::is_same_v<T, jlong>        ? 'j'
+                        : std::is_same_v<T, jboolean>   ? 'z'
+                        : std::is_same_v<T, jbyteArray> ? 'b'
+                                                        : 'o';
+
+template <typename T>
+jvalue pack(T value)
+{
+    if constexpr (kindOf<T> == 'j')
+        return {.j = value};
+    else if constexpr (kindOf<T> == 'z')
+        return {.z = value};
+    else
+        return {.l = value};
+}
+
+template <typename T>
+T unpack(const jvalue& packed)
+{
+    if constexpr (kindOf<T> == 'j')
+        return packed.j;
+    else if constexpr (kindOf<T> == 'z')
+        return packed.z;
+    else
+        return static_cast<T>(packed.l);
+}
+
+template <typename... Parameters>
+Call call(
+    jobject(JNICALL* native)(JNIEnv*, jclass, Parameters...), std::type_identity_t<Parameters>... arguments)
+{
+    const auto invoke = [native](JNIEnv* env, const std::vector<jvalue>& values) {
+        auto next = values.begin();
+        const std::tuple<Parameters...> unpacked{unpack<Parameters>(*next++)...};
+        return std::apply([&](auto... all) { return native(env, nullptr, all...); }, unpacked);
+    };
+    return {invoke, {pack(arguments)...}, {kindOf<Parameters>...}};
+}
+
+// The call makes that one line, and hands on what the Cryptoki library answers.
+inline void expectCall(JNIEnv* env, const Call& made, const std::string& line)
+{
+    const std::size_t known = recorder::calls().size();
+    recorder::script().result = 0x80000100;
+    EXPECT_EQ(rvOf(env, made(env)), 0x80000100) << line;
+    const Lines lines = recorder::calls();
+    EXPECT_EQ(Lines(lines.begin() + static_cast<std::ptrdiff_t>(known), lines.end()), Lines{line});
+}
+
+// The call answers CKR_ARGUMENTS_BAD, or another value of its own, and does nothing else.
+inline void expectRefused(JNIEnv* env, const Call& made, CK_RV rv = CKR_ARGUMENTS_BAD)
+{
+    const std::size_t known = recorder::calls().size();
+    const std::string before = made.objects(env);
+    EXPECT_EQ(rvOf(env, made(env)), rv);
+    EXPECT_EQ(recorder::calls().size(), known);
+    EXPECT_EQ(made.objects(env), before);
+}
+
+} // namespace jni
