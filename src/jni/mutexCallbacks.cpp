@@ -152,9 +152,9 @@ CK_RV callWithMutex(const Callback& callback, CK_VOID_PTR mutex, MutexAfterwards
     if (!thread.enter()) return CKR_MUTEX_BAD;
     CK_RV rv = CKR_MUTEX_BAD;
     const auto reference = static_cast<jobject>(mutex);
-    if (!callOnMutex(thread.env, callback, reference, &rv)) return CKR_MUTEX_BAD;
-    if (afterwards == MutexAfterwards::Deleted) thread.env->DeleteGlobalRef(reference);
-    thread.leave();
+    const bool wasCalled = callOnMutex(thread.env, callback, reference, &rv);
+    if (wasCalled && afterwards == MutexAfterwards::Deleted) thread.env->DeleteGlobalRef(reference);
+    if (!thread.failed()) thread.leave();
     return rv;
 }
 
