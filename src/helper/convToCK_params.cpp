@@ -136,7 +136,9 @@ void readNested(Reading& reading, const Member& member)
         env, GetObjectField(env, reading.cls, reading.object, member.field, structure.signature));
     if (object == nullptr) return;
     if (member.kind == MemberKind::Pointed) {
-        return put(reading.data + member.offset, newStructure(env, structure, object, reading.function));
+        void* const pointed = newStructure(env, structure, object, reading.function);
+        if (pointed == nullptr && !env->ExceptionCheck()) throwOutOfMemory(env);
+        return put(reading.data + member.offset, pointed);
     }
     Reading nested{
         env, reading.function, FindClass(env, structure.path), object, reading.data + member.offset};

@@ -178,15 +178,16 @@ jbyteArray ckByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG 
     const jbyteArray array = env->NewByteArray(static_cast<jsize>(n));
     if (array == nullptr) return nullptr;
     env->SetByteArrayRegion(array, 0, static_cast<jsize>(n), reinterpret_cast<const jbyte*>(source));
-    return array;
+    return env->ExceptionCheck() ? nullptr : array;
 }
 
 jlongArray ckULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG n)
 {
     if (source == nullptr) return nullptr;
     const jlongArray array = env->NewLongArray(static_cast<jsize>(n));
-    if (array != nullptr) writeElements(env, array, static_cast<jsize>(n), source);
-    return array;
+    if (array == nullptr) return nullptr;
+    writeElements(env, array, static_cast<jsize>(n), source);
+    return env->ExceptionCheck() ? nullptr : array;
 }
 
 jobjectArray ckObjHandleArrayToJObjHandleArray(JNIEnv* env, const CK_OBJECT_HANDLE* source, CK_ULONG n)

@@ -94,6 +94,7 @@ void writeCertificates(JNIEnv* env, const void* data, jobject parameter)
     const jclass cls = classOfParameter(env, parameter, "halvorn/zerlin/params/CK_PKCS12_PBE_IMPORT_PARAMS");
     if (cls == nullptr) return;
     const auto* const params = static_cast<const CK_PKCS12_PBE_IMPORT_PARAMS*>(data);
+    if (params->hCertCount == nullptr) return;
     const LocalRef<jobject> count(
         env, GetObjectField(env, cls, parameter, "hCertCount", "Lhalvorn/zerlin/LongRef;"));
     if (env->ExceptionCheck()) return;

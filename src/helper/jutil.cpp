@@ -83,7 +83,7 @@ bool isRemembered(jclass reference)
     return false;
 }
 
-// Looks the class up and remembers it; where there is no room, the local reference itself is returned.
+// Looks the class up and remembers it; where that cannot be, the local reference itself is returned.
 jclass findAndRemember(JNIEnv* env, Literal path)
 {
     if (env->ExceptionCheck()) return nullptr;
@@ -92,15 +92,14 @@ jclass findAndRemember(JNIEnv* env, Literal path)
 
     const std::lock_guard lock(additions);
     const ClassEntry* const known = findEntry(path.text);
-    if (known == nullptr && classCount == CLASS_SLOTS / 2) return found;
-    const LocalRef<jclass> local(env, found);
-    if (known != nullptr) return known->reference.load(std::memory_order_relaxed);
-
-    const auto reference = static_cast<jclass>(env->NewWeakGlobalRef(found));
-    if (reference == nullptr) {
-        throwOutOfMemory(env);
-        return nullptr;
+    if (known != nullptr) {
+        env->DeleteLocalRef(found);
+        return known->reference.load(std::memory_order_relaxed);
     }
+    if (classCount == CLASS_SLOTS / 2) return found;
+    const auto reference = static_cast<jclass>(env->NewWeakGlobalRef(found));
+    if (reference == nullptr) return env->ExceptionCheck() ? nullptr : found;
+    env->DeleteLocalRef(found);
     std::size_t slot = classSlot(path.text);
     while (classes[slot].path.load(std::memory_order_relaxed) != nullptr) {
         slot = (slot + 1) & (CLASS_SLOTS - 1);
