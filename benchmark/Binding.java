@@ -1,0 +1,30 @@
+// What each of the two bindings offers to the benchmark. A binding object owns a session and all arrays that
+// its calls use, and is made in the thread that runs them: threads share no cache lines.
+//
+// On both sides a call makes anew what carries its result (records, handles, the template to be filled); what
+// goes in, and byte buffers, are made once.
+
+interface Binding {
+    int DATA = 1024;
+    int RANDOM = 32;
+    int DIGEST = 32;
+    int SIGNATURE = 256;
+    int IV = 16;
+    int LABEL = 16;
+    int ID = 8;
+    int MECHANISMS = 40;
+    int FOUND = 10;
+    long SLOT = 0;
+    long KEY = 1;
+
+    Call call(Operation operation);
+
+    /** C_Encrypt of that many bytes. */
+    Call encrypt(int bytes);
+
+    /** C_SetAttributeValue of that many attributes. */
+    Call setAttributes(int count);
+
+    /** C_GetAttributeValue of that many attributes. */
+    Call getAttributes(int count);
+}
