@@ -1,0 +1,197 @@
+// A token made for one test class, a session for each of its tests, and the shorthand that the tests share.
+package halvorn.zerlin;
+
+import static org.junit.jupiter.api.Assertions.assertEquals;
+
+import halvorn.zerlin.constants.*;
+
+import java.io.ByteArrayOutputStream;
+import java.nio.charset.StandardCharsets;
+import java.util.Arrays;
+import java.util.stream.Stream;
+
+import org.junit.jupiter.api.extension.AfterAllCallback;
+import org.junit.jupiter.api.extension.AfterEachCallback;
+import org.junit.jupiter.api.extension.BeforeAllCallback;
+import org.junit.jupiter.api.extension.BeforeEachCallback;
+import org.junit.jupiter.api.extension.ExtensionContext;
+
+final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEachCallback, AfterAllCallback {
+    static final byte[] SO_PIN = ascii("so-secret");
+    static final byte[] USER_PIN = ascii("user-secret");
+    static final long READ_ONLY = CKF.SERIAL_SESSION;
+    static final long READ_WRITE = CKF.SERIAL_SESSION | CKF.RW_SESSION;
+
+    long slot;
+    /** The session of the running test: read/write, the user logged in. */
+    CK_SESSION_HANDLE session;
+
+    @Override
+    public void beforeAll(ExtensionContext context) {
+        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
+        slot = freshToken(context.getDisplayName());
+        // Stays open behind the sessions of the tests: with the last session the login would end.
+        login(openSession(slot, READ_WRITE), CKU.USER, USER_PIN).orThrow();
+    }
+
+    @Override
+    public void beforeEach(ExtensionContext context) {
+        session = openSession(slot, READ_WRITE);
+    }
+
+    @Override
+    public void afterEach(ExtensionContext context) {
+        Cryptoki.C_CloseSession(session).orThrow();
+    }
+
+    @Override
+    public void afterAll(ExtensionContext context) {
+        Cryptoki.C_Finalize(null).orThrow();
+    }
+
+    /** Initialises a token that was not yet, sets the PINs, and returns its slot. */
+    static long freshToken(String label) {
+        for (long slot : slots()) {
+            if ((tokenInfo(slot).flags & CKF.TOKEN_INITIALIZED) == 0) {
+                Cryptoki.C_InitToken(slot, SO_PIN, SO_PIN.length, CK_TOKEN_INFO.paddedLabel(label)).orThrow();
+                CK_SESSION_HANDLE session = openSession(slot, READ_WRITE);
+                login(session, CKU.SO, SO_PIN).orThrow();
+                Cryptoki.C_InitPIN(session, USER_PIN, USER_PIN.length).orThrow();
+                Cryptoki.C_CloseSession(session).orThrow();
+                return slot;
+            }
+        }
+        throw new IllegalStateException("no slot with a token to be initialised");
+    }
+
+    static long[] slots() {
+        LongRef count = new LongRef();
+        Cryptoki.C_GetSlotList(true, null, count).orThrow();
+        long[] slots = new long[(int) count.value];
+        Cryptoki.C_GetSlotList(true, slots, count).orThrow();
+        return slots;
+    }
+
+    static CK_TOKEN_INFO tokenInfo(long slot) {
+        CK_TOKEN_INFO info = new CK_TOKEN_INFO();
+        Cryptoki.C_GetTokenInfo(slot, info).orThrow();
+        return info;
+    }
+
+    static CK_SESSION_HANDLE openSession(long slot, long flags) {
+        CK_SESSION_HANDLE session = new CK_SESSION_HANDLE();
+        Cryptoki.C_OpenSession(slot, flags, null, null, session).orThrow();
+        return session;
+    }
+
+    static CK_RV login(CK_SESSION_HANDLE session, long user, byte[] pin) {
+        return Cryptoki.C_Login(session, new CK_USER_TYPE(user), pin, pin.length);
+    }
+
+    /** Fails unless the call answered so; tells both values by name. */
+    static void assertAnswers(long expected, CK_RV answer) {
+        assertEquals(new CK_RV(expected), answer);
+    }
+
+    /** Makes a template of types and values in turn. For input only: the values may be shared objects. */
+    static CK_ATTRIBUTE[] template(Object... typesAndValues) {
+        CK_ATTRIBUTE[] template = new CK_ATTRIBUTE[typesAndValues.length / 2];
+        for (int i = 0; i < template.length; i++) {
+            template[i] = new CK_ATTRIBUTE((Long) typesAndValues[2 * i], typesAndValues[2 * i + 1]);
+        }
+        return template;
+    }
+
+    CK_OBJECT_HANDLE create(Object... typesAndValues) {
+        CK_ATTRIBUTE[] template = template(typesAndValues);
+        CK_OBJECT_HANDLE object = new CK_OBJECT_HANDLE();
+        Cryptoki.C_CreateObject(session, template, template.length, object).orThrow();
+        return object;
+    }
+
+    /** The template of a secret key that can be read and used for everything, with more types and values. */
+    static CK_ATTRIBUTE[] secretKeyTemplate(long keyType, Object... more) {
+        Object[] first = {CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, keyType, CKA.SENSITIVE, false,
+            CKA.EXTRACTABLE, true, CKA.ENCRYPT, true, CKA.DECRYPT, true, CKA.SIGN, true, CKA.VERIFY, true,
+            CKA.WRAP, true, CKA.UNWRAP, true, CKA.DERIVE, true};
+        return template(Stream.concat(Stream.of(first), Stream.of(more)).toArray());
+    }
+
+    CK_OBJECT_HANDLE secretKey(long keyType, byte[] value) {
+        CK_ATTRIBUTE[] template = secretKeyTemplate(keyType, CKA.VALUE, value);
+        CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE();
+        Cryptoki.C_CreateObject(session, template, template.length, key).orThrow();
+        return key;
+    }
+
+    byte[] read(CK_OBJECT_HANDLE object, long type) {
+        CK_ATTRIBUTE length = new CK_ATTRIBUTE(type, null);
+        Cryptoki.C_GetAttributeValue(session, object, new CK_ATTRIBUTE[] {length}, 1).orThrow();
+        CK_ATTRIBUTE value = CK_ATTRIBUTE.buffer(type, (int) length.valueLen);
+        Cryptoki.C_GetAttributeValue(session, object, new CK_ATTRIBUTE[] {value}, 1).orThrow();
+        return value.getBytes();
+    }
+
+    /** A native with an output array, such as C_SignFinal, with its other arguments bound. */
+    interface Output {
+        CK_RV call(byte[] array, LongRef length);
+    }
+
+    /** A native that makes bytes out of bytes, such as C_Encrypt. */
+    interface Transformation {
+        CK_RV call(CK_SESSION_HANDLE session, byte[] input, long inputLen, byte[] output, LongRef outputLen);
+    }
+
+    /** Asks for the length, then for the bytes. */
+    static byte[] bytes(Output output) {
+        LongRef length = new LongRef();
+        output.call(null, length).orThrow();
+        byte[] bytes = new byte[(int) length.value];
+        output.call(bytes, length).orThrow();
+        return Arrays.copyOf(bytes, (int) length.value);
+    }
+
+    byte[] whole(Transformation native_, byte[] input) {
+        return bytes((array, length) -> native_.call(session, input, input.length, array, length));
+    }
+
+    /** Cuts the input into parts of the given size, and hands on what update and final give. */
+    byte[] parts(Transformation update, Output last, byte[] input, int size) {
+        ByteArrayOutputStream all = new ByteArrayOutputStream();
+        for (int from = 0; from < input.length; from += size) {
+            int to = Math.min(from + size, input.length);
+            all.writeBytes(whole(update, Arrays.copyOfRange(input, from, to)));
+        }
+        all.writeBytes(bytes(last));
+        return all.toByteArray();
+    }
+
+    byte[] encrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
+        Cryptoki.C_EncryptInit(session, mechanism, key).orThrow();
+        return whole(Cryptoki::C_Encrypt, data);
+    }
+
+    byte[] decrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
+        Cryptoki.C_DecryptInit(session, mechanism, key).orThrow();
+        return whole(Cryptoki::C_Decrypt, data);
+    }
+
+    byte[] digest(long mechanism, byte[] data) {
+        Cryptoki.C_DigestInit(session, new CK_MECHANISM(mechanism)).orThrow();
+        return whole(Cryptoki::C_Digest, data);
+    }
+
+    byte[] sign(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
+        Cryptoki.C_SignInit(session, mechanism, key).orThrow();
+        return whole(Cryptoki::C_Sign, data);
+    }
+
+    CK_RV verify(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data, byte[] signature) {
+        Cryptoki.C_VerifyInit(session, mechanism, key).orThrow();
+        return Cryptoki.C_Verify(session, data, data.length, signature, signature.length);
+    }
+
+    static byte[] ascii(String text) {
+        return text.getBytes(StandardCharsets.US_ASCII);
+    }
+}
