@@ -55,6 +55,7 @@ void jIntArrayToCKULongArray(JNIEnv* env, jintArray array, CK_ULONG_PTR* data, C
     for (jsize i = 0; 2 * i < count; ++i) {
         jint low = 0;
         env->GetIntArrayRegion(array, 2 * i, 1, &low);
+        if (env->ExceptionCheck()) return;
         const jlong element = low;
         env->SetLongArrayRegion(longs, i, 1, &element);
         if (env->ExceptionCheck()) return;

@@ -98,8 +98,9 @@ jclass findAndRemember(JNIEnv* env, Literal path)
     }
     if (classCount == CLASS_SLOTS / 2) return found;
     const auto reference = static_cast<jclass>(env->NewWeakGlobalRef(found));
-    if (reference == nullptr) return env->ExceptionCheck() ? nullptr : found;
+    if (reference == nullptr && !env->ExceptionCheck()) return found;
     env->DeleteLocalRef(found);
+    if (reference == nullptr) return nullptr;
     std::size_t slot = classSlot(path.text);
     while (classes[slot].path.load(std::memory_order_relaxed) != nullptr) {
         slot = (slot + 1) & (CLASS_SLOTS - 1);
