@@ -2,7 +2,7 @@
 // the Cryptoki library is given, what is refused, what comes back, and what happens when a JNI call fails.
 #include "faulty_env.h"
 #include "jvm.h"
-#include "natives.h"
+#include "values.h"
 
 #include <algorithm>
 #include <cstring>
@@ -91,6 +91,7 @@ struct Native {
 
 const char* const LONG_REF = "halvorn/zerlin/LongRef";
 const char* const SESSION = "halvorn/zerlin/CK_SESSION_HANDLE";
+const char* const OBJECT = "halvorn/zerlin/CK_OBJECT_HANDLE";
 const char* const MECHANISM_TYPE = "halvorn/zerlin/constants/CK_MECHANISM_TYPE";
 const char* const USER_TYPE = "halvorn/zerlin/constants/CK_USER_TYPE";
 
@@ -103,7 +104,7 @@ struct Holder {
 const Holder HOLDERS[] = {
     {LONG_REF, "value"},
     {SESSION, "m_value", "0"},
-    {"halvorn/zerlin/CK_OBJECT_HANDLE", "m_value", "0"},
+    {OBJECT, "m_value", "0"},
     {MECHANISM_TYPE, "m_value", "0xffffffff"},
     {USER_TYPE, "m_value", "0xffffffff"},
 };
@@ -123,6 +124,43 @@ jbyteArray label(JNIEnv* e)
 {
     return bytes(e, "lab");
 }
+jobjectArray twoAttributes(JNIEnv* e)
+{
+    return attributes(e, {attribute(e, 3, bytes(e, "abc"), 3), attribute(e, 0x121, boxedLong(e, 2048), 4)});
+}
+
+// The arguments of the cryptographic natives, by shape.
+
+jobject cipher(JNIEnv* e)
+{
+    return make(e, "halvorn/zerlin/CK_MECHANISM", "(JLjava/lang/Object;)V", jlong{44}, bytes(e, {1, 2}));
+}
+template <auto native>
+Call initWithKey(JNIEnv* e)
+{
+    return call(native, session(e), cipher(e), object(e, 42));
+}
+template <auto native>
+Call dataInDataOut(JNIEnv* e)
+{
+    return call(native, session(e), bytes(e, "data"), 4, bytes(e, {7, 7, 7, 7}), longRef(e, 4));
+}
+template <auto native>
+Call finalDataOut(JNIEnv* e)
+{
+    return call(native, session(e), bytes(e, {7, 7, 7, 7}), longRef(e, 4));
+}
+template <auto native>
+Call dataIn(JNIEnv* e)
+{
+    return call(native, session(e), bytes(e, "data"), 4);
+}
+const Rules MECHANISM_REQUIRED = {.required = {1}};
+const Rules DATA_IN_DATA_OUT = {.required = {4},
+    .firstLookup = LONG_REF,
+    .afterError = "[session 41, [100, 97, 116, 97], [7, 7, 7, 7], 3]"};
+const Rules FINAL_DATA_OUT = {
+    .required = {2}, .firstLookup = LONG_REF, .afterError = "[session 41, [7, 7, 7, 7], 3]"};
 
 // Numbers of handles and types differ from all others in the line, so that each is found there.
 const Native NATIVES[] = {
@@ -208,6 +246,144 @@ const Native NATIVES[] = {
         {.refuses = Refuses::missingBytes}},
     {"C_Logout(41)", answer<&Script::C_Logout>,
         [](JNIEnv* e) { return call(NATIVE(C_1Logout), session(e)); }},
+    {"C_CreateObject(41, {{3, [616263], 3}, {289, [00080000], 4}}, 2, out)", answer<&Script::C_CreateObject>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1CreateObject), session(e), twoAttributes(e), 2, object(e, 99));
+        },
+        {.required = {3}, .firstLookup = OBJECT}},
+    {"C_CopyObject(41, 42, {{3, [616263], 3}, {289, [00080000], 4}}, 2, out)", answer<&Script::C_CopyObject>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1CopyObject), session(e), object(e, 42), twoAttributes(e), 2, object(e, 99));
+        },
+        {.required = {4}, .firstLookup = OBJECT}},
+    {"CT_CopyObject(41, 43, 42, {{3, [616263], 3}, {289, [00080000], 4}}, 2, out)",
+        answer<&Script::CT_CopyObject>,
+        [](JNIEnv* e) {
+            return call(NATIVE(CT_1CopyObject), session(e), session(e, 43), object(e, 42), twoAttributes(e),
+                2, object(e, 99));
+        },
+        {.required = {5}, .firstLookup = OBJECT}},
+    {"C_DestroyObject(41, 42)", answer<&Script::C_DestroyObject>,
+        [](JNIEnv* e) { return call(NATIVE(C_1DestroyObject), session(e), object(e, 42)); }},
+    {"C_GetObjectSize(41, 42, out)", answer<&Script::C_GetObjectSize>,
+        [](JNIEnv* e) { return call(NATIVE(C_1GetObjectSize), session(e), object(e, 42), longRef(e, 7)); },
+        {.required = {2}, .firstLookup = LONG_REF}},
+    {"C_GetAttributeValue(41, 42, {{3, [616263], 3}, {289, [00080000], 4}}, 2)",
+        answer<&Script::C_GetAttributeValue>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1GetAttributeValue), session(e), object(e, 42), twoAttributes(e), 2);
+        }},
+    {"C_FindObjectsInit(41, {{3, [616263], 3}, {289, [00080000], 4}}, 2)", answer<&Script::C_FindObjectsInit>,
+        [](JNIEnv* e) { return call(NATIVE(C_1FindObjectsInit), session(e), twoAttributes(e), 2); }},
+    {"C_FindObjects(41, out(2), out)", answer<&Script::C_FindObjects>,
+        [](JNIEnv* e) {
+            const jobjectArray found = objects(e, OBJECT, {object(e, 99), object(e, 99)});
+            return call(NATIVE(C_1FindObjects), session(e), found, 2, longRef(e, 7));
+        },
+        {.required = {3}, .firstLookup = LONG_REF, .afterError = "[session 41, [object 99, object 99], 3]"}},
+    {"C_FindObjectsFinal(41)", answer<&Script::C_FindObjectsFinal>,
+        [](JNIEnv* e) { return call(NATIVE(C_1FindObjectsFinal), session(e)); }},
+    {"C_EncryptInit(41, {44, [0102], 2}, 42)", answer<&Script::C_EncryptInit>,
+        initWithKey<NATIVE(C_1EncryptInit)>, MECHANISM_REQUIRED},
+    {"C_DecryptInit(41, {44, [0102], 2}, 42)", answer<&Script::C_DecryptInit>,
+        initWithKey<NATIVE(C_1DecryptInit)>, MECHANISM_REQUIRED},
+    {"C_SignInit(41, {44, [0102], 2}, 42)", answer<&Script::C_SignInit>, initWithKey<NATIVE(C_1SignInit)>,
+        MECHANISM_REQUIRED},
+    {"C_SignRecoverInit(41, {44, [0102], 2}, 42)", answer<&Script::C_SignRecoverInit>,
+        initWithKey<NATIVE(C_1SignRecoverInit)>, MECHANISM_REQUIRED},
+    {"C_VerifyInit(41, {44, [0102], 2}, 42)", answer<&Script::C_VerifyInit>,
+        initWithKey<NATIVE(C_1VerifyInit)>, MECHANISM_REQUIRED},
+    {"C_VerifyRecoverInit(41, {44, [0102], 2}, 42)", answer<&Script::C_VerifyRecoverInit>,
+        initWithKey<NATIVE(C_1VerifyRecoverInit)>, MECHANISM_REQUIRED},
+    {"C_DigestInit(41, {44, [0102], 2})", answer<&Script::C_DigestInit>,
+        [](JNIEnv* e) { return call(NATIVE(C_1DigestInit), session(e), cipher(e)); }, MECHANISM_REQUIRED},
+    {"C_Encrypt(41, [64617461], 4, out(4))", answer<&Script::C_Encrypt>, dataInDataOut<NATIVE(C_1Encrypt)>,
+        DATA_IN_DATA_OUT},
+    {"C_EncryptUpdate(41, [64617461], 4, out(4))", answer<&Script::C_EncryptUpdate>,
+        dataInDataOut<NATIVE(C_1EncryptUpdate)>, DATA_IN_DATA_OUT},
+    {"C_Decrypt(41, [64617461], 4, out(4))", answer<&Script::C_Decrypt>, dataInDataOut<NATIVE(C_1Decrypt)>,
+        DATA_IN_DATA_OUT},
+    {"C_DecryptUpdate(41, [64617461], 4, out(4))", answer<&Script::C_DecryptUpdate>,
+        dataInDataOut<NATIVE(C_1DecryptUpdate)>, DATA_IN_DATA_OUT},
+    {"C_Digest(41, [64617461], 4, out(4))", answer<&Script::C_Digest>, dataInDataOut<NATIVE(C_1Digest)>,
+        DATA_IN_DATA_OUT},
+    {"C_Sign(41, [64617461], 4, out(4))", answer<&Script::C_Sign>, dataInDataOut<NATIVE(C_1Sign)>,
+        DATA_IN_DATA_OUT},
+    {"C_SignRecover(41, [64617461], 4, out(4))", answer<&Script::C_SignRecover>,
+        dataInDataOut<NATIVE(C_1SignRecover)>, DATA_IN_DATA_OUT},
+    {"C_VerifyRecover(41, [64617461], 4, out(4))", answer<&Script::C_VerifyRecover>,
+        dataInDataOut<NATIVE(C_1VerifyRecover)>, DATA_IN_DATA_OUT},
+    {"C_DigestEncryptUpdate(41, [64617461], 4, out(4))", answer<&Script::C_DigestEncryptUpdate>,
+        dataInDataOut<NATIVE(C_1DigestEncryptUpdate)>, DATA_IN_DATA_OUT},
+    {"C_DecryptDigestUpdate(41, [64617461], 4, out(4))", answer<&Script::C_DecryptDigestUpdate>,
+        dataInDataOut<NATIVE(C_1DecryptDigestUpdate)>, DATA_IN_DATA_OUT},
+    {"C_SignEncryptUpdate(41, [64617461], 4, out(4))", answer<&Script::C_SignEncryptUpdate>,
+        dataInDataOut<NATIVE(C_1SignEncryptUpdate)>, DATA_IN_DATA_OUT},
+    {"C_DecryptVerifyUpdate(41, [64617461], 4, out(4))", answer<&Script::C_DecryptVerifyUpdate>,
+        dataInDataOut<NATIVE(C_1DecryptVerifyUpdate)>, DATA_IN_DATA_OUT},
+    {"C_EncryptFinal(41, out(4))", answer<&Script::C_EncryptFinal>, finalDataOut<NATIVE(C_1EncryptFinal)>,
+        FINAL_DATA_OUT},
+    {"C_DecryptFinal(41, out(4))", answer<&Script::C_DecryptFinal>, finalDataOut<NATIVE(C_1DecryptFinal)>,
+        FINAL_DATA_OUT},
+    {"C_DigestFinal(41, out(4))", answer<&Script::C_DigestFinal>, finalDataOut<NATIVE(C_1DigestFinal)>,
+        FINAL_DATA_OUT},
+    {"C_SignFinal(41, out(4))", answer<&Script::C_SignFinal>, finalDataOut<NATIVE(C_1SignFinal)>,
+        FINAL_DATA_OUT},
+    {"C_DigestUpdate(41, [64617461], 4)", answer<&Script::C_DigestUpdate>, dataIn<NATIVE(C_1DigestUpdate)>},
+    {"C_SignUpdate(41, [64617461], 4)", answer<&Script::C_SignUpdate>, dataIn<NATIVE(C_1SignUpdate)>},
+    {"C_VerifyUpdate(41, [64617461], 4)", answer<&Script::C_VerifyUpdate>, dataIn<NATIVE(C_1VerifyUpdate)>},
+    {"C_VerifyFinal(41, [64617461], 4)", answer<&Script::C_VerifyFinal>, dataIn<NATIVE(C_1VerifyFinal)>},
+    {"C_Verify(41, [64617461], 4, [736967], 3)", answer<&Script::C_Verify>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1Verify), session(e), bytes(e, "data"), 4, bytes(e, "sig"), 3);
+        }},
+    {"C_DigestKey(41, 42)", answer<&Script::C_DigestKey>,
+        [](JNIEnv* e) { return call(NATIVE(C_1DigestKey), session(e), object(e, 42)); }},
+    {"C_GenerateKey(41, {44, [0102], 2}, {{3, [616263], 3}, {289, [00080000], 4}}, 2, out)",
+        answer<&Script::C_GenerateKey>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1GenerateKey), session(e), cipher(e), twoAttributes(e), 2, object(e, 99));
+        },
+        {.required = {1, 4}, .firstLookup = OBJECT}},
+    {"C_GenerateKeyPair(41, {44, [0102], 2}, {{3, [616263], 3}, {289, [00080000], 4}}, 2, {{3, [616263], 3}, "
+     "{289, [00080000], 4}}, 2, out, out)",
+        answer<&Script::C_GenerateKeyPair>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1GenerateKeyPair), session(e), cipher(e), twoAttributes(e), 2,
+                twoAttributes(e), 2, object(e, 98), object(e, 99));
+        },
+        {.required = {1, 6, 7}, .firstLookup = OBJECT}},
+    {"C_WrapKey(41, {44, [0102], 2}, 0, 43, out(4))", answer<&Script::C_WrapKey>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1WrapKey), session(e), cipher(e), nullptr, object(e, 43),
+                bytes(e, {7, 7, 7, 7}), longRef(e, 4));
+        },
+        {.required = {1, 5},
+            .firstLookup = LONG_REF,
+            .afterError = "[session 41, CK_MECHANISM[mechanism=0x2c, pParameter=byte[] of 2 bytes, "
+                          "parameterLen=2], null, object 43, [7, 7, 7, 7], 3]"}},
+    {"C_UnwrapKey(41, {44, [0102], 2}, 42, [77726170], 4, {{3, [616263], 3}, {289, [00080000], 4}}, 2, out)",
+        answer<&Script::C_UnwrapKey>,
+        [](JNIEnv* e) {
+            Call made = call(NATIVE(C_1UnwrapKey), session(e), cipher(e), object(e, 42), bytes(e, "wrap"), 4,
+                twoAttributes(e), 2, object(e, 99));
+            made.kinds[3] = 'o'; // bytes that are required whatever the length
+            return made;
+        },
+        {.required = {1, 3, 7}, .firstLookup = OBJECT}},
+    {"C_DeriveKey(41, {44, [0102], 2}, 42, {{3, [616263], 3}, {289, [00080000], 4}}, 2, out)",
+        answer<&Script::C_DeriveKey>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1DeriveKey), session(e), cipher(e), object(e, 42), twoAttributes(e), 2,
+                object(e, 99));
+        },
+        {.required = {1}, .firstLookup = OBJECT}},
+    {"C_SeedRandom(41, [64617461], 4)", answer<&Script::C_SeedRandom>, dataIn<NATIVE(C_1SeedRandom)>,
+        {.refuses = Refuses::missingBytes}},
+    {"C_GenerateRandom(41, out(3))", answer<&Script::C_GenerateRandom>,
+        [](JNIEnv* e) {
+            return call(NATIVE(C_1GenerateRandom), session(e), bytes(e, {7, 7, 7}), 3);
+        }},
     {"C_GetFunctionStatus(41)", answer<&Script::C_GetFunctionStatus>,
         [](JNIEnv* e) { return call(NATIVE(C_1GetFunctionStatus), session(e)); }},
     {"C_CancelFunction(41)", answer<&Script::C_CancelFunction>,
@@ -355,7 +531,7 @@ TEST_F(Frame, whatIsRequiredIsLookedForBeforeAnythingIsConverted)
             Call made = native.prepare(env);
             made.arguments[index].l = nullptr;
             expectRefused(env, made);
-            for (const char* missing : {LONG_REF, SESSION, MECHANISM_TYPE}) {
+            for (const char* missing : {LONG_REF, SESSION, OBJECT, MECHANISM_TYPE}) {
                 forgetLookups();
                 jobject returned = nullptr;
                 watch(env, {.lookup = missing}, [&] { returned = made(env); });

@@ -1,11 +1,13 @@
 // Java objects from text and to text, for the tables of the unit tests:
-// CK_MECH_TYPE_AND_OBJECT{mechanism=544 hObj=null}. Bytes are [0102], arrays of objects (7 8), a java.lang.Long
-// that stands alone 5L; an object with a single value is told as that value where its class is expected.
+// CK_MECH_TYPE_AND_OBJECT{mechanism=544 hObj=7}. Bytes are [0102], arrays of objects (7 8), a java.lang.Long that
+// stands alone 5L; an object with a single value is told as that value where its class is expected. Fields that
+// are null or the number 0 are left out.
 
 import java.lang.reflect.Array;
 import java.lang.reflect.Field;
 import java.lang.reflect.Modifier;
 import java.util.ArrayList;
+import java.util.Arrays;
 import java.util.List;
 import java.util.StringJoiner;
 
@@ -17,7 +19,6 @@ public final class Fields {
         this.text = text;
     }
 
-    // Fields that the text leaves out are null or 0.
     public static Object read(String text) throws ReflectiveOperationException {
         return new Fields(text).value(Object.class);
     }
@@ -26,22 +27,23 @@ public final class Fields {
         return tell(object, Object.class);
     }
 
-    // Which objects the fields of the object hold, and those of these.
+    // Which objects the object holds, and what these hold.
     public static String identities(Object object) throws ReflectiveOperationException {
         StringBuilder told = new StringBuilder();
-        if (object instanceof Object[]) {
-            for (Object element : (Object[]) object) {
-                told.append(System.identityHashCode(element)).append(' ').append(identities(element));
-            }
-        } else if (object != null && object.getClass().getName().startsWith("halvorn")) {
-            for (Field field : fieldsOf(object.getClass())) {
-                if (!field.getType().isPrimitive()) {
-                    Object held = field.get(object);
-                    told.append(System.identityHashCode(held)).append(' ').append(identities(held));
-                }
+        for (Object held : object instanceof Object[] ? Arrays.asList((Object[]) object) : values(object)) {
+            if (!(held instanceof Number || held instanceof Boolean)) {
+                told.append(System.identityHashCode(held)).append(' ').append(identities(held));
             }
         }
         return told.toString();
+    }
+
+    private static List<Object> values(Object object) throws ReflectiveOperationException {
+        List<Object> values = new ArrayList<>();
+        for (Field field : fieldsOf(object)) {
+            values.add(field.get(object));
+        }
+        return values;
     }
 
     private static String tell(Object value, Class<?> expected) throws ReflectiveOperationException {
@@ -68,22 +70,28 @@ public final class Fields {
         if (value == null || value.getClass().getName().startsWith("java")) {
             return value instanceof Long && expected == Object.class ? value + "L" : String.valueOf(value);
         }
-        List<Field> fields = fieldsOf(value.getClass());
+        List<Field> fields = fieldsOf(value);
         if (fields.size() == 1 && expected == value.getClass()) {
             return tell(fields.get(0).get(value), fields.get(0).getType());
         }
         StringJoiner told = new StringJoiner(" ", value.getClass().getSimpleName() + "{", "}");
         for (Field field : fields) {
-            told.add(field.getName() + "=" + tell(field.get(value), field.getType()));
+            String held = tell(field.get(value), field.getType());
+            if (!held.equals("null") && !(held.equals("0") && field.getType().isPrimitive())) {
+                told.add(field.getName() + "=" + held);
+            }
         }
         return told.toString();
     }
 
-    private static List<Field> fieldsOf(Class<?> cls) {
+    // The fields of a class of the library; none of another's.
+    private static List<Field> fieldsOf(Object object) {
         List<Field> fields = new ArrayList<>();
-        for (Field field : cls.getFields()) {
-            if (!Modifier.isStatic(field.getModifiers())) {
-                fields.add(field);
+        if (object != null && object.getClass().getName().startsWith("halvorn")) {
+            for (Field field : object.getClass().getFields()) {
+                if (!Modifier.isStatic(field.getModifiers())) {
+                    fields.add(field);
+                }
             }
         }
         return fields;
@@ -136,7 +144,7 @@ public final class Fields {
             cls = Class.forName("halvorn.zerlin." + name);
         }
         Object object = cls.getConstructor().newInstance();
-        for (Field field : fieldsOf(cls)) {
+        for (Field field : fieldsOf(object)) {
             if (!field.getType().isPrimitive()) {
                 field.set(object, null);
             }
@@ -165,7 +173,7 @@ public final class Fields {
             return number;
         }
         Object holder = expected.getConstructor().newInstance();
-        Field field = fieldsOf(expected).get(0);
+        Field field = fieldsOf(holder).get(0);
         field.set(holder, number(number, field.getType()));
         return holder;
     }
