@@ -37,7 +37,7 @@ inline CK_ULONG longToCK(jlong value)
     return static_cast<CK_ULONG>(value);
 }
 
-// Converts the array's first count elements. Stops at a pending exception.
+// Converts the array's first count elements. Stops at a pending exception. The elements may be a secret.
 template <typename JArray, typename JElement, typename Native>
 void readElements(JNIEnv* env, JArray array, jsize count, Native* destination,
     void (JNIEnv::*getRegion)(JArray, jsize, jsize, JElement*), Native (*convert)(JElement))
@@ -47,9 +47,10 @@ void readElements(JNIEnv* env, JArray array, jsize count, Native* destination,
     for (jsize start = 0; start < count; start += PIECE) {
         const jsize size = std::min(count - start, PIECE);
         (env->*getRegion)(array, start, size, piece);
-        if (env->ExceptionCheck()) return;
+        if (env->ExceptionCheck()) break;
         std::transform(piece, piece + size, destination + start, convert);
     }
+    explicit_bzero(piece, sizeof piece);
 }
 
 // Writes the array's first count elements, zero-extended. Stops at a pending exception.
