@@ -137,8 +137,12 @@ void readNested(Reading& reading, const Member& member)
     if (object == nullptr) return;
     if (member.kind == MemberKind::Pointed) {
         void* const pointed = newStructure(env, structure, object, reading.function);
+        put(reading.data + member.offset, pointed);
         if (pointed == nullptr && !env->ExceptionCheck()) throwOutOfMemory(env);
-        return put(reading.data + member.offset, pointed);
+        if (pointed == nullptr || member.assertion == nullptr) return;
+        reading.ckTemp = structure.size;
+        return assertThat(
+            reading.ckTemp == sizeof(CK_VERSION), member.assertion, "convToCK", reading.function);
     }
     Reading nested{
         env, reading.function, FindClass(env, structure.path), object, reading.data + member.offset};

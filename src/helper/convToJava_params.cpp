@@ -55,7 +55,8 @@ void writeMember(const Writing& writing, const Member& member)
     const CK_BYTE* const place = writing.data + member.offset;
     switch (member.kind) {
     case MemberKind::Number:
-        return SetLongField(env, writing.cls, writing.object, member.field, numberAt(place));
+        SetLongField(env, writing.cls, writing.object, member.field, numberAt(place));
+        return;
     case MemberKind::Unread:
         return;
     case MemberKind::MechanismType:
@@ -70,9 +71,11 @@ void writeMember(const Writing& writing, const Member& member)
     case MemberKind::BBool:
         return store(writing, member, "Lhalvorn/zerlin/CK_BBOOL;", ckBBoolToJBBool(env, *place));
     case MemberKind::Byte:
-        return SetByteField(env, writing.cls, writing.object, member.field, static_cast<jbyte>(*place));
+        SetByteField(env, writing.cls, writing.object, member.field, static_cast<jbyte>(*place));
+        return;
     case MemberKind::CappedInt:
-        return SetIntField(env, writing.cls, writing.object, member.field, *place);
+        SetIntField(env, writing.cls, writing.object, member.field, *place);
+        return;
     case MemberKind::Array:
         return storeBytes(writing, member, place, member.detail);
     case MemberKind::Bytes:
@@ -134,6 +137,7 @@ struct Converter {
     CK_ULONG size;
     const Structure* structure; // null for the two that become a single object
     const char* name;           // under which the converter tells its assertion
+    const char* nativeName;     // of what has that size
     jobject (*make)(JNIEnv*, CK_ULONG) = nullptr;
 };
 
@@ -144,17 +148,17 @@ jobject newLong(JNIEnv* env, CK_ULONG value)
 
 constexpr Converter row(CK_MECHANISM_TYPE mechanism, const Structure& structure, const char* name)
 {
-    return {mechanism, structure.size, &structure, name};
+    return {mechanism, structure.size, &structure, name, structure.name};
 }
 
 constexpr Converter longRow(CK_MECHANISM_TYPE mechanism)
 {
-    return {mechanism, sizeof(CK_ULONG), nullptr, "convertLongParams", newLong};
+    return {mechanism, sizeof(CK_ULONG), nullptr, "convertLongParams", "CK_ULONG", newLong};
 }
 
 constexpr Converter handleRow(CK_MECHANISM_TYPE mechanism)
 {
-    return {mechanism, sizeof(CK_OBJECT_HANDLE), nullptr, "convertObjectHandleParams",
+    return {mechanism, sizeof(CK_OBJECT_HANDLE), nullptr, "convertObjectHandleParams", "CK_OBJECT_HANDLE",
         ckObjectHandleToJObjectHandle};
 }
 
@@ -224,8 +228,13 @@ constexpr Converter s_converters[] = {
 };
 static_assert(std::size(s_converters) == 57);
 
-jobject convert(JNIEnv* env, const Converter& converter, const CK_BYTE* data)
+jobject convert(JNIEnv* env, const Converter& converter, const CK_BYTE* data, CK_ULONG parameterLen)
 {
+    if (parameterLen != converter.size) {
+        char expression[80];
+        std::snprintf(expression, sizeof expression, "parameterLen == sizeof(%s)", converter.nativeName);
+        assertThat(false, expression, "convToJava", converter.name);
+    }
     if (converter.structure != nullptr) return newObject(env, *converter.structure, data, data);
     return converter.make(env, numberAt(data));
 }
@@ -239,7 +248,7 @@ jobject ckMechanismParameterToJMechanismParameter(JNIEnv* env, const CK_MECHANIS
     for (const Converter& converter : s_converters) {
         if (converter.mechanism != mechanism->mechanism || converter.size != mechanism->ulParameterLen)
             continue;
-        const jobject parameter = convert(env, converter, data);
+        const jobject parameter = convert(env, converter, data, mechanism->ulParameterLen);
         if (parameter != nullptr || env->ExceptionCheck()) return parameter;
         break;
     }

@@ -39,7 +39,7 @@ struct Member {
     MemberKind kind;
     std::size_t offset;
     std::size_t detail = 0;          // an Array's width; where the length or count of what is pointed to lies
-    const char* assertion = nullptr; // what ties a length to the array copied before it
+    const char* assertion = nullptr; // what ties a length to what was copied before it
     const Structure* structure = nullptr;
 };
 
@@ -173,8 +173,8 @@ inline constexpr Structure SSL3_RANDOM_DATA = {"CK_SSL3_RANDOM_DATA",
 inline constexpr Member SSL3_MASTER_KEY_DERIVE_MEMBERS[] = {
     {"RandomInfo", MemberKind::Nested, offsetof(CK_SSL3_MASTER_KEY_DERIVE_PARAMS, RandomInfo), 0, nullptr,
         &SSL3_RANDOM_DATA},
-    {"pVersion", MemberKind::Pointed, offsetof(CK_SSL3_MASTER_KEY_DERIVE_PARAMS, pVersion), 0, nullptr,
-        &VERSION},
+    {"pVersion", MemberKind::Pointed, offsetof(CK_SSL3_MASTER_KEY_DERIVE_PARAMS, pVersion), 0,
+        "ckTemp == sizeof(CK_VERSION)", &VERSION},
 };
 inline constexpr Structure SSL3_MASTER_KEY_DERIVE = {"CK_SSL3_MASTER_KEY_DERIVE_PARAMS",
     "halvorn/zerlin/params/CK_SSL3_MASTER_KEY_DERIVE_PARAMS",

@@ -15,7 +15,7 @@ public class CK_KEY_WRAP_SET_OAEP_PARAMS {
     public byte[] pX;
     /**
      * In: the length of {@link #pX} in bytes; must equal that of the array, otherwise the process is aborted.
-     * Out: the length that the library reports.
+     * Out: the length that the library reports; when that is another, make a new object for the next use.
      */
     public long XLen;
 
