@@ -59,7 +59,6 @@ void convertArray(JNIEnv* env, JArray array, Native** data, CK_ULONG* length,
         return;
     }
     const jsize count = env->GetArrayLength(array);
-    if (env->ExceptionCheck()) return;
     *length = static_cast<CK_ULONG>(count);
     auto* const buffer = allocate<Native>(env, static_cast<std::size_t>(count) * sizeof(Native) + 1);
     if (buffer == nullptr) return;
@@ -81,7 +80,6 @@ void convertObjects(
         return;
     }
     const jsize count = env->GetArrayLength(array);
-    if (env->ExceptionCheck()) return;
     const auto size = static_cast<CK_ULONG>(count) * sizeof(CK_ULONG);
     *length = static_cast<CK_ULONG>(count);
     *data = static_cast<CK_ULONG*>(std::calloc(size + 1, 1));
@@ -91,7 +89,7 @@ void convertObjects(
     }
     for (jsize i = 0; i < count; ++i) {
         const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, i));
-        if (env->ExceptionCheck()) return;
+        if (element == nullptr && env->ExceptionCheck()) return;
         (*data)[i] = convert(env, element);
         if (env->ExceptionCheck()) return;
     }
@@ -218,7 +216,6 @@ void jByteArrayToCKByteArray(JNIEnv* env, jbyteArray array, CK_BYTE_PTR* data, C
     *length = 0;
     if (array == nullptr) return;
     const jsize count = env->GetArrayLength(array);
-    if (env->ExceptionCheck()) return;
     auto* const buffer = allocate<CK_BYTE>(env, static_cast<std::size_t>(count) + 1);
     if (buffer == nullptr) return;
     env->GetByteArrayRegion(array, 0, count, reinterpret_cast<jbyte*>(buffer));

@@ -1,7 +1,9 @@
 // Attribute templates from Java to native: the value by its Java class, the length by the attribute's type.
 #include <cstdlib>
 
+#include "helper/attributeFields.h"
 #include "helper/convToCK.h"
+#include "helper/elements.h"
 #include "helper/jutil.h"
 #include "helper/valueClasses.h"
 #include "zerlin/attrutil.h"
@@ -16,7 +18,6 @@ namespace {
 template <typename Native>
 void* newValue(JNIEnv* env, Native value, CK_ULONG* length)
 {
-    if (env->ExceptionCheck()) return nullptr;
     auto* const buffer = static_cast<Native*>(std::malloc(sizeof(Native)));
     if (buffer == nullptr) {
         throwOutOfMemory(env);
@@ -25,6 +26,21 @@ void* newValue(JNIEnv* env, Native value, CK_ULONG* length)
     *buffer = value;
     *length = sizeof(Native);
     return buffer;
+}
+
+// The m_value of a handle or typed constant whose class is known.
+void* heldNumber(JNIEnv* env, jclass cls, jobject value, CK_ULONG* length)
+{
+    const CK_ULONG number = GetLongField(env, cls, value, "m_value");
+    if (number == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return nullptr;
+    return newValue(env, number, length);
+}
+
+void* heldBoolean(JNIEnv* env, jclass cls, jobject value, CK_ULONG* length)
+{
+    const jfieldID field = GetFieldID(env, cls, "m_value", "Z");
+    return field == nullptr ? nullptr
+                            : newValue(env, booleanToCK(env->GetBooleanField(value, field)), length);
 }
 
 // The buffer that a converter of boxed values made.
@@ -63,20 +79,20 @@ void jIntArrayToCKULongArray(JNIEnv* env, jintArray array, CK_ULONG_PTR* data, C
     jLongArrayToCKULongArray(env, longs, data, length);
 }
 
-void* convertValue(JNIEnv* env, const ValueClass& row, jobject value, CK_ULONG* length)
+void* convertValue(JNIEnv* env, ValueKind kind, jclass cls, jobject value, CK_ULONG* length)
 {
-    switch (row.kind) {
+    switch (kind) {
     case ValueKind::ByteArray:
         return arrayValue(env, value, length, jByteArrayToCKByteArray);
     case ValueKind::Long:
         return unboxedValue(jLongObjectToCKULongPtr(env, value), length);
     case ValueKind::BBool:
-        return newValue(env, jBBoolToCKBBool(env, value), length);
+        return heldBoolean(env, cls, value, length);
     case ValueKind::Date:
         return unboxedValue(jDateObjectToCKDatePtr(env, value), length);
     case ValueKind::Handle:
     case ValueKind::Constant:
-        return newValue(env, row.toCKULong(env, value), length);
+        return heldNumber(env, cls, value, length);
     case ValueKind::MechanismTypeArray:
         return arrayValue(env, value, length, jMechanismTypeArrayToCKMechanismTypeArray);
     case ValueKind::Boolean:
@@ -101,47 +117,55 @@ void* convertValue(JNIEnv* env, const ValueClass& row, jobject value, CK_ULONG* 
     return nullptr;
 }
 
+// False with an exception pending.
+bool convertObject(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
+{
+    ValueClasses classes;
+    constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
+    if (!findValueClasses(env, classes, ROWS)) return false;
+    *data = nullptr;
+    *length = 0;
+    if (value == nullptr) return true;
+    const std::size_t row = valueClassOf(env, classes, ROWS, value);
+    if (row == ROWS) {
+        throwUnsupportedClass(env, "No Conversion from %s to a CK type", value);
+        return false;
+    }
+    const ValueKind kind = VALUE_CLASSES[row].kind;
+    *data = convertValue(env, kind, classes[row], value, length);
+    // Only an array of objects leaves a buffer when it fails.
+    return kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : *data != nullptr;
+}
+
+// False with an exception pending; the record may have a value all the same.
+bool convertAttribute(JNIEnv* env, const AttributeFields& fields, jobject object, CK_ATTRIBUTE& attribute)
+{
+    if (object == nullptr || !env->IsInstanceOf(object, fields.cls)) {
+        attribute.type = CK_UNAVAILABLE_INFORMATION;
+        return true;
+    }
+    const LocalRef<jobject> type(env, env->GetObjectField(object, fields.type));
+    attribute.type = typeOf(env, fields, type);
+    const LocalRef<jobject> value(env, env->GetObjectField(object, fields.pValue));
+    if (!convertObject(env, value, &attribute.pValue, &attribute.ulValueLen)) return false;
+    const auto valueLen = static_cast<CK_ULONG>(env->GetLongField(object, fields.valueLen));
+    const bool keepsLength = valueLen == sizeof(CK_ULONG) && isNumericAttrType(attribute.type);
+    if (!keepsLength) attribute.ulValueLen = valueLen;
+    return true;
+}
+
 } // namespace
 
 void jObjectToPrimitiveCKObjectPtrPtr(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
 {
-    ValueClasses classes;
-    constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
-    if (!findValueClasses(env, classes, ROWS)) return;
-    *data = nullptr;
-    *length = 0;
-    if (value == nullptr) return;
-    const std::size_t row = valueClassOf(env, classes, ROWS, value);
-    if (env->ExceptionCheck()) return;
-    if (row == ROWS) return throwUnsupportedClass(env, "No Conversion from %s to a CK type", value);
-    *data = convertValue(env, VALUE_CLASSES[row], value, length);
+    convertObject(env, value, data, length);
 }
 
 CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object)
 {
     CK_ATTRIBUTE attribute{};
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
-    if (cls == nullptr) return attribute;
-    if (object == nullptr) {
-        attribute.type = CK_UNAVAILABLE_INFORMATION;
-        return attribute;
-    }
-
-    const LocalRef<jobject> type(
-        env, GetObjectField(env, cls, object, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;"));
-    if (env->ExceptionCheck()) return attribute;
-    attribute.type = jAttributeTypeToCKAttributeType(env, type);
-    if (env->ExceptionCheck()) return attribute;
-
-    const LocalRef<jobject> value(env, GetObjectField(env, cls, object, "pValue", "Ljava/lang/Object;"));
-    if (env->ExceptionCheck()) return attribute;
-    jObjectToPrimitiveCKObjectPtrPtr(env, value, &attribute.pValue, &attribute.ulValueLen);
-    if (env->ExceptionCheck()) return attribute;
-
-    const CK_ULONG valueLen = GetLongField(env, cls, object, "valueLen");
-    if (env->ExceptionCheck()) return attribute;
-    const bool keepsLength = valueLen == sizeof(CK_ULONG) && isNumericAttrType(attribute.type);
-    if (!keepsLength) attribute.ulValueLen = valueLen;
+    AttributeFields fields;
+    if (findAttributeFields(env, fields)) convertAttribute(env, fields, object, attribute);
     return attribute;
 }
 
@@ -154,17 +178,17 @@ void jAttributeArrayToCKAttributeArray(
         return;
     }
     const jsize length = env->GetArrayLength(array);
-    if (env->ExceptionCheck()) return;
     // Cleared, so that the records that a failure leaves out are safe to free.
     void* const records = std::calloc(static_cast<std::size_t>(length) * sizeof(CK_ATTRIBUTE) + 1, 1);
     if (records == nullptr) return throwOutOfMemory(env);
     *data = static_cast<CK_ATTRIBUTE_PTR>(records);
     *count = static_cast<CK_ULONG>(length);
+    AttributeFields fields;
+    if (length == 0 || !findAttributeFields(env, fields)) return;
     for (jsize i = 0; i < length; ++i) {
         const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, i));
-        if (env->ExceptionCheck()) return;
-        (*data)[i] = jAttributeToCKAttribute(env, element);
-        if (env->ExceptionCheck()) return;
+        if (element == nullptr && env->ExceptionCheck()) return;
+        if (!convertAttribute(env, fields, element, (*data)[i])) return;
     }
 }
 

@@ -1,6 +1,9 @@
 // Mechanisms from Java to native: the parameter by its Java class, and its release after the call.
+#include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <utility>
 
 #include "helper/convToCK.h"
 #include "helper/convToCK_params.h"
@@ -57,13 +60,23 @@ constexpr Converter s_converters[] = {
     converter(ECDH1_DERIVE, "convertEcDhParams", "freeEcDhParams"),
 };
 
-// The first row of whose class the object is, or null, with an exception pending when a lookup raised.
+constexpr std::size_t ROWS = std::size(s_converters);
+
+// The classes of the rows, and last the class that most parameters have, which no row is for.
+constexpr auto PARAMETER_CLASS_PATHS = []<std::size_t... row>(std::index_sequence<row...>)
+{
+    return std::array{s_converters[row].path..., Literal("[B")};
+}
+(std::make_index_sequence<ROWS>());
+
+// The row of whose class the object is, or null, with an exception pending when a lookup raised.
 const Converter* converterOf(JNIEnv* env, jobject object)
 {
-    for (const Converter& row : s_converters) {
-        const jclass cls = FindClass(env, row.path);
-        if (cls == nullptr) return nullptr;
-        if (env->IsInstanceOf(object, cls)) return &row;
+    jclass classes[ROWS + 1];
+    if (!FindClasses(env, PARAMETER_CLASS_PATHS, classes)) return nullptr;
+    if (env->IsInstanceOf(object, classes[ROWS])) return nullptr;
+    for (std::size_t row = 0; row < ROWS; ++row) {
+        if (env->IsInstanceOf(object, classes[row])) return &s_converters[row];
     }
     return nullptr;
 }
@@ -112,20 +125,22 @@ CK_MECHANISM jMechanismToCKMechanism(JNIEnv* env, jobject object)
 
     const LocalRef<jobject> type(
         env, GetObjectField(env, cls, object, "mechanism", "Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;"));
-    if (env->ExceptionCheck()) return mechanism;
+    if (type == nullptr && env->ExceptionCheck()) return mechanism;
     const CK_MECHANISM_TYPE typeValue = jMechanismTypeToCKMechanismType(env, type);
-    if (env->ExceptionCheck()) return mechanism;
+    if (typeValue == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return mechanism;
     mechanism.mechanism = typeValue;
 
     const LocalRef<jobject> parameter(
         env, GetObjectField(env, cls, object, "pParameter", "Ljava/lang/Object;"));
-    if (env->ExceptionCheck()) return mechanism;
-    jMechanismParameterToCKMechanismParameter(
-        env, parameter, &mechanism.pParameter, &mechanism.ulParameterLen);
+    if (parameter != nullptr) {
+        jMechanismParameterToCKMechanismParameter(
+            env, parameter, &mechanism.pParameter, &mechanism.ulParameterLen);
+    }
     if (env->ExceptionCheck()) return mechanism;
 
     const CK_ULONG parameterLen = GetLongField(env, cls, object, "parameterLen");
-    if (!env->ExceptionCheck()) mechanism.ulParameterLen = parameterLen;
+    if (parameterLen == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return mechanism;
+    mechanism.ulParameterLen = parameterLen;
     return mechanism;
 }
 
@@ -139,7 +154,7 @@ void jMechanismParameterToCKMechanismParameter(
     *ckpLength = 0;
     if (object == nullptr) return;
     const Converter* const row = converterOf(env, object);
-    if (env->ExceptionCheck()) return;
+    if (row == nullptr && env->ExceptionCheck()) return;
     if (row == nullptr) return jObjectToPrimitiveCKObjectPtrPtr(env, object, ckpParamPtr, ckpLength);
 
     if (row->structure == nullptr) {
@@ -161,7 +176,7 @@ void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR 
         env, GetObjectField(env, cls, jMechanism, "pParameter", "Ljava/lang/Object;"));
     if (object == nullptr) return;
     const Converter* const row = converterOf(env, object);
-    if (env->ExceptionCheck()) return;
+    if (row == nullptr && env->ExceptionCheck()) return;
     if (row != nullptr) return freeParameter(*row, mechanism->pParameter, mechanism->ulParameterLen);
     wipeAndFree(mechanism->pParameter);
 }

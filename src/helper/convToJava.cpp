@@ -13,7 +13,7 @@ namespace {
 jobject newHolder(JNIEnv* env, Literal path, CK_ULONG value, Literal field = "m_value")
 {
     const jclass cls = FindClass(env, path);
-    if (env->ExceptionCheck()) return nullptr;
+    if (cls == nullptr) return nullptr;
     const jobject holder = env->AllocObject(cls);
     if (holder != nullptr) SetLongField(env, cls, holder, field, value);
     return holder;
@@ -135,10 +135,9 @@ jobject ckVersionPtrToJVersion(JNIEnv* env, const CK_VERSION* version)
     if (cls == nullptr) return nullptr;
     const jobject object = env->AllocObject(cls);
     if (object == nullptr) return nullptr;
-    SetByteField(env, cls, object, "major", static_cast<jbyte>(version->major));
-    if (env->ExceptionCheck()) return nullptr;
-    SetByteField(env, cls, object, "minor", static_cast<jbyte>(version->minor));
-    return env->ExceptionCheck() ? nullptr : object;
+    const bool isSet = SetByteField(env, cls, object, "major", static_cast<jbyte>(version->major)) &&
+                       SetByteField(env, cls, object, "minor", static_cast<jbyte>(version->minor));
+    return isSet ? object : nullptr;
 }
 
 jobject ckDatePtrToJDateObject(JNIEnv* env, const CK_DATE* date)

@@ -14,8 +14,8 @@ namespace {
 [[gnu::used]] const char* const fileVersion =
     "FileVersion: \"$RCSfile: prod/zerlin/src/helper/copyToJava $\" \"$Revision: 1.1.1.2 $\"";
 
-// One field of an information record. The caller asks for a pending exception.
-void writeField(JNIEnv* env, jclass cls, jobject target, const RecordField& field, const CK_BYTE* record)
+// One field of an information record. False with an exception pending.
+bool writeField(JNIEnv* env, jclass cls, jobject target, const RecordField& field, const CK_BYTE* record)
 {
     const CK_BYTE* const member = record + field.offset;
     switch (field.kind) {
@@ -23,23 +23,23 @@ void writeField(JNIEnv* env, jclass cls, jobject target, const RecordField& fiel
         return SetLongField(env, cls, target, field.name, numberAt(member));
     case RecordFieldKind::Text: {
         const LocalRef<jbyteArray> text(env, ckCharArrayToJByteArray(env, member, field.width));
-        if (!env->ExceptionCheck()) SetObjectField(env, cls, target, field.name, "[B", text);
-        return;
+        return text != nullptr && SetObjectField(env, cls, target, field.name, "[B", text);
     }
     case RecordFieldKind::Version: {
         const LocalRef<jobject> version(
             env, ckVersionPtrToJVersion(env, reinterpret_cast<const CK_VERSION*>(member)));
-        if (env->ExceptionCheck()) return;
-        return SetObjectField(env, cls, target, field.name, "Lhalvorn/zerlin/CK_VERSION;", version);
+        return version != nullptr &&
+               SetObjectField(env, cls, target, field.name, "Lhalvorn/zerlin/CK_VERSION;", version);
     }
     case RecordFieldKind::State: {
         const jclass stateClass = FindClass(env, "halvorn/zerlin/constants/CK_STATE");
         const LocalRef<jobject> state(
             env, GetObjectField(env, cls, target, field.name, "Lhalvorn/zerlin/constants/CK_STATE;"));
-        if (!env->ExceptionCheck()) setLongValue(env, stateClass, state, numberAt(member));
-        return;
+        if (state != nullptr) setLongValue(env, stateClass, state, numberAt(member));
+        return !env->ExceptionCheck();
     }
     }
+    return true;
 }
 
 void writeRecord(
@@ -49,8 +49,7 @@ void writeRecord(
     if (cls == nullptr || record == nullptr || target == nullptr) return;
     if (!env->IsInstanceOf(target, cls)) return;
     for (const RecordField& field : fields) {
-        writeField(env, cls, target, field, static_cast<const CK_BYTE*>(record));
-        if (env->ExceptionCheck()) return;
+        if (!writeField(env, cls, target, field, static_cast<const CK_BYTE*>(record))) return;
     }
 }
 
@@ -65,9 +64,16 @@ void writeObjects(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectAr
     const jsize elements = elementsToCopy(env, target, count);
     for (jsize i = 0; i < elements; ++i) {
         const LocalRef<jobject> element(env, env->GetObjectArrayElement(target, i));
-        if (env->ExceptionCheck() || !write(element.reference, source[i])) return;
-        if (env->ExceptionCheck()) return;
+        if (element == nullptr && env->ExceptionCheck()) return;
+        if (!write(element.reference, source[i])) return;
     }
+}
+
+// Calls setValue on the element; false with an exception pending.
+bool writeMechanismType(JNIEnv* env, jclass cls, jobject element, CK_ULONG value)
+{
+    setLongValue(env, cls, element, value);
+    return !env->ExceptionCheck();
 }
 
 } // namespace
@@ -104,8 +110,7 @@ void CopyCKVersionToJVersion(JNIEnv* env, const CK_VERSION* source, jobject targ
     const jclass cls = FindClass(env, "halvorn/zerlin/CK_VERSION");
     if (cls == nullptr || source == nullptr || target == nullptr) return;
     if (!env->IsInstanceOf(target, cls)) return;
-    SetByteField(env, cls, target, "major", static_cast<jbyte>(source->major));
-    if (env->ExceptionCheck()) return;
+    if (!SetByteField(env, cls, target, "major", static_cast<jbyte>(source->major))) return;
     SetByteField(env, cls, target, "minor", static_cast<jbyte>(source->minor));
 }
 
@@ -151,9 +156,7 @@ void CopyCKULongArrayToJObjectHandleArray(
     const jclass cls = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
     writeObjects(env, source, count, target, "[Lhalvorn/zerlin/CK_OBJECT_HANDLE;", cls,
         [env, cls](jobject element, CK_ULONG value) {
-            if (!env->IsInstanceOf(element, cls)) return false;
-            SetLongField(env, cls, element, "m_value", value);
-            return true;
+            return env->IsInstanceOf(element, cls) && SetLongField(env, cls, element, "m_value", value);
         });
 }
 
@@ -163,9 +166,7 @@ void CopyCKULongArrayToJMechanismTypeArray(
     const jclass cls = FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
     writeObjects(env, source, count, target, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", cls,
         [env, cls](jobject element, CK_ULONG value) {
-            if (!env->IsInstanceOf(element, cls)) return false;
-            setLongValue(env, cls, element, value);
-            return true;
+            return env->IsInstanceOf(element, cls) && writeMechanismType(env, cls, element, value);
         });
 }
 
@@ -175,10 +176,7 @@ void CopyCKMechanismTypeArrayToJMechanismTypeArray(
     if (FindClass(env, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;") == nullptr) return;
     const jclass cls = FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
     writeObjects(env, source, count, target, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", cls,
-        [env, cls](jobject element, CK_ULONG value) {
-            setLongValue(env, cls, element, value);
-            return true;
-        });
+        [env, cls](jobject element, CK_ULONG value) { return writeMechanismType(env, cls, element, value); });
 }
 
 void setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value)

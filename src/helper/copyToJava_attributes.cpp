@@ -1,4 +1,5 @@
 // Attribute values from native into the Java objects that a template already holds.
+#include "helper/attributeFields.h"
 #include "helper/copyToJava.h"
 #include "helper/elements.h"
 #include "helper/jutil.h"
@@ -32,7 +33,8 @@ void writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const v
     case ValueKind::ByteArray:
         return CopyCKByteArrayToJByteArray(env, bytes, length, static_cast<jbyteArray>(target));
     case ValueKind::Long:
-        return SetLongField(env, cls, target, "value", numberAt(bytes));
+        SetLongField(env, cls, target, "value", numberAt(bytes));
+        return;
     case ValueKind::BBool: {
         const jmethodID setValue = GetMethodID(env, cls, "setValue", "(Z)V");
         if (setValue == nullptr) return;
@@ -41,7 +43,8 @@ void writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const v
     case ValueKind::Date:
         return CopyCKDateToJDate(env, static_cast<const CK_DATE*>(pValue), length, target);
     case ValueKind::Handle:
-        return SetLongField(env, cls, target, "m_value", numberAt(bytes));
+        SetLongField(env, cls, target, "m_value", numberAt(bytes));
+        return;
     case ValueKind::Constant:
         return setLongValue(env, cls, target, numberAt(bytes));
     case ValueKind::MechanismTypeArray:
@@ -57,6 +60,21 @@ void writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const v
     }
 }
 
+// The caller asks for a pending exception.
+void writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBUTE& source, jobject target)
+{
+    if (target == nullptr || !env->IsInstanceOf(target, fields.cls)) return;
+    const LocalRef<jobject> type(env, env->GetObjectField(target, fields.type));
+    if (typeOf(env, fields, type) == CKA_WILDCARD) {
+        setLongValue(env, fields.typeClass, type, source.type);
+        if (env->ExceptionCheck()) return;
+    }
+    const LocalRef<jobject> value(env, env->GetObjectField(target, fields.pValue));
+    CopyCKObjectPtrToJObjectPrimitive(env, source.pValue, source.ulValueLen, value);
+    if (env->ExceptionCheck()) return;
+    env->SetLongField(target, fields.valueLen, static_cast<jlong>(source.ulValueLen));
+}
+
 } // namespace
 
 void CopyCKAttributeArrayToJAttributeArray(
@@ -65,34 +83,21 @@ void CopyCKAttributeArrayToJAttributeArray(
     const jclass cls = FindClass(env, "[Lhalvorn/zerlin/CK_ATTRIBUTE;");
     if (cls == nullptr || source == nullptr || target == nullptr) return;
     if (!env->IsInstanceOf(target, cls)) return;
-    const auto length = static_cast<CK_ULONG>(env->GetArrayLength(target));
-    for (CK_ULONG i = 0; i < count && i < length; ++i) {
-        const LocalRef<jobject> element(env, env->GetObjectArrayElement(target, static_cast<jsize>(i)));
-        if (env->ExceptionCheck()) return;
-        CopyCKAttributeToJAttribute(env, &source[i], element);
+    const jsize length = elementsToCopy(env, target, count);
+    AttributeFields fields;
+    if (length == 0 || !findAttributeFields(env, fields)) return;
+    for (jsize i = 0; i < length; ++i) {
+        const LocalRef<jobject> element(env, env->GetObjectArrayElement(target, i));
+        if (element == nullptr && env->ExceptionCheck()) return;
+        writeAttribute(env, fields, source[i], element);
         if (env->ExceptionCheck()) return;
     }
 }
 
 void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
-    const jclass typeClass = FindClass(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE");
-    if (cls == nullptr || typeClass == nullptr || source == nullptr || target == nullptr) return;
-    if (!env->IsInstanceOf(target, cls)) return;
-
-    const LocalRef<jobject> type(
-        env, GetObjectField(env, cls, target, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;"));
-    if (env->ExceptionCheck()) return;
-    const CK_ULONG typeValue = GetLongField(env, typeClass, type, "m_value");
-    if (env->ExceptionCheck()) return;
-    if (typeValue == CKA_WILDCARD) setLongValue(env, typeClass, type, source->type);
-    if (env->ExceptionCheck()) return;
-
-    const LocalRef<jobject> value(env, GetObjectField(env, cls, target, "pValue", "Ljava/lang/Object;"));
-    if (env->ExceptionCheck()) return;
-    CopyCKObjectPtrToJObjectPrimitive(env, source->pValue, source->ulValueLen, value);
-    if (!env->ExceptionCheck()) SetLongField(env, cls, target, "valueLen", source->ulValueLen);
+    AttributeFields fields;
+    if (findAttributeFields(env, fields) && source != nullptr) writeAttribute(env, fields, *source, target);
 }
 
 void CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target)

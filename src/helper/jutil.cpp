@@ -1,11 +1,13 @@
 // The JNI lookups and the memory that makes them quick, the field accessors, and the exceptions thrown.
 #include "helper/jutil.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <mutex>
 
 namespace zerlin {
@@ -29,11 +31,18 @@ struct MemberEntry {
     void* id;
 };
 
+struct TableEntry {
+    std::atomic<const Literal*> paths;
+    std::size_t count;
+    jclass classes[32];
+};
+
 constexpr std::size_t CLASS_SLOTS = 256; // powers of two, filled by half at most
 constexpr std::size_t MEMBER_SLOTS = 1024;
 
 ClassEntry classes[CLASS_SLOTS];
 MemberEntry members[MEMBER_SLOTS];
+TableEntry tables[4];
 std::size_t classCount = 0;
 std::size_t memberCount = 0;
 std::mutex additions;
@@ -73,6 +82,16 @@ const MemberEntry* findEntry(jclass owner, const char* name, const char* signatu
         if (known == nullptr) return nullptr;
         if (known == owner && entry.name == name && entry.signature == signature) return &entry;
     }
+}
+
+const TableEntry* findEntry(std::span<const Literal> paths)
+{
+    for (const TableEntry& entry : tables) {
+        const Literal* const known = entry.paths.load(std::memory_order_acquire);
+        if (known == nullptr) return nullptr;
+        if (known == paths.data() && entry.count == paths.size()) return &entry;
+    }
+    return nullptr;
 }
 
 bool isRemembered(jclass reference)
@@ -129,6 +148,20 @@ void rememberMember(jclass owner, Literal name, Literal signature, void* id)
     ++memberCount;
 }
 
+void rememberTable(std::span<const Literal> paths, const jclass* found)
+{
+    const std::lock_guard lock(additions);
+    if (paths.size() > std::size(tables[0].classes) || findEntry(paths) != nullptr) return;
+    if (!std::all_of(found, found + paths.size(), isRemembered)) return;
+    for (TableEntry& entry : tables) {
+        if (entry.paths.load(std::memory_order_relaxed) != nullptr) continue;
+        entry.count = paths.size();
+        std::copy_n(found, paths.size(), entry.classes);
+        entry.paths.store(paths.data(), std::memory_order_release);
+        return;
+    }
+}
+
 template <typename ID>
 ID memberID(JNIEnv* env, jclass cls, Literal name, Literal signature,
     ID (JNIEnv::*lookUp)(jclass, const char*, const char*))
@@ -158,6 +191,20 @@ jclass FindClass(JNIEnv* env, Literal path)
     return known != nullptr ? known->reference.load(std::memory_order_relaxed) : findAndRemember(env, path);
 }
 
+bool FindClasses(JNIEnv* env, std::span<const Literal> paths, jclass* found)
+{
+    if (const TableEntry* const known = findEntry(paths)) {
+        std::copy_n(known->classes, known->count, found);
+        return true;
+    }
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        found[i] = FindClass(env, paths[i]);
+        if (found[i] == nullptr) return false;
+    }
+    rememberTable(paths, found);
+    return true;
+}
+
 jfieldID GetFieldID(JNIEnv* env, jclass cls, Literal name, Literal signature)
 {
     return memberID(env, cls, name, signature, &JNIEnv::GetFieldID);
@@ -171,6 +218,9 @@ jmethodID GetMethodID(JNIEnv* env, jclass cls, Literal name, Literal signature)
 void forgetLookups(JNIEnv* env)
 {
     const std::lock_guard lock(additions);
+    for (TableEntry& entry : tables) {
+        entry.paths.store(nullptr, std::memory_order_relaxed);
+    }
     for (MemberEntry& entry : members) {
         entry.owner.store(nullptr, std::memory_order_relaxed);
     }
@@ -189,10 +239,13 @@ jint GetIntField(JNIEnv* env, jclass cls, jobject object, Literal name)
     return field == nullptr ? -1 : env->GetIntField(object, field);
 }
 
-void SetIntField(JNIEnv* env, jclass cls, jobject object, Literal name, jint value)
+bool SetIntField(JNIEnv* env, jclass cls, jobject object, Literal name, jint value)
 {
-    const jfieldID field = fieldOf(env, cls, object, name, "I");
-    if (field != nullptr) env->SetIntField(object, field, value);
+    if (cls == nullptr || object == nullptr) return true;
+    const jfieldID field = GetFieldID(env, cls, name, "I");
+    if (field == nullptr) return false;
+    env->SetIntField(object, field, value);
+    return true;
 }
 
 CK_ULONG GetLongField(JNIEnv* env, jclass cls, jobject object, Literal name)
@@ -201,10 +254,13 @@ CK_ULONG GetLongField(JNIEnv* env, jclass cls, jobject object, Literal name)
     return field == nullptr ? ~CK_ULONG{0} : static_cast<CK_ULONG>(env->GetLongField(object, field));
 }
 
-void SetLongField(JNIEnv* env, jclass cls, jobject object, Literal name, CK_ULONG value)
+bool SetLongField(JNIEnv* env, jclass cls, jobject object, Literal name, CK_ULONG value)
 {
-    const jfieldID field = fieldOf(env, cls, object, name, "J");
-    if (field != nullptr) env->SetLongField(object, field, static_cast<jlong>(value));
+    if (cls == nullptr || object == nullptr) return true;
+    const jfieldID field = GetFieldID(env, cls, name, "J");
+    if (field == nullptr) return false;
+    env->SetLongField(object, field, static_cast<jlong>(value));
+    return true;
 }
 
 jbyte GetByteField(JNIEnv* env, jclass cls, jobject object, Literal name)
@@ -213,10 +269,13 @@ jbyte GetByteField(JNIEnv* env, jclass cls, jobject object, Literal name)
     return field == nullptr ? jbyte{-1} : env->GetByteField(object, field);
 }
 
-void SetByteField(JNIEnv* env, jclass cls, jobject object, Literal name, jbyte value)
+bool SetByteField(JNIEnv* env, jclass cls, jobject object, Literal name, jbyte value)
 {
-    const jfieldID field = fieldOf(env, cls, object, name, "B");
-    if (field != nullptr) env->SetByteField(object, field, value);
+    if (cls == nullptr || object == nullptr) return true;
+    const jfieldID field = GetFieldID(env, cls, name, "B");
+    if (field == nullptr) return false;
+    env->SetByteField(object, field, value);
+    return true;
 }
 
 jbyteArray GetByteArrayField(JNIEnv* env, jclass cls, jobject object, Literal name)
@@ -235,10 +294,13 @@ jobject GetObjectField(JNIEnv* env, jclass cls, jobject object, Literal name, Li
     return field == nullptr ? nullptr : env->GetObjectField(object, field);
 }
 
-void SetObjectField(JNIEnv* env, jclass cls, jobject object, Literal name, Literal signature, jobject value)
+bool SetObjectField(JNIEnv* env, jclass cls, jobject object, Literal name, Literal signature, jobject value)
 {
-    const jfieldID field = fieldOf(env, cls, object, name, signature);
-    if (field != nullptr) env->SetObjectField(object, field, value);
+    if (cls == nullptr || object == nullptr) return true;
+    const jfieldID field = GetFieldID(env, cls, name, signature);
+    if (field == nullptr) return false;
+    env->SetObjectField(object, field, value);
+    return true;
 }
 
 char* GetClassName(JNIEnv* env, jobject object)

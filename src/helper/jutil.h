@@ -2,6 +2,8 @@
 // the exceptions that it throws itself.
 #pragma once
 
+#include <span>
+
 #include <jni.h>
 
 #include "zerlin/cryptoki.h"
@@ -37,6 +39,10 @@ struct LocalRef {
 // and good until the native returns. Makes no JNI call while an exception is pending.
 jclass FindClass(JNIEnv* env, Literal path);
 
+// The classes of a table of paths, all of them found before any is used, in the same way. False with an
+// exception pending when one cannot be found. The table is a constant: its address stands for its content.
+bool FindClasses(JNIEnv* env, std::span<const Literal> paths, jclass* classes);
+
 // The ID of a field or method, or null with an exception pending; quick for a class from FindClass.
 jfieldID GetFieldID(JNIEnv* env, jclass cls, Literal name, Literal signature);
 jmethodID GetMethodID(JNIEnv* env, jclass cls, Literal name, Literal signature);
@@ -46,16 +52,17 @@ void forgetLookups(JNIEnv* env);
 
 // The field accessors. With a null class or object a getter returns its failure value (-1, 0xFFFFFFFF,
 // null) and a setter does nothing, silently; a missing field does the same and leaves NoSuchFieldError
-// pending. A CK_ULONG is the low 32 bits of a Java long, and a Java long its zero extension.
+// pending: only then does a setter answer false. A CK_ULONG is the low 32 bits of a Java long, and a Java
+// long its zero extension.
 jint GetIntField(JNIEnv* env, jclass cls, jobject object, Literal name);
-void SetIntField(JNIEnv* env, jclass cls, jobject object, Literal name, jint value);
+bool SetIntField(JNIEnv* env, jclass cls, jobject object, Literal name, jint value);
 CK_ULONG GetLongField(JNIEnv* env, jclass cls, jobject object, Literal name);
-void SetLongField(JNIEnv* env, jclass cls, jobject object, Literal name, CK_ULONG value);
+bool SetLongField(JNIEnv* env, jclass cls, jobject object, Literal name, CK_ULONG value);
 jbyte GetByteField(JNIEnv* env, jclass cls, jobject object, Literal name);
-void SetByteField(JNIEnv* env, jclass cls, jobject object, Literal name, jbyte value);
+bool SetByteField(JNIEnv* env, jclass cls, jobject object, Literal name, jbyte value);
 jbyteArray GetByteArrayField(JNIEnv* env, jclass cls, jobject object, Literal name);
 jobject GetObjectField(JNIEnv* env, jclass cls, jobject object, Literal name, Literal signature);
-void SetObjectField(JNIEnv* env, jclass cls, jobject object, Literal name, Literal signature, jobject value);
+bool SetObjectField(JNIEnv* env, jclass cls, jobject object, Literal name, Literal signature, jobject value);
 jobjectArray GetObjectArrayField(JNIEnv* env, jclass cls, jobject object, Literal name, Literal signature);
 
 // The name of the object's class as Class.getName gives it, from malloc: the caller frees it. Null with an

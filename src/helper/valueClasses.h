@@ -3,6 +3,8 @@
 #pragma once
 
 #include <array>
+#include <span>
+#include <utility>
 
 #include <jni.h>
 
@@ -71,28 +73,34 @@ inline constexpr ValueClass VALUE_CLASSES[] = {
 // How many of them can be written back to: the first rows.
 inline constexpr std::size_t WRITABLE_VALUE_CLASSES = 18;
 
+inline constexpr auto VALUE_CLASS_PATHS = []<std::size_t... row>(std::index_sequence<row...>)
+{
+    return std::array{VALUE_CLASSES[row].path...};
+}
+(std::make_index_sequence<std::size(VALUE_CLASSES)>());
+
 using ValueClasses = std::array<jclass, std::size(VALUE_CLASSES)>;
 
 // Looks up the first rows' classes, all of them before any is used. False with an exception pending when one
 // cannot be found.
 inline bool findValueClasses(JNIEnv* env, ValueClasses& classes, std::size_t rows)
 {
-    bool found = true;
-    for (std::size_t i = 0; i < rows && found; ++i) {
-        classes[i] = FindClass(env, VALUE_CLASSES[i].path);
-        found = classes[i] != nullptr;
-    }
-    return found;
+    return FindClasses(env, std::span(VALUE_CLASS_PATHS).first(rows), classes.data());
 }
 
-// The first row whose class the value has, or the number of rows.
+// The rows in the order of the tests, those that nearly all values have first. No object is of two rows, so
+// that the order cannot change which one it is.
+inline constexpr std::size_t TESTED_ROWS[] = {
+    0, 2, 1, 12, 9, 3, 4, 5, 6, 7, 8, 10, 11, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25};
+static_assert(std::size(TESTED_ROWS) == std::size(VALUE_CLASSES));
+
+// The row whose class the value has, or the number of rows.
 inline std::size_t valueClassOf(JNIEnv* env, const ValueClasses& classes, std::size_t rows, jobject value)
 {
-    std::size_t row = 0;
-    while (row < rows && !env->IsInstanceOf(value, classes[row])) {
-        ++row;
+    for (const std::size_t row : TESTED_ROWS) {
+        if (row < rows && env->IsInstanceOf(value, classes[row])) return row;
     }
-    return row;
+    return rows;
 }
 
 } // namespace zerlin

@@ -37,7 +37,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1FindObject(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_CLASS objectClassValue = jObjectClassToCKObjectClass(env, objectClass);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, objectClassValue)) return nullptr;
     const Label text(env, label);
     if (env->ExceptionCheck()) return nullptr;
     if (text.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);

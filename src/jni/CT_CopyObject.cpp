@@ -21,9 +21,9 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1CopyObject(JNIEnv* en
     const CK_SESSION_HANDLE session1 = jSessionHandleToCKSessionHandle(env, hSession1);
     if (env->ExceptionCheck()) return nullptr;
     const CK_SESSION_HANDLE session2 = jSessionHandleToCKSessionHandle(env, hSession2);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session2)) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, object)) return nullptr;
     const Template attributes(env, pTemplate);
     if (env->ExceptionCheck()) return nullptr;
 
@@ -31,6 +31,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1CopyObject(JNIEnv* en
     const CK_RV rv =
         CT_CopyObject(session1, session2, object, attributes.attributes, toCK(ulCount), &newObject);
     if (env->ExceptionCheck()) return nullptr;
-    if (rv == CKR_OK) SetLongField(env, handleClass, phNewObject, "m_value", newObject);
-    return result(env, rv);
+    if (rv == CKR_OK && !SetLongField(env, handleClass, phNewObject, "m_value", newObject)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

@@ -17,8 +17,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1InitToken(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput pin(env, pPin);
-    if (env->ExceptionCheck()) return nullptr;
+    if (pin.failed) return nullptr;
     const ByteInput label(env, pLabel);
-    if (env->ExceptionCheck()) return nullptr;
+    if (label.failed) return nullptr;
     return result(env, CT_InitToken(session, toCK(ulValue), pin.data, toCK(ulPinLen), label.data));
 }

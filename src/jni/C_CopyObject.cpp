@@ -21,13 +21,13 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CopyObject(JNIEnv* env
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, object)) return nullptr;
     const Template attributes(env, pTemplate);
     if (env->ExceptionCheck()) return nullptr;
 
     CK_OBJECT_HANDLE newObject = 0;
     const CK_RV rv = C_CopyObject(session, object, attributes.attributes, toCK(ulCount), &newObject);
     if (env->ExceptionCheck()) return nullptr;
-    if (rv == CKR_OK) SetLongField(env, handleClass, phNewObject, "m_value", newObject);
-    return result(env, rv);
+    if (rv == CKR_OK && !SetLongField(env, handleClass, phNewObject, "m_value", newObject)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

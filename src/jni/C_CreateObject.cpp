@@ -26,6 +26,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CreateObject(
     CK_OBJECT_HANDLE object = 0;
     const CK_RV rv = C_CreateObject(session, attributes.attributes, toCK(ulCount), &object);
     if (env->ExceptionCheck()) return nullptr;
-    if (rv == CKR_OK) SetLongField(env, handleClass, phObject, "m_value", object);
-    return result(env, rv);
+    if (rv == CKR_OK && !SetLongField(env, handleClass, phObject, "m_value", object)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

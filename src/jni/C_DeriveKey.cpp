@@ -25,7 +25,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DeriveKey(JNIEnv* env,
     Mechanism mechanism(env, pMechanism);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE baseKey = jObjectHandleToCKObjectHandle(env, hBaseKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, baseKey)) return nullptr;
     const Template attributes(env, pTemplate);
     if (env->ExceptionCheck()) return nullptr;
 

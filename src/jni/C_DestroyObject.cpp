@@ -17,6 +17,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DestroyObject(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, object)) return nullptr;
     return result(env, C_DestroyObject(session, object));
 }

@@ -17,6 +17,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestKey(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, key)) return nullptr;
     return result(env, C_DigestKey(session, key));
 }

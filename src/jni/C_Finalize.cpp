@@ -16,5 +16,5 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Finalize(JNIEnv* env, 
 {
     const CK_RV rv = C_Finalize(pReserved);
     if (rv == CKR_OK) releaseInitArgs(env);
-    return ckRVToJRV(env, rv);
+    return result(env, rv);
 }

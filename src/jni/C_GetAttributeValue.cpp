@@ -18,7 +18,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetAttributeValue(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, object)) return nullptr;
     const Template attributes(env, pTemplate);
     if (env->ExceptionCheck()) return nullptr;
 

@@ -21,11 +21,11 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetObjectSize(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, object)) return nullptr;
 
     CK_ULONG size = 0;
     const CK_RV rv = C_GetObjectSize(session, object, &size);
     if (env->ExceptionCheck()) return nullptr;
-    if (rv == CKR_OK) SetLongField(env, longRefClass, pulSize, "value", size);
-    return result(env, rv);
+    if (rv == CKR_OK && !SetLongField(env, longRefClass, pulSize, "value", size)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

@@ -18,6 +18,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1InitPIN(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput pin(env, pPin);
-    if (env->ExceptionCheck()) return nullptr;
+    if (pin.failed) return nullptr;
     return result(env, C_InitPIN(session, pin.data, toCK(ulPinLen)));
 }

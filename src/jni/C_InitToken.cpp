@@ -18,6 +18,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1InitToken(
     const ByteInput pin(env, pPin);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput label(env, pLabel);
-    if (env->ExceptionCheck()) return nullptr;
+    if (label.failed) return nullptr;
     return result(env, C_InitToken(toCK(slotID), pin.data, toCK(ulPinLen), label.data));
 }

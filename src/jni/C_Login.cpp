@@ -18,8 +18,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Login(
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const CK_USER_TYPE user = jUserTypeToCKUserType(env, userType);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, user)) return nullptr;
     const ByteInput pin(env, pPin);
-    if (env->ExceptionCheck()) return nullptr;
+    if (pin.failed) return nullptr;
     return result(env, C_Login(session, user, pin.data, toCK(ulPinLen)));
 }

@@ -22,6 +22,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1OpenSession(
     const CK_RV rv =
         C_OpenSession(toCK(slotID), toCK(flags), pApplication, reinterpret_cast<CK_NOTIFY>(Notify), &session);
     if (env->ExceptionCheck()) return nullptr;
-    if (rv == CKR_OK) SetLongField(env, handleClass, phSession, "m_value", session);
-    return result(env, rv);
+    if (rv == CKR_OK && !SetLongField(env, handleClass, phSession, "m_value", session)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

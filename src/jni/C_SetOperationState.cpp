@@ -20,11 +20,11 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SetOperationState(JNIE
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput state(env, pOperationState);
-    if (env->ExceptionCheck()) return nullptr;
+    if (state.failed) return nullptr;
     const CK_OBJECT_HANDLE encryptionKey = jObjectHandleToCKObjectHandle(env, hEncryptionKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, encryptionKey)) return nullptr;
     const CK_OBJECT_HANDLE authenticationKey = jObjectHandleToCKObjectHandle(env, hAuthenticationKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, authenticationKey)) return nullptr;
     return result(env, C_SetOperationState(
                            session, state.data, toCK(ulOperationStateLen), encryptionKey, authenticationKey));
 }

@@ -19,8 +19,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SetPIN(JNIEnv* env, jc
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput oldPin(env, pOldPin);
-    if (env->ExceptionCheck()) return nullptr;
+    if (oldPin.failed) return nullptr;
     const ByteInput newPin(env, pNewPin);
-    if (env->ExceptionCheck()) return nullptr;
+    if (newPin.failed) return nullptr;
     return result(env, C_SetPIN(session, oldPin.data, toCK(ulOldLen), newPin.data, toCK(ulNewLen)));
 }

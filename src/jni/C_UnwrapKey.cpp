@@ -25,9 +25,9 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1UnwrapKey(JNIEnv* env,
     Mechanism mechanism(env, pMechanism);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE unwrappingKey = jObjectHandleToCKObjectHandle(env, hUnwrappingKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, unwrappingKey)) return nullptr;
     const ByteInput wrappedKey(env, pWrappedKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (wrappedKey.failed) return nullptr;
     const Template attributes(env, pTemplate);
     if (env->ExceptionCheck()) return nullptr;
 

@@ -17,8 +17,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Verify(JNIEnv* env, jc
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput data(env, pData);
-    if (env->ExceptionCheck()) return nullptr;
+    if (data.failed) return nullptr;
     const ByteInput signature(env, pSignature);
-    if (env->ExceptionCheck()) return nullptr;
+    if (signature.failed) return nullptr;
     return result(env, C_Verify(session, data.data, toCK(ulDataLen), signature.data, toCK(ulSignatureLen)));
 }

@@ -21,6 +21,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1WaitForSlotEvent(
     CK_SLOT_ID slot = 0;
     const CK_RV rv = C_WaitForSlotEvent(toCK(flags), &slot, pReserved);
     if (env->ExceptionCheck()) return nullptr;
-    if (rv == CKR_OK) SetLongField(env, longRefClass, pSlot, "value", slot);
-    return result(env, rv);
+    if (rv == CKR_OK && !SetLongField(env, longRefClass, pSlot, "value", slot)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

@@ -25,9 +25,9 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1WrapKey(JNIEnv* env, j
     // A null wrapping key is the invalid handle 0 here, unlike elsewhere: wanted.
     const CK_OBJECT_HANDLE wrappingKey =
         hWrappingKey == nullptr ? CK_INVALID_HANDLE : jObjectHandleToCKObjectHandle(env, hWrappingKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, wrappingKey)) return nullptr;
     const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, key)) return nullptr;
     return callWithOutput(env, longRefClass, pulWrappedKeyLen, pWrappedKey, CopyCKByteArrayToJByteArray,
         [&](CK_BYTE_PTR wrappedKey, CK_ULONG_PTR length) {
             return C_WrapKey(session, &mechanism.native, wrappingKey, key, wrappedKey, length);

@@ -2,8 +2,7 @@
 //
 // A native checks its arguments, converts them in the order of its parameters, calls the Cryptoki library
 // with the lengths and counts that the Java caller gave, writes back, and returns a new CK_RV, or null when a
-// Java exception is pending. It asks for a pending exception after every conversion and makes no further call
-// then.
+// Java exception is pending. No conversion and no call follows one that has left an exception pending.
 #pragma once
 
 #include <algorithm>
@@ -44,12 +43,24 @@ inline CK_ULONG toCK(jlong value)
     return static_cast<CK_ULONG>(value);
 }
 
+// Whether the conversion of a handle or constant failed. The first conversion of a native asks for the
+// exception itself; the later ones need to ask only where the value is one that a failure gives.
+inline bool hasFailed(JNIEnv* env, CK_ULONG value)
+{
+    return (value == 0 || value == CK_UNAVAILABLE_INFORMATION) && env->ExceptionCheck();
+}
+
 // Owns the native copy of a Java byte array; null for a null array.
 struct ByteInput {
     CK_BYTE_PTR data = nullptr;
     CK_ULONG length = 0;
+    bool failed = false; // an exception is pending
 
-    ByteInput(JNIEnv* env, jbyteArray array) { jByteArrayToCKByteArray(env, array, &data, &length); }
+    ByteInput(JNIEnv* env, jbyteArray array)
+    {
+        jByteArrayToCKByteArray(env, array, &data, &length);
+        failed = data == nullptr && array != nullptr;
+    }
     ByteInput(const ByteInput&) = delete;
     ByteInput& operator=(const ByteInput&) = delete;
     ~ByteInput() { wipeAndFree(data); }
@@ -102,7 +113,9 @@ struct Mechanism {
     ~Mechanism()
     {
         // By the type, not by the parameter: that of a mechanism of type 0 is never freed, wanted.
-        if (native.mechanism != 0) FreeCKMechanismParameter(env, jMechanism, &native);
+        if (native.mechanism != 0 && native.pParameter != nullptr) {
+            FreeCKMechanismParameter(env, jMechanism, &native);
+        }
     }
 };
 
@@ -139,7 +152,7 @@ jobject callWithOutput(JNIEnv* env, jclass longRefClass, jobject pulLength, JArr
     void (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray), Call call)
 {
     CK_ULONG length = GetLongField(env, longRefClass, pulLength, "value");
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, length)) return nullptr;
     const OutputBuffer<Element> output(jOutput != nullptr, length);
     if (jOutput != nullptr && output.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);
 
@@ -147,7 +160,8 @@ jobject callWithOutput(JNIEnv* env, jclass longRefClass, jobject pulLength, JArr
     if (env->ExceptionCheck()) return nullptr;
 
     SetLongField(env, longRefClass, pulLength, "value", length);
-    if (rv == CKR_OK) copyToJava(env, output.data, output.readable(length), jOutput);
+    if (rv != CKR_OK || jOutput == nullptr) return ckRVToJRV(env, rv);
+    copyToJava(env, output.data, output.readable(length), jOutput);
     return result(env, rv);
 }
 

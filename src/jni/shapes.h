@@ -16,7 +16,7 @@ inline jobject initWithKey(JNIEnv* env, CK_RV (*call)(CK_SESSION_HANDLE, CK_MECH
     Mechanism mechanism(env, pMechanism);
     if (env->ExceptionCheck()) return nullptr;
     const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, key)) return nullptr;
     return result(env, call(session, &mechanism.native, key));
 }
 
@@ -31,7 +31,7 @@ inline jobject dataInDataOut(JNIEnv* env,
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput input(env, pInput);
-    if (env->ExceptionCheck()) return nullptr;
+    if (input.failed) return nullptr;
     return callWithOutput(env, longRefClass, pulOutputLen, pOutput, CopyCKByteArrayToJByteArray,
         [&](CK_BYTE_PTR output, CK_ULONG_PTR length) {
             return call(session, input.data, toCK(ulInputLen), output, length);
@@ -58,7 +58,7 @@ inline jobject dataIn(JNIEnv* env, CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR,
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (env->ExceptionCheck()) return nullptr;
     const ByteInput input(env, pInput);
-    if (env->ExceptionCheck()) return nullptr;
+    if (input.failed) return nullptr;
     return result(env, call(session, input.data, toCK(ulInputLen)));
 }
 

@@ -49,7 +49,7 @@ std::vector<Unreadable> unreadable(JNIEnv* env, jclass cls, jobject object)
 // A pair of accessors, tried on a new object of that class; the expected values follow what is stored.
 template <typename Value, typename Plain>
 void tryAccessors(JNIEnv* env, const char* path, Literal field,
-    Value (*get)(JNIEnv*, jclass, jobject, Literal), void (*set)(JNIEnv*, jclass, jobject, Literal, Value),
+    Value (*get)(JNIEnv*, jclass, jobject, Literal), bool (*set)(JNIEnv*, jclass, jobject, Literal, Value),
     Plain (*plainGet)(JNIEnv*, jobject, const char*), void (*plainSet)(JNIEnv*, jobject, const char*, Plain),
     Plain stored, Value read, Plain storedAgain)
 {

@@ -1,0 +1,41 @@
+// The fields of a Java CK_ATTRIBUTE, looked up once for a whole template.
+#pragma once
+
+#include <jni.h>
+
+#include "helper/jutil.h"
+#include "zerlin/cryptoki.h"
+
+namespace zerlin {
+
+struct AttributeFields {
+    jclass cls;
+    jfieldID type;
+    jfieldID pValue;
+    jfieldID valueLen;
+    jclass typeClass;
+    jfieldID typeValue;
+};
+
+// False with an exception pending when one of them is missing.
+inline bool findAttributeFields(JNIEnv* env, AttributeFields& fields)
+{
+    fields.cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
+    fields.typeClass = FindClass(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE");
+    fields.type = GetFieldID(env, fields.cls, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;");
+    fields.typeValue = GetFieldID(env, fields.typeClass, "m_value", "J");
+    fields.pValue = GetFieldID(env, fields.cls, "pValue", "Ljava/lang/Object;");
+    fields.valueLen = GetFieldID(env, fields.cls, "valueLen", "J");
+    return fields.valueLen != nullptr && fields.pValue != nullptr && fields.typeValue != nullptr &&
+           fields.type != nullptr;
+}
+
+// The value of an attribute's type object, as jAttributeTypeToCKAttributeType gives it: the field's own class
+// vouches for the object's.
+inline CK_ATTRIBUTE_TYPE typeOf(JNIEnv* env, const AttributeFields& fields, jobject type)
+{
+    if (type == nullptr) return CK_UNAVAILABLE_INFORMATION;
+    return static_cast<CK_ATTRIBUTE_TYPE>(env->GetLongField(type, fields.typeValue));
+}
+
+} // namespace zerlin
