@@ -19,6 +19,35 @@
 #include <string>
 #include <vector>
 
+// The functions, by the form of their parameters.
+// clang-format off
+#define ID_FUNCTIONS(EACH) \
+    EACH(C_CloseSession) EACH(C_CloseAllSessions) EACH(C_Logout) EACH(C_FindObjectsFinal) \
+    EACH(C_GetFunctionStatus) EACH(C_CancelFunction)
+#define INIT_FUNCTIONS(EACH) \
+    EACH(C_EncryptInit) EACH(C_DecryptInit) EACH(C_SignInit) EACH(C_SignRecoverInit) EACH(C_VerifyInit) \
+    EACH(C_VerifyRecoverInit)
+#define IN_FUNCTIONS(EACH) \
+    EACH(C_InitPIN) EACH(C_DigestUpdate) EACH(C_SignUpdate) EACH(C_VerifyUpdate) EACH(C_VerifyFinal) \
+    EACH(C_SeedRandom)
+#define OUT_FUNCTIONS(EACH) \
+    EACH(C_GetOperationState) EACH(C_EncryptFinal) EACH(C_DecryptFinal) EACH(C_DigestFinal) \
+    EACH(C_SignFinal)
+#define IN_OUT_FUNCTIONS(EACH) \
+    EACH(C_Encrypt) EACH(C_EncryptUpdate) EACH(C_Decrypt) EACH(C_DecryptUpdate) EACH(C_Digest) EACH(C_Sign) \
+    EACH(C_SignRecover) EACH(C_VerifyRecover) EACH(C_DigestEncryptUpdate) EACH(C_DecryptDigestUpdate) \
+    EACH(C_SignEncryptUpdate) EACH(C_DecryptVerifyUpdate)
+#define OTHER_FUNCTIONS(EACH) \
+    EACH(C_Initialize) EACH(C_Finalize) EACH(C_GetInfo) EACH(C_GetSlotList) EACH(C_GetSlotInfo) \
+    EACH(C_GetTokenInfo) EACH(C_GetMechanismList) EACH(C_GetMechanismInfo) EACH(C_InitToken) EACH(C_SetPIN) \
+    EACH(C_OpenSession) EACH(C_GetSessionInfo) EACH(C_SetOperationState) EACH(C_Login) EACH(C_CreateObject) \
+    EACH(C_CopyObject) EACH(C_DestroyObject) EACH(C_GetObjectSize) EACH(C_GetAttributeValue) \
+    EACH(C_SetAttributeValue) EACH(C_FindObjectsInit) EACH(C_FindObjects) EACH(C_DigestInit) \
+    EACH(C_DigestKey) EACH(C_Verify) EACH(C_GenerateKey) EACH(C_GenerateKeyPair) EACH(C_WrapKey) \
+    EACH(C_UnwrapKey) EACH(C_DeriveKey) EACH(C_GenerateRandom) EACH(C_WaitForSlotEvent) EACH(CT_CopyObject) \
+    EACH(CT_InitToken) EACH(CT_ResetToken)
+// clang-format on
+
 namespace recorder {
 
 // What to answer. A handler runs after its call was noted, may write to the output pointers, and gives the
@@ -31,76 +60,14 @@ struct Script {
     CK_ULONG byteLimit = std::numeric_limits<CK_ULONG>::max();
     CK_ULONG attributeLimit = std::numeric_limits<CK_ULONG>::max();
 
-    std::function<decltype(::C_Initialize)> C_Initialize;
-    std::function<decltype(::C_Finalize)> C_Finalize;
-    std::function<decltype(::C_GetInfo)> C_GetInfo;
-    std::function<decltype(::C_GetSlotList)> C_GetSlotList;
-    std::function<decltype(::C_GetSlotInfo)> C_GetSlotInfo;
-    std::function<decltype(::C_GetTokenInfo)> C_GetTokenInfo;
-    std::function<decltype(::C_GetMechanismList)> C_GetMechanismList;
-    std::function<decltype(::C_GetMechanismInfo)> C_GetMechanismInfo;
-    std::function<decltype(::C_InitToken)> C_InitToken;
-    std::function<decltype(::C_InitPIN)> C_InitPIN;
-    std::function<decltype(::C_SetPIN)> C_SetPIN;
-    std::function<decltype(::C_OpenSession)> C_OpenSession;
-    std::function<decltype(::C_CloseSession)> C_CloseSession;
-    std::function<decltype(::C_CloseAllSessions)> C_CloseAllSessions;
-    std::function<decltype(::C_GetSessionInfo)> C_GetSessionInfo;
-    std::function<decltype(::C_GetOperationState)> C_GetOperationState;
-    std::function<decltype(::C_SetOperationState)> C_SetOperationState;
-    std::function<decltype(::C_Login)> C_Login;
-    std::function<decltype(::C_Logout)> C_Logout;
-    std::function<decltype(::C_CreateObject)> C_CreateObject;
-    std::function<decltype(::C_CopyObject)> C_CopyObject;
-    std::function<decltype(::C_DestroyObject)> C_DestroyObject;
-    std::function<decltype(::C_GetObjectSize)> C_GetObjectSize;
-    std::function<decltype(::C_GetAttributeValue)> C_GetAttributeValue;
-    std::function<decltype(::C_SetAttributeValue)> C_SetAttributeValue;
-    std::function<decltype(::C_FindObjectsInit)> C_FindObjectsInit;
-    std::function<decltype(::C_FindObjects)> C_FindObjects;
-    std::function<decltype(::C_FindObjectsFinal)> C_FindObjectsFinal;
-    std::function<decltype(::C_EncryptInit)> C_EncryptInit;
-    std::function<decltype(::C_Encrypt)> C_Encrypt;
-    std::function<decltype(::C_EncryptUpdate)> C_EncryptUpdate;
-    std::function<decltype(::C_EncryptFinal)> C_EncryptFinal;
-    std::function<decltype(::C_DecryptInit)> C_DecryptInit;
-    std::function<decltype(::C_Decrypt)> C_Decrypt;
-    std::function<decltype(::C_DecryptUpdate)> C_DecryptUpdate;
-    std::function<decltype(::C_DecryptFinal)> C_DecryptFinal;
-    std::function<decltype(::C_DigestInit)> C_DigestInit;
-    std::function<decltype(::C_Digest)> C_Digest;
-    std::function<decltype(::C_DigestUpdate)> C_DigestUpdate;
-    std::function<decltype(::C_DigestKey)> C_DigestKey;
-    std::function<decltype(::C_DigestFinal)> C_DigestFinal;
-    std::function<decltype(::C_SignInit)> C_SignInit;
-    std::function<decltype(::C_Sign)> C_Sign;
-    std::function<decltype(::C_SignUpdate)> C_SignUpdate;
-    std::function<decltype(::C_SignFinal)> C_SignFinal;
-    std::function<decltype(::C_SignRecoverInit)> C_SignRecoverInit;
-    std::function<decltype(::C_SignRecover)> C_SignRecover;
-    std::function<decltype(::C_VerifyInit)> C_VerifyInit;
-    std::function<decltype(::C_Verify)> C_Verify;
-    std::function<decltype(::C_VerifyUpdate)> C_VerifyUpdate;
-    std::function<decltype(::C_VerifyFinal)> C_VerifyFinal;
-    std::function<decltype(::C_VerifyRecoverInit)> C_VerifyRecoverInit;
-    std::function<decltype(::C_VerifyRecover)> C_VerifyRecover;
-    std::function<decltype(::C_DigestEncryptUpdate)> C_DigestEncryptUpdate;
-    std::function<decltype(::C_DecryptDigestUpdate)> C_DecryptDigestUpdate;
-    std::function<decltype(::C_SignEncryptUpdate)> C_SignEncryptUpdate;
-    std::function<decltype(::C_DecryptVerifyUpdate)> C_DecryptVerifyUpdate;
-    std::function<decltype(::C_GenerateKey)> C_GenerateKey;
-    std::function<decltype(::C_GenerateKeyPair)> C_GenerateKeyPair;
-    std::function<decltype(::C_WrapKey)> C_WrapKey;
-    std::function<decltype(::C_UnwrapKey)> C_UnwrapKey;
-    std::function<decltype(::C_DeriveKey)> C_DeriveKey;
-    std::function<decltype(::C_SeedRandom)> C_SeedRandom;
-    std::function<decltype(::C_GenerateRandom)> C_GenerateRandom;
-    std::function<decltype(::C_GetFunctionStatus)> C_GetFunctionStatus;
-    std::function<decltype(::C_CancelFunction)> C_CancelFunction;
-    std::function<decltype(::C_WaitForSlotEvent)> C_WaitForSlotEvent;
-    std::function<decltype(::CT_CopyObject)> CT_CopyObject;
-    std::function<decltype(::CT_InitToken)> CT_InitToken;
-    std::function<decltype(::CT_ResetToken)> CT_ResetToken;
+#define HANDLER(name) std::function<decltype(::name)> name;
+    ID_FUNCTIONS(HANDLER)
+    INIT_FUNCTIONS(HANDLER)
+    IN_FUNCTIONS(HANDLER)
+    OUT_FUNCTIONS(HANDLER)
+    IN_OUT_FUNCTIONS(HANDLER)
+    OTHER_FUNCTIONS(HANDLER)
+#undef HANDLER
 };
 
 // To be changed only while no call runs.

@@ -6,7 +6,6 @@
 namespace {
 
 thread_local int untilFailure = 0; // below 0: it has failed
-thread_local HeapWatch* watching = nullptr;
 
 bool isToFail()
 {
@@ -17,7 +16,7 @@ bool isToFail()
 
 void* allocated(void* block, std::size_t size)
 {
-    if (watching != nullptr && block != nullptr) watching->blocks[block] = size;
+    if (HeapWatch::current != nullptr && block != nullptr) HeapWatch::current->blocks[block] = size;
     return block;
 }
 
@@ -31,16 +30,6 @@ void failAllocation(int n)
 bool allocationFailed()
 {
     return untilFailure < 0;
-}
-
-HeapWatch::HeapWatch()
-{
-    watching = this;
-}
-
-HeapWatch::~HeapWatch()
-{
-    watching = nullptr;
 }
 
 extern "C" {
@@ -64,15 +53,15 @@ void* __wrap_realloc(void* block, std::size_t size)
 {
     if (isToFail()) return nullptr;
     void* const moved = __real_realloc(block, size);
-    if (watching != nullptr && moved != nullptr) watching->blocks.erase(block);
+    if (HeapWatch::current != nullptr && moved != nullptr) HeapWatch::current->blocks.erase(block);
     return allocated(moved, size);
 }
 
 void __wrap_free(void* block)
 {
-    if (watching != nullptr) {
-        if (const auto node = watching->blocks.extract(block)) {
-            watching->freed.emplace_back(static_cast<const char*>(block), node.mapped());
+    if (HeapWatch::current != nullptr) {
+        if (const auto node = HeapWatch::current->blocks.extract(block)) {
+            HeapWatch::current->freed.emplace_back(static_cast<const char*>(block), node.mapped());
         }
     }
     __real_free(block);

@@ -15,11 +15,10 @@ bool allocationFailed();
 
 // The blocks allocated while it lives. One at a time.
 struct HeapWatch {
-    HeapWatch();
-    ~HeapWatch();
-    HeapWatch(const HeapWatch&) = delete;
-    HeapWatch& operator=(const HeapWatch&) = delete;
+    HeapWatch() { current = this; }
+    ~HeapWatch() { current = nullptr; }
 
+    static inline thread_local HeapWatch* current = nullptr;
     std::map<void*, std::size_t> blocks; // not yet freed, with their sizes
     std::vector<std::string> freed;      // what each block held when it was freed; not what realloc moved
 };

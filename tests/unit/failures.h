@@ -9,7 +9,6 @@
 
 #include <csignal>
 #include <cstdio>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -65,25 +64,19 @@ inline const char* const NO_MEMORY = "java.lang.OutOfMemoryError: no native memo
 // What the work, in a child process, says on standard error before it aborts, without the line number.
 inline std::string lastWords(const std::function<void()>& work)
 {
-    int ends[2];
-    if (pipe(ends) != 0) return "no pipe";
+    std::FILE* const output = std::tmpfile();
     const pid_t child = fork();
     if (child == 0) {
-        const rlimit none{};
-        setrlimit(RLIMIT_CORE, &none);
-        alarm(30);
-        dup2(ends[1], STDERR_FILENO);
+        dup2(fileno(output), STDERR_FILENO);
         work();
         _exit(0);
     }
-    close(ends[1]);
-    std::string said;
-    char piece[256];
-    for (ssize_t size = 0; (size = ::read(ends[0], piece, sizeof piece)) > 0;)
-        said.append(piece, static_cast<std::size_t>(size));
-    close(ends[0]);
     int status = 0;
     waitpid(child, &status, 0);
+    std::rewind(output);
+    char text[1024];
+    std::string said(text, std::fread(text, 1, sizeof text, output));
+    std::fclose(output);
     if (!WIFSIGNALED(status) || WTERMSIG(status) != SIGABRT) return "not aborted: " + said;
     const std::size_t line = said.find(':');
     return said.erase(line, said.find(':', line + 1) - line);

@@ -23,8 +23,8 @@ struct Watched {
     // are the caller's or gone.
     std::vector<std::string> violations;
     std::size_t maxLocalRefs = 0; // made by the work and live at once
-    // What the work made and has not released at its end: array elements and string characters count as
-    // buffers, weak references not at all. Local frames are not followed.
+    // What the work made and has not released at its end: the characters of strings count as buffers, weak
+    // references not at all. Local frames are not followed.
     std::vector<jobject> localRefs;
     std::vector<jobject> globalRefs;
     std::vector<const void*> buffers;

@@ -23,7 +23,7 @@ jclass find(JNIEnv* env, const char* path);
 jobject alloc(JNIEnv* env, const char* path);
 
 template <typename... Arguments>
-jobject make(JNIEnv* env, const char* path, const char* signature, Arguments... arguments)
+jobject make(JNIEnv* env, const char* path, const char* signature = "()V", Arguments... arguments)
 {
     const jclass cls = find(env, path);
     const jmethodID constructor = env->GetMethodID(cls, "<init>", signature);
@@ -33,21 +33,32 @@ jobject make(JNIEnv* env, const char* path, const char* signature, Arguments... 
     env->DeleteLocalRef(cls);
     return object;
 }
-inline jobject make(JNIEnv* env, const char* path)
+
+jfieldID field(JNIEnv* env, jobject object, const char* name, const char* signature);
+
+template <auto access, char type, typename... Value>
+auto accessField(JNIEnv* env, jobject object, const char* name, Value... value)
 {
-    return make(env, path, "()V");
+    const char signature[] = {type, '\0'};
+    const jfieldID id = field(env, object, name, signature);
+    return (env->functions->*access)(env, object, id, value...);
+}
+constexpr auto getLong = accessField<&JNINativeInterface_::GetLongField, 'J'>;
+constexpr auto getInt = accessField<&JNINativeInterface_::GetIntField, 'I'>;
+constexpr auto getByte = accessField<&JNINativeInterface_::GetByteField, 'B'>;
+constexpr auto getBool = accessField<&JNINativeInterface_::GetBooleanField, 'Z'>;
+constexpr auto setLong = accessField<&JNINativeInterface_::SetLongField, 'J', jlong>;
+constexpr auto setInt = accessField<&JNINativeInterface_::SetIntField, 'I', jint>;
+constexpr auto setByte = accessField<&JNINativeInterface_::SetByteField, 'B', jbyte>;
+inline jobject getObject(JNIEnv* env, jobject object, const char* name, const char* signature)
+{
+    return env->GetObjectField(object, field(env, object, name, signature));
 }
 
-jlong getLong(JNIEnv* env, jobject object, const char* field);
-jint getInt(JNIEnv* env, jobject object, const char* field);
-jbyte getByte(JNIEnv* env, jobject object, const char* field);
-bool getBool(JNIEnv* env, jobject object, const char* field);
-jobject getObject(JNIEnv* env, jobject object, const char* field, const char* signature);
-void setLong(JNIEnv* env, jobject object, const char* field, jlong value);
-void setInt(JNIEnv* env, jobject object, const char* field, jint value);
-void setByte(JNIEnv* env, jobject object, const char* field, jbyte value);
-void setBool(JNIEnv* env, jobject object, const char* field, bool value);
-void setObject(JNIEnv* env, jobject object, const char* field, const char* signature, jobject value);
+inline void setObject(JNIEnv* env, jobject object, const char* name, const char* signature, jobject value)
+{
+    env->SetObjectField(object, field(env, object, name, signature), value);
+}
 
 using Bytes = std::vector<std::uint8_t>;
 using Longs = std::vector<jlong>;
@@ -57,7 +68,7 @@ jbyteArray bytes(JNIEnv* env, std::initializer_list<int> values);
 jbyteArray bytes(JNIEnv* env, const Bytes& values);
 jlongArray longs(JNIEnv* env, std::initializer_list<jlong> values);
 jstring string(JNIEnv* env, const char* text);
-jobjectArray objects(JNIEnv* env, const char* elementPath, std::initializer_list<jobject> elements);
+jobjectArray objects(JNIEnv* env, const char* elementPath, const std::vector<jobject>& elements);
 
 Bytes toVector(JNIEnv* env, jbyteArray array);
 Longs toVector(JNIEnv* env, jlongArray array);

@@ -13,20 +13,16 @@ std::string takeJniWarnings();
 
 // Attaches the current thread, which must be a new one, for as long as it lives.
 struct AttachedThread {
-    AttachedThread();
-    ~AttachedThread();
-    AttachedThread(const AttachedThread&) = delete;
-    AttachedThread& operator=(const AttachedThread&) = delete;
+    AttachedThread() { jvm()->AttachCurrentThread(reinterpret_cast<void**>(&env), nullptr); }
+    ~AttachedThread() { jvm()->DetachCurrentThread(); }
 
     JNIEnv* env = nullptr;
 };
 
 // Local references made in its scope end with it: for the rows of a long table.
 struct LocalFrame {
-    explicit LocalFrame(JNIEnv* jniEnv);
-    ~LocalFrame();
-    LocalFrame(const LocalFrame&) = delete;
-    LocalFrame& operator=(const LocalFrame&) = delete;
+    explicit LocalFrame(JNIEnv* jniEnv) : env(jniEnv) { env->PushLocalFrame(512); }
+    ~LocalFrame() { env->PopLocalFrame(nullptr); }
 
     JNIEnv* env;
 };

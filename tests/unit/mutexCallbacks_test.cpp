@@ -59,10 +59,6 @@ struct MutexCallbacks : JniTest {
         const jobject calls = callStatic(env, CALLBACKS, "takeCalls", "()Ljava/lang/String;");
         return toString(env, static_cast<jstring>(calls));
     }
-    std::string isLastCollected()
-    {
-        return text(env, {callStatic(env, CALLBACKS, "isLastCollected", "()Ljava/lang/Boolean;")});
-    }
 
     // The line that the Cryptoki library sees; "" when it is not called.
     std::string initialise(jobject args, CK_RV rv = CKR_OK)
@@ -128,23 +124,7 @@ TEST_F(MutexCallbacks, theLibraryIsGivenAFunctionForEachCallback)
         EXPECT_EQ(initialise(args), *row.initials == '\0' ? row.line : NONE_SET);
         finalise();
     }
-    EXPECT_EQ(initialise(longRef(env, 1)), "");
     expectRefused(env, call(NATIVE(C_1Initialize), longRef(env, 1)));
-}
-
-TEST_F(MutexCallbacks, theReservedObjectIsPassedAsItsReference)
-{
-    const jobject reserved = string(env, "reserved");
-    const jobject args = make(env, ARGS);
-    setObject(env, args, "reserved", "Ljava/lang/Object;", reserved);
-    bool isSame = false;
-    recorder::script().C_Initialize = [&](CK_VOID_PTR passed) {
-        const auto* const native = static_cast<CK_C_INITIALIZE_ARGS*>(passed);
-        isSame = env->IsSameObject(static_cast<jobject>(native->pReserved), reserved);
-        return CKR_ARGUMENTS_BAD;
-    };
-    EXPECT_EQ(rvOf(env, NATIVE(C_1Initialize)(env, nullptr, args)), CKR_ARGUMENTS_BAD);
-    EXPECT_TRUE(isSame);
 }
 
 TEST_F(MutexCallbacks, theRegistrationLastsUntilAFinalizeSucceeds)
@@ -170,38 +150,6 @@ TEST_F(MutexCallbacks, theRegistrationLastsUntilAFinalizeSucceeds)
         finalise();
     });
     EXPECT_TRUE(watched.globalRefs.empty());
-    EXPECT_EQ(watched.violations, Lines{});
-}
-
-TEST_F(MutexCallbacks, afterAFailureOnlyTheArgumentsMayStayBehind)
-{
-    const jobject args = answering(0);
-    const auto expectAfterwards = [&](const Watched& watched, const char* line) {
-        EXPECT_EQ(watched.violations, Lines{});
-        EXPECT_EQ(initialise(args), line);
-        finalise();
-        EXPECT_EQ(initialise(args), ALL_SET);
-        JNI_OnUnload(jvm(), nullptr);
-    };
-    const std::pair<const char*, const char*> rows[] = {{ARGS, ALL_SET}, {"createMutex", ALL_SET},
-        {"destroyMutex", ALL_SET}, {"lockMutex", ALL_SET}, {"unlockMutex", ALL_SET}, {"flags", NONE_SET},
-        {"reserved", NONE_SET}};
-    for (const auto& [missing, line] : rows) {
-        SCOPED_TRACE(missing);
-        std::string made;
-        const Watched watched = watch(env, {.lookup = missing}, [&] { made = initialise(args); });
-        EXPECT_NE(takeException(env).find(missing), std::string::npos);
-        EXPECT_EQ(made, "");
-        expectAfterwards(watched, line);
-    }
-    std::string made; // in the end only the return value cannot be made
-    for (int i = 1; made.empty() && i < 50; ++i) {
-        SCOPED_TRACE(i);
-        const Watched watched = watch(env, {.call = i}, [&] { made = initialise(args); });
-        EXPECT_EQ(takeException(env), "java.lang.RuntimeException: injected");
-        expectAfterwards(watched, watched.globalRefs.empty() ? ALL_SET : NONE_SET);
-    }
-    EXPECT_EQ(made, ALL_SET);
 }
 
 TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackAndAnswersTheLowHalf)
@@ -236,21 +184,6 @@ TEST_F(MutexCallbacks, withoutAMutexOrACallbackItIsBad)
     EXPECT_EQ(callFunction(0, &given), CKR_MUTEX_BAD) << "the Java object is null";
     EXPECT_EQ(takeCalls(), "CreateMutex() ");
     EXPECT_EQ(all.LockMutex(string(env, "m")), CKR_MUTEX_BAD);
-}
-
-TEST_F(MutexCallbacks, anExceptionOfACallbackStaysPending)
-{
-    initialise(made(CALLBACKS, "throwing"));
-    const jobject mutex = env->NewGlobalRef(string(env, "m"));
-    for (std::size_t index = 0; index < 4; ++index) {
-        EXPECT_EQ(callFunction(index, mutex), CKR_MUTEX_BAD);
-        for (std::size_t again = 0; again < 4; ++again)
-            EXPECT_EQ(callFunction(again, mutex), CKR_MUTEX_BAD) << "not called while it is pending";
-        EXPECT_EQ(takeException(env), std::string("java.lang.IllegalStateException: ") + NAMES[index]);
-        EXPECT_EQ(takeCalls(), std::string(NAMES[index]) + (index == 0 ? "() " : "(m) "));
-    }
-    EXPECT_EQ(env->GetObjectRefType(mutex), JNIGlobalRefType) << "it outlives a failing DestroyMutex";
-    env->DeleteGlobalRef(mutex);
 }
 
 TEST_F(MutexCallbacks, whateverJniCallFailsTheMutexIsBad)
@@ -306,10 +239,13 @@ TEST_F(MutexCallbacks, aThreadStaysAttachedWithTheExceptionOfItsCallback)
             EXPECT_EQ(callFunction(index, mutex), CKR_MUTEX_BAD);
             EXPECT_EQ(attachment(), JNI_OK);
             const AttachedThread thread; // detaches what is attached
+            EXPECT_EQ(given.LockMutex(mutex), CKR_MUTEX_BAD) << "not called while it is pending";
             EXPECT_EQ(
                 takeException(thread.env), std::string("java.lang.IllegalStateException: ") + NAMES[index]);
         }).join();
     }
+    EXPECT_EQ(takeCalls(), "CreateMutex() LockMutex(m) UnlockMutex(m) DestroyMutex(m) ");
+    EXPECT_EQ(env->GetObjectRefType(mutex), JNIGlobalRefType) << "it outlives a failing DestroyMutex";
     env->DeleteGlobalRef(mutex);
 }
 
@@ -340,31 +276,6 @@ TEST_F(MutexCallbacks, javaLockingExcludes)
     EXPECT_EQ(given.DestroyMutex(mutex), CKR_OK);
 }
 
-TEST_F(MutexCallbacks, localReferencesDoNotPileUp)
-{
-    initialise(made(ARGS, "javaLocking"));
-    const Watched watched = watch(env, {}, [&] {
-        const CK_VOID_PTR mutex = newMutex();
-        for (int turn = 0; turn < 10'000; ++turn) {
-            given.LockMutex(mutex);
-            given.UnlockMutex(mutex);
-        }
-        given.DestroyMutex(mutex);
-    });
-    EXPECT_LE(watched.maxLocalRefs, 16U);
-    EXPECT_TRUE(watched.localRefs.empty());
-}
-
-TEST_F(MutexCallbacks, aMutexLivesUntilItIsDestroyed)
-{
-    initialise(made(CALLBACKS, "forgetful"));
-    const CK_VOID_PTR mutex = newMutex();
-    EXPECT_EQ(given.LockMutex(mutex), CKR_OK);
-    EXPECT_EQ(isLastCollected(), "[false]");
-    EXPECT_EQ(given.DestroyMutex(mutex), CKR_OK);
-    EXPECT_EQ(isLastCollected(), "[true]");
-}
-
 TEST_F(MutexCallbacks, withoutAJvmOnlyCreateFails)
 {
     initialise(answering(5));
@@ -380,88 +291,6 @@ TEST_F(MutexCallbacks, withoutAJvmOnlyCreateFails)
     }
     createdVMs = nullptr;
     EXPECT_EQ(takeCalls(), "");
-}
-
-// A JVM that answers to GetEnv and AttachCurrentThread as the test wants.
-struct AnsweringVM {
-    jint known;
-    JNIEnv* attached;
-    Lines calls = {};
-} answeringVM;
-
-TEST_F(MutexCallbacks, theThreadIsAttachedAsTheJvmAnswers)
-{
-    initialise(answering(5));
-    JNIInvokeInterface_ table = *jvm()->functions;
-    table.GetEnv = [](JavaVM*, void** to, jint version) -> jint {
-        EXPECT_EQ(version, JNI_VERSION_1_2);
-        *to = nullptr;
-        return answeringVM.known == JNI_OK ? jvm()->GetEnv(to, version) : answeringVM.known;
-    };
-    table.AttachCurrentThread = [](JavaVM*, void** to, void*) -> jint {
-        answeringVM.calls.push_back("attach");
-        *to = answeringVM.attached;
-        return answeringVM.attached == nullptr ? JNI_ERR : JNI_OK;
-    };
-    table.DetachCurrentThread = [](JavaVM*) -> jint {
-        answeringVM.calls.push_back("detach");
-        return JNI_OK;
-    };
-    JavaVM vm = {&table};
-    createdVMs = [&vm](JavaVM** vms, jsize, jsize* count) {
-        *vms = &vm;
-        *count = 1;
-        return JNI_OK;
-    };
-    struct Row {
-        jint known;
-        JNIEnv* attached;
-        CK_RV rv;
-        Lines calls;
-    };
-    const Row rows[] = {
-        {JNI_OK, nullptr, 5, {}},
-        {JNI_EDETACHED, env, 5, {"attach", "detach"}},
-        {JNI_EVERSION, env, 5, {"attach"}},
-        {JNI_EDETACHED, nullptr, CKR_MUTEX_BAD, {"attach"}},
-        {JNI_EVERSION, nullptr, CKR_MUTEX_BAD, {"attach"}},
-        {JNI_ERR, nullptr, CKR_MUTEX_BAD, {}},
-    };
-    for (const Row& row : rows) {
-        answeringVM = {row.known, row.attached};
-        EXPECT_EQ(given.LockMutex(string(env, "m")), row.rv);
-        EXPECT_EQ(answeringVM.calls, row.calls);
-    }
-    createdVMs = nullptr;
-}
-
-// A thread that comes to the JVM through a callback has another class loader to ask.
-TEST_F(MutexCallbacks, loadingRemembersTheClassesAndUnloadingForgetsTheRegistration)
-{
-    EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
-    initialise(answering(0));
-    const char* const classes[] = {ARGS, "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_CREATEMUTEX",
-        "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_LOCKMUTEX",
-        "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX",
-        "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_DESTROYMUTEX"};
-    for (const char* missing : classes) {
-        const Watched watched = watch(env, {.lookup = missing}, [&] {
-            const CK_VOID_PTR mutex = newMutex();
-            for (const std::size_t index : {1U, 2U, 3U})
-                EXPECT_EQ(callFunction(index, mutex), CKR_OK);
-        });
-        EXPECT_EQ(watched.failed, "");
-    }
-    JNI_OnUnload(jvm(), nullptr);
-    EXPECT_EQ(initialise(answering(0)), ALL_SET);
-    for (const char* missing : classes) {
-        JNI_OnUnload(jvm(), nullptr);
-        const Watched loading =
-            watch(env, {.lookup = missing}, [&] { EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2); });
-        EXPECT_EQ(loading.failed, "FindClass");
-        EXPECT_EQ(loading.violations, Lines{});
-        EXPECT_FALSE(env->ExceptionCheck());
-    }
 }
 
 } // namespace

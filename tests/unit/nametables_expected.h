@@ -1,209 +1,142 @@
-// What the six name tables hold, in numbers.
+// What the six name tables hold: the value in hexadecimal, a space, the name; rows end at a bar.
 #pragma once
-
-#include <utility>
 
 namespace expected {
 
-using Row = std::pair<unsigned long, const char*>;
-
 // clang-format off
-constexpr Row ObjClassTable[] = {
-    {0x0, "DATA"}, {0x1, "CERTIFICATE"}, {0x80000201, "CERTIFICATE_REQUEST"}, {0x80000202, "CRL"},
-    {0x2, "PUBLIC_KEY"}, {0x3, "PRIVATE_KEY"}, {0x4, "SECRET_KEY"}, {0x5, "HW_FEATURE"},
-    {0x6, "DOMAIN_PARAMETERS"}, {0x8000020A, "ADAPTER"}, {0x8000020B, "SLOT"}, {0x8000020C, "FM"},
-};
+constexpr char ObjClassTable[] = R"(0 DATA|1 CERTIFICATE|80000201 CERTIFICATE_REQUEST|80000202 CRL|
+2 PUBLIC_KEY|3 PRIVATE_KEY|4 SECRET_KEY|5 HW_FEATURE|6 DOMAIN_PARAMETERS|8000020A ADAPTER|8000020B SLOT|
+8000020C FM)";
 
-constexpr Row KeyTypeTable[] = {
-    {0x0, "RSA"}, {0x80000201, "RSA_DISCRETE"}, {0x1, "DSA"}, {0x80000202, "DSA_DISCRETE"}, {0x2, "DH"},
-    {0x3, "EC"}, {0x10, "GENERIC_SECRET"}, {0x11, "RC2"}, {0x12, "RC4"}, {0x13, "DES"}, {0x14, "DES2"},
-    {0x15, "DES3"}, {0x1A, "IDEA"}, {0x16, "CAST"}, {0x17, "CAST3"}, {0x18, "CAST128"}, {0x18, "CAST5"},
-    {0x1B, "SKIPJACK"}, {0x1C, "BATON"}, {0x1D, "JUNIPER"}, {0x1E, "CDMF"}, {0x1F, "AES"}, {0x26, "ARIA"},
-    {0x80000203, "SEED"},
-};
+constexpr char KeyTypeTable[] = R"(0 RSA|80000201 RSA_DISCRETE|1 DSA|80000202 DSA_DISCRETE|2 DH|3 EC|
+10 GENERIC_SECRET|11 RC2|12 RC4|13 DES|14 DES2|15 DES3|1A IDEA|16 CAST|17 CAST3|18 CAST128|18 CAST5|
+1B SKIPJACK|1C BATON|1D JUNIPER|1E CDMF|1F AES|26 ARIA|80000203 SEED)";
 
-constexpr Row AttributeTable[] = {
-    {0x0, "CLASS"}, {0x1, "TOKEN"}, {0x2, "PRIVATE"}, {0x3, "LABEL"}, {0x10, "APPLICATION"}, {0x11, "VALUE"},
-    {0x12, "OBJECT_ID"}, {0x80, "CERTIFICATE_TYPE"}, {0x81, "ISSUER"}, {0x82, "SERIAL_NUMBER"},
-    {0x83, "AC_ISSUER"}, {0x84, "OWNER"}, {0x85, "ATTR_TYPES"}, {0x86, "TRUSTED"}, {0x100, "KEY_TYPE"},
-    {0x101, "SUBJECT"}, {0x102, "ID"}, {0x103, "SENSITIVE"}, {0x104, "ENCRYPT"}, {0x105, "DECRYPT"},
-    {0x106, "WRAP"}, {0x107, "UNWRAP"}, {0x108, "SIGN"}, {0x109, "SIGN_RECOVER"}, {0x10A, "VERIFY"},
-    {0x10B, "VERIFY_RECOVER"}, {0x10C, "DERIVE"}, {0x110, "START_DATE"}, {0x111, "END_DATE"},
-    {0x120, "MODULUS"}, {0x121, "MODULUS_BITS"}, {0x122, "PUBLIC_EXPONENT"}, {0x123, "PRIVATE_EXPONENT"},
-    {0x124, "PRIME_1"}, {0x125, "PRIME_2"}, {0x126, "EXPONENT_1"}, {0x127, "EXPONENT_2"},
-    {0x128, "COEFFICIENT"}, {0x133, "PRIME_BITS"}, {0x134, "SUB_PRIME_BITS"}, {0x130, "PRIME"},
-    {0x131, "SUBPRIME"}, {0x132, "BASE"}, {0x160, "VALUE_BITS"}, {0x161, "VALUE_LEN"}, {0x162, "EXTRACTABLE"},
-    {0x163, "LOCAL"}, {0x164, "NEVER_EXTRACTABLE"}, {0x165, "ALWAYS_SENSITIVE"}, {0x166, "KEY_GEN_MECHANISM"},
-    {0x170, "MODIFIABLE"}, {0x180, "EC_PARAMS"}, {0x181, "EC_POINT"}, {0x200, "SECONDARY_AUTH"},
-    {0x201, "AUTH_PIN_FLAGS"}, {0x300, "HW_FEATURE_TYPE"}, {0x301, "RESET_ON_INIT"}, {0x302, "HAS_RESET"},
-    {0x80000129, "EXPORTABLE"}, {0x80000128, "EXPORT"}, {0x8000012B, "IMPORT"}, {0x8000012C, "KEY_SIZE"},
-    {0x80000101, "USAGE_COUNT"}, {0x80000200, "USAGE_LIMIT"}, {0x80000201, "ADMIN_CERT"},
-    {0x80000102, "TIME_STAMP"}, {0x80000103, "CHECK_VALUE"}, {0x80000104, "MECHANISM_LIST"},
-    {0x80000130, "ISSUER_STR"}, {0x80000131, "SUBJECT_STR"}, {0x80000132, "SERIAL_NUMBER_INT"},
-    {0x80000170, "VERIFY_OS"}, {0x80000140, "SECURITY_MODE"}, {0x80000141, "TRANSPORT_MODE"},
-    {0x80000142, "BATCH"}, {0x80000143, "HW_STATUS"}, {0x80000144, "FREE_MEM"},
-    {0x80000146, "DATE_OF_MANUFACTURE"}, {0x80000145, "TAMPER_CMD"}, {0x80000147, "HALT_CMD"},
-    {0x80000127, "SIGN_LOCAL_CERT"}, {0x80000230, "PKI_ATTRIBUTE_BER_ENCODED"},
-    {0x80000190, "CERTIFICATE_START_TIME"}, {0x80000191, "CERTIFICATE_END_TIME"}, {0x80000151, "SLOT_ID"},
-    {0x80000155, "MAX_SESSIONS"}, {0x80000156, "MIN_PIN_LEN"}, {0x80000158, "MAX_PIN_FAIL"},
-    {0x80000159, "FLAGS"}, {0x80000136, "RECORD_COUNT"}, {0x80000137, "RECORD_NUMBER"}, {0x80000139, "PURGE"},
-    {0x8000013A, "EVENT_LOG_FULL"}, {0x8000012A, "DELETABLE"}, {0x80000250, "HIFACE_MASTER"},
-    {0x80000181, "VERSION"}, {0x80000182, "MANUFACTURER"}, {0x80000183, "BUILD_DATE"},
-    {0x80000184, "FINGERPRINT"}, {0x80000185, "ROM_SPACE"}, {0x80000186, "RAM_SPACE"}, {0x8000018A, "FM_ID"},
-    {0x80000187, "FM_STATUS"}, {0x80000189, "FM_STARTUP_STATUS"}, {0x80000188, "DELETE_FM"},
-    {0x80000148, "APPLICATION_COUNT"}, {0x80000149, "FW_VERSION"}, {0x8000014A, "RESCAN_PERIPHERALS_CMD"},
-    {0x8000014B, "RTC_AAC_ENABLED"}, {0x8000014C, "RTC_AAC_GUARD_SECONDS"},
-    {0x8000014D, "RTC_AAC_GUARD_COUNT"}, {0x8000014E, "AAC_GUARD_DURATION"}, {0x8000014F, "HW_EXT_INFO_STR"},
-    {0x80000260, "SEED"}, {0x80000261, "COUNTER"}, {0x80000262, "H_VALUE"}, {0x8000015A, "PINPAD_DESC"},
-    {0x80000281, "TMP_PIN"}, {0x80000280, "AUTH_CHALLENGE"},
-};
+constexpr char AttributeTable[] = R"(0 CLASS|1 TOKEN|2 PRIVATE|3 LABEL|10 APPLICATION|11 VALUE|12 OBJECT_ID|
+80 CERTIFICATE_TYPE|81 ISSUER|82 SERIAL_NUMBER|83 AC_ISSUER|84 OWNER|85 ATTR_TYPES|86 TRUSTED|100 KEY_TYPE|
+101 SUBJECT|102 ID|103 SENSITIVE|104 ENCRYPT|105 DECRYPT|106 WRAP|107 UNWRAP|108 SIGN|109 SIGN_RECOVER|
+10A VERIFY|10B VERIFY_RECOVER|10C DERIVE|110 START_DATE|111 END_DATE|120 MODULUS|121 MODULUS_BITS|
+122 PUBLIC_EXPONENT|123 PRIVATE_EXPONENT|124 PRIME_1|125 PRIME_2|126 EXPONENT_1|127 EXPONENT_2|
+128 COEFFICIENT|133 PRIME_BITS|134 SUB_PRIME_BITS|130 PRIME|131 SUBPRIME|132 BASE|160 VALUE_BITS|
+161 VALUE_LEN|162 EXTRACTABLE|163 LOCAL|164 NEVER_EXTRACTABLE|165 ALWAYS_SENSITIVE|166 KEY_GEN_MECHANISM|
+170 MODIFIABLE|180 EC_PARAMS|181 EC_POINT|200 SECONDARY_AUTH|201 AUTH_PIN_FLAGS|300 HW_FEATURE_TYPE|
+301 RESET_ON_INIT|302 HAS_RESET|80000129 EXPORTABLE|80000128 EXPORT|8000012B IMPORT|8000012C KEY_SIZE|
+80000101 USAGE_COUNT|80000200 USAGE_LIMIT|80000201 ADMIN_CERT|80000102 TIME_STAMP|80000103 CHECK_VALUE|
+80000104 MECHANISM_LIST|80000130 ISSUER_STR|80000131 SUBJECT_STR|80000132 SERIAL_NUMBER_INT|
+80000170 VERIFY_OS|80000140 SECURITY_MODE|80000141 TRANSPORT_MODE|80000142 BATCH|80000143 HW_STATUS|
+80000144 FREE_MEM|80000146 DATE_OF_MANUFACTURE|80000145 TAMPER_CMD|80000147 HALT_CMD|80000127 SIGN_LOCAL_CERT|
+80000230 PKI_ATTRIBUTE_BER_ENCODED|80000190 CERTIFICATE_START_TIME|80000191 CERTIFICATE_END_TIME|
+80000151 SLOT_ID|80000155 MAX_SESSIONS|80000156 MIN_PIN_LEN|80000158 MAX_PIN_FAIL|80000159 FLAGS|
+80000136 RECORD_COUNT|80000137 RECORD_NUMBER|80000139 PURGE|8000013A EVENT_LOG_FULL|8000012A DELETABLE|
+80000250 HIFACE_MASTER|80000181 VERSION|80000182 MANUFACTURER|80000183 BUILD_DATE|80000184 FINGERPRINT|
+80000185 ROM_SPACE|80000186 RAM_SPACE|8000018A FM_ID|80000187 FM_STATUS|80000189 FM_STARTUP_STATUS|
+80000188 DELETE_FM|80000148 APPLICATION_COUNT|80000149 FW_VERSION|8000014A RESCAN_PERIPHERALS_CMD|
+8000014B RTC_AAC_ENABLED|8000014C RTC_AAC_GUARD_SECONDS|8000014D RTC_AAC_GUARD_COUNT|
+8000014E AAC_GUARD_DURATION|8000014F HW_EXT_INFO_STR|80000260 SEED|80000261 COUNTER|80000262 H_VALUE|
+8000015A PINPAD_DESC|80000281 TMP_PIN|80000280 AUTH_CHALLENGE)";
 
-constexpr Row MechanismTable[] = {
-    {0x0, "RSA_PKCS_KEY_PAIR_GEN"}, {0x1, "RSA_PKCS"}, {0x2, "RSA_9796"}, {0x3, "RSA_X_509"},
-    {0x4, "MD2_RSA_PKCS"}, {0x5, "MD5_RSA_PKCS"}, {0x6, "SHA1_RSA_PKCS"}, {0x7, "RIPEMD128_RSA_PKCS"},
-    {0x8, "RIPEMD160_RSA_PKCS"}, {0x9, "RSA_PKCS_OAEP"}, {0xA, "RSA_X9_31_KEY_PAIR_GEN"}, {0xB, "RSA_X9_31"},
-    {0xC, "SHA1_RSA_X9_31"}, {0x46, "SHA224_RSA_PKCS"}, {0x40, "SHA256_RSA_PKCS"}, {0x41, "SHA384_RSA_PKCS"},
-    {0x42, "SHA512_RSA_PKCS"}, {0xD, "RSA_PKCS_PSS"}, {0xE, "SHA1_RSA_PKCS_PSS"},
-    {0x47, "SHA224_RSA_PKCS_PSS"}, {0x43, "SHA256_RSA_PKCS_PSS"}, {0x44, "SHA384_RSA_PKCS_PSS"},
-    {0x45, "SHA512_RSA_PKCS_PSS"}, {0x10, "DSA_KEY_PAIR_GEN"}, {0x11, "DSA"}, {0x12, "DSA_SHA1"},
-    {0x80000032, "DSA_SHA224"}, {0x80000013, "DSA_SHA1_PKCS"}, {0x80000033, "DSA_SHA224_PKCS"},
-    {0x80000034, "DSA_SHA256"}, {0x80000035, "DSA_SHA256_PKCS"}, {0x20, "DH_PKCS_KEY_PAIR_GEN"},
-    {0x21, "DH_PKCS_DERIVE"}, {0x30, "X9_42_DH_KEY_PAIR_GEN"}, {0x31, "X9_42_DH_DERIVE"},
-    {0x32, "X9_42_DH_HYBRID_DERIVE"}, {0x33, "X9_42_MQV_DERIVE"}, {0x1040, "EC_KEY_PAIR_GEN"},
-    {0x1041, "ECDSA"}, {0x1042, "ECDSA_SHA1"}, {0x100, "RC2_KEY_GEN"}, {0x101, "RC2_ECB"},
-    {0x80000101, "RC2_ECB_PAD"}, {0x102, "RC2_CBC"}, {0x105, "RC2_CBC_PAD"}, {0x103, "RC2_MAC"},
-    {0x104, "RC2_MAC_GENERAL"}, {0x110, "RC4_KEY_GEN"}, {0x111, "RC4"}, {0x330, "RC5_KEY_GEN"},
-    {0x331, "RC5_ECB"}, {0x80000331, "RC5_ECB_PAD"}, {0x332, "RC5_CBC"}, {0x335, "RC5_CBC_PAD"},
-    {0x333, "RC5_MAC"}, {0x120, "DES_KEY_GEN"}, {0x121, "DES_ECB"}, {0x80000121, "DES_ECB_PAD"},
-    {0x122, "DES_CBC"}, {0x125, "DES_CBC_PAD"}, {0x8000038E, "DES_BCF"}, {0x123, "DES_MAC"},
-    {0x124, "DES_MAC_GENERAL"}, {0x130, "DES2_KEY_GEN"}, {0x131, "DES3_KEY_GEN"}, {0x132, "DES3_ECB"},
-    {0x80000132, "DES3_ECB_PAD"}, {0x133, "DES3_CBC"}, {0x80000964, "DES3_DDD_CBC"}, {0x136, "DES3_CBC_PAD"},
-    {0x134, "DES3_MAC"}, {0x138, "DES3_CMAC"}, {0x135, "DES3_MAC_GENERAL"}, {0x137, "DES3_CMAC_GENERAL"},
-    {0x300, "CAST_KEY_GEN"}, {0x301, "CAST_ECB"}, {0x80000301, "CAST_ECB_PAD"}, {0x302, "CAST_CBC"},
-    {0x305, "CAST_CBC_PAD"}, {0x8000038F, "DES3_BCF"}, {0x303, "CAST_MAC"}, {0x304, "CAST_MAC_GENERAL"},
-    {0x310, "CAST3_KEY_GEN"}, {0x311, "CAST3_ECB"}, {0x80000311, "CAST3_ECB_PAD"}, {0x312, "CAST3_CBC"},
-    {0x315, "CAST3_CBC_PAD"}, {0x313, "CAST3_MAC"}, {0x320, "CAST128_KEY_GEN"}, {0x321, "CAST128_ECB"},
-    {0x80000321, "CAST128_ECB_PAD"}, {0x322, "CAST128_CBC"}, {0x325, "CAST128_CBC_PAD"},
-    {0x323, "CAST128_MAC"}, {0x324, "CAST128_MAC_GENERAL"}, {0x340, "IDEA_KEY_GEN"}, {0x341, "IDEA_ECB"},
-    {0x80000341, "IDEA_ECB_PAD"}, {0x342, "IDEA_CBC"}, {0x345, "IDEA_CBC_PAD"}, {0x343, "IDEA_MAC"},
-    {0x344, "IDEA_MAC_GENERAL"}, {0x350, "GENERIC_SECRET_KEY_GEN"}, {0x80000134, "DES3_X919_MAC"},
-    {0x80000135, "DES3_X919_MAC_GENERAL"}, {0x360, "CONCATENATE_BASE_AND_KEY"},
-    {0x362, "CONCATENATE_BASE_AND_DATA"}, {0x363, "CONCATENATE_DATA_AND_BASE"}, {0x364, "XOR_BASE_AND_DATA"},
-    {0x80000364, "XOR_BASE_AND_KEY"}, {0x365, "EXTRACT_KEY_FROM_KEY"}, {0x370, "SSL3_PRE_MASTER_KEY_GEN"},
-    {0x371, "SSL3_MASTER_KEY_DERIVE"}, {0x372, "SSL3_KEY_AND_MAC_DERIVE"},
-    {0x373, "SSL3_MASTER_KEY_DERIVE_DH"}, {0x374, "TLS_PRE_MASTER_KEY_GEN"}, {0x375, "TLS_MASTER_KEY_DERIVE"},
-    {0x376, "TLS_KEY_AND_MAC_DERIVE"}, {0x377, "TLS_MASTER_KEY_DERIVE_DH"}, {0x380, "SSL3_MD5_MAC"},
-    {0x381, "SSL3_SHA1_MAC"}, {0x391, "MD2_KEY_DERIVATION"}, {0x390, "MD5_KEY_DERIVATION"},
-    {0x392, "SHA1_KEY_DERIVATION"}, {0x396, "SHA224_KEY_DERIVATION"}, {0x393, "SHA256_KEY_DERIVATION"},
-    {0x394, "SHA384_KEY_DERIVATION"}, {0x395, "SHA512_KEY_DERIVATION"}, {0x3A0, "PBE_MD2_DES_CBC"},
-    {0x3A1, "PBE_MD5_DES_CBC"}, {0x3A2, "PBE_MD5_CAST_CBC"}, {0x3A3, "PBE_MD5_CAST3_CBC"},
-    {0x3A4, "PBE_MD5_CAST128_CBC"}, {0x3A4, "PBE_MD5_CAST5_CBC"}, {0x3A5, "PBE_SHA1_CAST128_CBC"},
-    {0x3A5, "PBE_SHA1_CAST5_CBC"}, {0x3A6, "PBE_SHA1_RC4_128"}, {0x3A7, "PBE_SHA1_RC4_40"},
-    {0x3A8, "PBE_SHA1_DES3_EDE_CBC"}, {0x3A9, "PBE_SHA1_DES2_EDE_CBC"}, {0x3AA, "PBE_SHA1_RC2_128_CBC"},
-    {0x3AB, "PBE_SHA1_RC2_40_CBC"}, {0x3C0, "PBA_SHA1_WITH_SHA1_HMAC"}, {0x401, "KEY_WRAP_SET_OAEP"},
-    {0x200, "MD2"}, {0x201, "MD2_HMAC"}, {0x202, "MD2_HMAC_GENERAL"}, {0x80000201, "MD4"}, {0x210, "MD5"},
-    {0x211, "MD5_HMAC"}, {0x212, "MD5_HMAC_GENERAL"}, {0x80000202, "SHA"}, {0x220, "SHA_1"},
-    {0x221, "SHA_1_HMAC"}, {0x222, "SHA_1_HMAC_GENERAL"}, {0x255, "SHA224"}, {0x250, "SHA256"},
-    {0x256, "SHA224_HMAC"}, {0x251, "SHA256_HMAC"}, {0x257, "SHA224_HMAC_GENERAL"},
-    {0x252, "SHA256_HMAC_GENERAL"}, {0x260, "SHA384"}, {0x261, "SHA384_HMAC"}, {0x262, "SHA384_HMAC_GENERAL"},
-    {0x270, "SHA512"}, {0x271, "SHA512_HMAC"}, {0x272, "SHA512_HMAC_GENERAL"}, {0x80000200, "DES_MDC_2_PAD1"},
-    {0x230, "RIPEMD128"}, {0x231, "RIPEMD128_HMAC"}, {0x232, "RIPEMD128_HMAC_GENERAL"}, {0x240, "RIPEMD160"},
-    {0x241, "RIPEMD160_HMAC"}, {0x242, "RIPEMD160_HMAC_GENERAL"}, {0x80000203, "RIPEMD"},
-    {0x80000204, "ARDFP"}, {0x80000205, "NVB"}, {0x140, "CDMF_KEY_GEN"}, {0x141, "CDMF_ECB"},
-    {0x142, "CDMF_CBC"}, {0x143, "CDMF_MAC"}, {0x144, "CDMF_MAC_GENERAL"}, {0x145, "CDMF_CBC_PAD"},
-    {0x80000950, "ENCODE_ATTRIBUTES"}, {0x80000951, "ENCODE_X_509"}, {0x80000952, "ENCODE_PKCS_10"},
-    {0x80000953, "DECODE_X_509"}, {0x80000954, "ENCODE_PUBLIC_KEY"}, {0x80000961, "WRAPKEY_DES3_ECB"},
-    {0x80000962, "WRAPKEY_DES3_CBC"}, {0x80000963, "WRAPKEY_AES_CBC"}, {0x80000971, "WRAPKEYBLOB_DES3_CBC"},
-    {0x80000970, "WRAPKEYBLOB_AES_CBC"}, {0x80000980, "VERIFY_CERTIFICATE"}, {0x80000934, "ENCODE_PKCS_7"},
-    {0x80000935, "DECODE_PKCS_7"}, {0x80000930, "RSA_PKCS_7"}, {0x80000931, "RSA_PKCS_7_ENC"},
-    {0x80000932, "RSA_PKCS_7_SIGN"}, {0x80000933, "RSA_PKCS_7_SIGN_ENC"},
-    {0x80000955, "ENCODE_X_509_LOCAL_CERT"}, {0x8000001B, "KEY_TRANSLATION"},
-    {0x2001, "DH_PKCS_PARAMETER_GEN"}, {0x2000, "DSA_PARAMETER_GEN"}, {0x2002, "X9_42_DH_PARAMETER_GEN"},
-    {0x1080, "AES_KEY_GEN"}, {0x1081, "AES_ECB"}, {0x1082, "AES_CBC"}, {0x1083, "AES_MAC"},
-    {0x108A, "AES_CMAC"}, {0x1084, "AES_MAC_GENERAL"}, {0x1089, "AES_CMAC_GENERAL"}, {0x1085, "AES_CBC_PAD"},
-    {0x1091, "AES_KEY_WRAP_PAD"}, {0x1090, "AES_KEY_WRAP"}, {0x560, "ARIA_KEY_GEN"}, {0x561, "ARIA_ECB"},
-    {0x562, "ARIA_CBC"}, {0x563, "ARIA_MAC"}, {0x564, "ARIA_MAC_GENERAL"}, {0x565, "ARIA_CBC_PAD"},
-    {0x80000990, "OS_UPGRADE"}, {0x80000940, "DES_OFB64"}, {0x80000941, "DES3_OFB64"},
-    {0x80000991, "FM_DOWNLOAD"}, {0x80000994, "OS_UPGRADE_2"}, {0x80000995, "FM_DOWNLOAD_2"},
-    {0x80000400, "RSA_FIPS_186_4_PRIME_KEY_PAIR_GEN"}, {0x80000500, "DES_DERIVE_ECB"},
-    {0x80000501, "DES_DERIVE_CBC"}, {0x80000502, "DES3_DERIVE_ECB"}, {0x80000503, "DES3_DERIVE_CBC"},
-    {0x80000600, "SHA1_RSA_PKCS_TIMESTAMP"}, {0x80000510, "DES3_RETAIL_CFB_MAC"},
-    {0x800009A0, "PP_LOAD_SECRET"}, {0x800009B0, "VISA_CVV"}, {0x800009C0, "ZKA_MDC_2_KEY_DERIVATION"},
-    {0x800009D0, "SEED_KEY_GEN"}, {0x800009D1, "SEED_ECB"}, {0x800009D2, "SEED_CBC"},
-    {0x800009D3, "SEED_MAC"}, {0x800009D4, "SEED_MAC_GENERAL"}, {0x800009D5, "SEED_ECB_PAD"},
-    {0x800009D6, "SEED_CBC_PAD"}, {0x800009E0, "REPLICATE_TOKEN_RSA_AES"},
-    {0x800009F0, "SECRET_SHARE_WITH_ATTRIBUTES"}, {0x800009F1, "SECRET_RECOVER_WITH_ATTRIBUTES"},
-    {0x800009F2, "PKCS12_PBE_EXPORT"}, {0x800009F3, "PKCS12_PBE_IMPORT"}, {0x80000A00, "ECIES"},
-    {0x1043, "ECDH1_DERIVE"}, {0x80000A10, "SET_ATTRIBUTES"}, {0x80000122, "ECDSA_SHA224"},
-    {0x80000123, "ECDSA_SHA256"}, {0x80000124, "ECDSA_SHA384"}, {0x80000125, "ECDSA_SHA512"},
-};
+constexpr char MechanismTable[] = R"(0 RSA_PKCS_KEY_PAIR_GEN|1 RSA_PKCS|2 RSA_9796|3 RSA_X_509|4 MD2_RSA_PKCS|
+5 MD5_RSA_PKCS|6 SHA1_RSA_PKCS|7 RIPEMD128_RSA_PKCS|8 RIPEMD160_RSA_PKCS|9 RSA_PKCS_OAEP|
+A RSA_X9_31_KEY_PAIR_GEN|B RSA_X9_31|C SHA1_RSA_X9_31|46 SHA224_RSA_PKCS|40 SHA256_RSA_PKCS|
+41 SHA384_RSA_PKCS|42 SHA512_RSA_PKCS|D RSA_PKCS_PSS|E SHA1_RSA_PKCS_PSS|47 SHA224_RSA_PKCS_PSS|
+43 SHA256_RSA_PKCS_PSS|44 SHA384_RSA_PKCS_PSS|45 SHA512_RSA_PKCS_PSS|10 DSA_KEY_PAIR_GEN|11 DSA|12 DSA_SHA1|
+80000032 DSA_SHA224|80000013 DSA_SHA1_PKCS|80000033 DSA_SHA224_PKCS|80000034 DSA_SHA256|
+80000035 DSA_SHA256_PKCS|20 DH_PKCS_KEY_PAIR_GEN|21 DH_PKCS_DERIVE|30 X9_42_DH_KEY_PAIR_GEN|
+31 X9_42_DH_DERIVE|32 X9_42_DH_HYBRID_DERIVE|33 X9_42_MQV_DERIVE|1040 EC_KEY_PAIR_GEN|1041 ECDSA|
+1042 ECDSA_SHA1|100 RC2_KEY_GEN|101 RC2_ECB|80000101 RC2_ECB_PAD|102 RC2_CBC|105 RC2_CBC_PAD|103 RC2_MAC|
+104 RC2_MAC_GENERAL|110 RC4_KEY_GEN|111 RC4|330 RC5_KEY_GEN|331 RC5_ECB|80000331 RC5_ECB_PAD|332 RC5_CBC|
+335 RC5_CBC_PAD|333 RC5_MAC|120 DES_KEY_GEN|121 DES_ECB|80000121 DES_ECB_PAD|122 DES_CBC|125 DES_CBC_PAD|
+8000038E DES_BCF|123 DES_MAC|124 DES_MAC_GENERAL|130 DES2_KEY_GEN|131 DES3_KEY_GEN|132 DES3_ECB|
+80000132 DES3_ECB_PAD|133 DES3_CBC|80000964 DES3_DDD_CBC|136 DES3_CBC_PAD|134 DES3_MAC|138 DES3_CMAC|
+135 DES3_MAC_GENERAL|137 DES3_CMAC_GENERAL|300 CAST_KEY_GEN|301 CAST_ECB|80000301 CAST_ECB_PAD|302 CAST_CBC|
+305 CAST_CBC_PAD|8000038F DES3_BCF|303 CAST_MAC|304 CAST_MAC_GENERAL|310 CAST3_KEY_GEN|311 CAST3_ECB|
+80000311 CAST3_ECB_PAD|312 CAST3_CBC|315 CAST3_CBC_PAD|313 CAST3_MAC|320 CAST128_KEY_GEN|321 CAST128_ECB|
+80000321 CAST128_ECB_PAD|322 CAST128_CBC|325 CAST128_CBC_PAD|323 CAST128_MAC|324 CAST128_MAC_GENERAL|
+340 IDEA_KEY_GEN|341 IDEA_ECB|80000341 IDEA_ECB_PAD|342 IDEA_CBC|345 IDEA_CBC_PAD|343 IDEA_MAC|
+344 IDEA_MAC_GENERAL|350 GENERIC_SECRET_KEY_GEN|80000134 DES3_X919_MAC|80000135 DES3_X919_MAC_GENERAL|
+360 CONCATENATE_BASE_AND_KEY|362 CONCATENATE_BASE_AND_DATA|363 CONCATENATE_DATA_AND_BASE|
+364 XOR_BASE_AND_DATA|80000364 XOR_BASE_AND_KEY|365 EXTRACT_KEY_FROM_KEY|370 SSL3_PRE_MASTER_KEY_GEN|
+371 SSL3_MASTER_KEY_DERIVE|372 SSL3_KEY_AND_MAC_DERIVE|373 SSL3_MASTER_KEY_DERIVE_DH|
+374 TLS_PRE_MASTER_KEY_GEN|375 TLS_MASTER_KEY_DERIVE|376 TLS_KEY_AND_MAC_DERIVE|377 TLS_MASTER_KEY_DERIVE_DH|
+380 SSL3_MD5_MAC|381 SSL3_SHA1_MAC|391 MD2_KEY_DERIVATION|390 MD5_KEY_DERIVATION|392 SHA1_KEY_DERIVATION|
+396 SHA224_KEY_DERIVATION|393 SHA256_KEY_DERIVATION|394 SHA384_KEY_DERIVATION|395 SHA512_KEY_DERIVATION|
+3A0 PBE_MD2_DES_CBC|3A1 PBE_MD5_DES_CBC|3A2 PBE_MD5_CAST_CBC|3A3 PBE_MD5_CAST3_CBC|3A4 PBE_MD5_CAST128_CBC|
+3A4 PBE_MD5_CAST5_CBC|3A5 PBE_SHA1_CAST128_CBC|3A5 PBE_SHA1_CAST5_CBC|3A6 PBE_SHA1_RC4_128|
+3A7 PBE_SHA1_RC4_40|3A8 PBE_SHA1_DES3_EDE_CBC|3A9 PBE_SHA1_DES2_EDE_CBC|3AA PBE_SHA1_RC2_128_CBC|
+3AB PBE_SHA1_RC2_40_CBC|3C0 PBA_SHA1_WITH_SHA1_HMAC|401 KEY_WRAP_SET_OAEP|200 MD2|201 MD2_HMAC|
+202 MD2_HMAC_GENERAL|80000201 MD4|210 MD5|211 MD5_HMAC|212 MD5_HMAC_GENERAL|80000202 SHA|220 SHA_1|
+221 SHA_1_HMAC|222 SHA_1_HMAC_GENERAL|255 SHA224|250 SHA256|256 SHA224_HMAC|251 SHA256_HMAC|
+257 SHA224_HMAC_GENERAL|252 SHA256_HMAC_GENERAL|260 SHA384|261 SHA384_HMAC|262 SHA384_HMAC_GENERAL|270 SHA512|
+271 SHA512_HMAC|272 SHA512_HMAC_GENERAL|80000200 DES_MDC_2_PAD1|230 RIPEMD128|231 RIPEMD128_HMAC|
+232 RIPEMD128_HMAC_GENERAL|240 RIPEMD160|241 RIPEMD160_HMAC|242 RIPEMD160_HMAC_GENERAL|80000203 RIPEMD|
+80000204 ARDFP|80000205 NVB|140 CDMF_KEY_GEN|141 CDMF_ECB|142 CDMF_CBC|143 CDMF_MAC|144 CDMF_MAC_GENERAL|
+145 CDMF_CBC_PAD|80000950 ENCODE_ATTRIBUTES|80000951 ENCODE_X_509|80000952 ENCODE_PKCS_10|
+80000953 DECODE_X_509|80000954 ENCODE_PUBLIC_KEY|80000961 WRAPKEY_DES3_ECB|80000962 WRAPKEY_DES3_CBC|
+80000963 WRAPKEY_AES_CBC|80000971 WRAPKEYBLOB_DES3_CBC|80000970 WRAPKEYBLOB_AES_CBC|
+80000980 VERIFY_CERTIFICATE|80000934 ENCODE_PKCS_7|80000935 DECODE_PKCS_7|80000930 RSA_PKCS_7|
+80000931 RSA_PKCS_7_ENC|80000932 RSA_PKCS_7_SIGN|80000933 RSA_PKCS_7_SIGN_ENC|
+80000955 ENCODE_X_509_LOCAL_CERT|8000001B KEY_TRANSLATION|2001 DH_PKCS_PARAMETER_GEN|2000 DSA_PARAMETER_GEN|
+2002 X9_42_DH_PARAMETER_GEN|1080 AES_KEY_GEN|1081 AES_ECB|1082 AES_CBC|1083 AES_MAC|108A AES_CMAC|
+1084 AES_MAC_GENERAL|1089 AES_CMAC_GENERAL|1085 AES_CBC_PAD|1091 AES_KEY_WRAP_PAD|1090 AES_KEY_WRAP|
+560 ARIA_KEY_GEN|561 ARIA_ECB|562 ARIA_CBC|563 ARIA_MAC|564 ARIA_MAC_GENERAL|565 ARIA_CBC_PAD|
+80000990 OS_UPGRADE|80000940 DES_OFB64|80000941 DES3_OFB64|80000991 FM_DOWNLOAD|80000994 OS_UPGRADE_2|
+80000995 FM_DOWNLOAD_2|80000400 RSA_FIPS_186_4_PRIME_KEY_PAIR_GEN|80000500 DES_DERIVE_ECB|
+80000501 DES_DERIVE_CBC|80000502 DES3_DERIVE_ECB|80000503 DES3_DERIVE_CBC|80000600 SHA1_RSA_PKCS_TIMESTAMP|
+80000510 DES3_RETAIL_CFB_MAC|800009A0 PP_LOAD_SECRET|800009B0 VISA_CVV|800009C0 ZKA_MDC_2_KEY_DERIVATION|
+800009D0 SEED_KEY_GEN|800009D1 SEED_ECB|800009D2 SEED_CBC|800009D3 SEED_MAC|800009D4 SEED_MAC_GENERAL|
+800009D5 SEED_ECB_PAD|800009D6 SEED_CBC_PAD|800009E0 REPLICATE_TOKEN_RSA_AES|
+800009F0 SECRET_SHARE_WITH_ATTRIBUTES|800009F1 SECRET_RECOVER_WITH_ATTRIBUTES|800009F2 PKCS12_PBE_EXPORT|
+800009F3 PKCS12_PBE_IMPORT|80000A00 ECIES|1043 ECDH1_DERIVE|80000A10 SET_ATTRIBUTES|80000122 ECDSA_SHA224|
+80000123 ECDSA_SHA256|80000124 ECDSA_SHA384|80000125 ECDSA_SHA512)";
 
-constexpr Row SesStateTable[] = {
-    {0x0, "Read Only Public Session"}, {0x1, "Read Only User Functions"}, {0x2, "Read Write Public Session"},
-    {0x3, "Read Write User Functions"}, {0x4, "Read Write Security Officer Functions"},
-};
+constexpr char SesStateTable[] = R"(0 Read Only Public Session|1 Read Only User Functions|
+2 Read Write Public Session|3 Read Write User Functions|4 Read Write Security Officer Functions)";
 
-constexpr Row ErrorTable[] = {
-    {0x0, "success"}, {0x1, "cancel"}, {0x2, "host memory"}, {0x3, "slot ID invalid"}, {0x5, "general error"},
-    {0x6, "function failed"}, {0x7, "arguments bad"}, {0x8, "no event"}, {0x9, "need to create threads"},
-    {0xA, "cant lock"}, {0x10, "attribute read only"}, {0x11, "attribute sensitive"},
-    {0x12, "attribute type invalid"}, {0x13, "attribute value invalid"}, {0x20, "data invalid"},
-    {0x21, "data length range"}, {0x30, "device error"}, {0x32, "device removed"}, {0x31, "device memory"},
-    {0x40, "encrypted data invalid"}, {0x41, "encrypted data len_range"},
-    {0x80000140, "value not odd parity"}, {0x50, "function canceled"}, {0x54, "function not supported"},
-    {0x60, "key handle invalid"}, {0x62, "key size range"}, {0x63, "key type inconsistent"},
-    {0x65, "key changed"}, {0x64, "key not needed"}, {0x66, "key needed"}, {0x67, "key indigestable"},
-    {0x68, "key function not permitted"}, {0x69, "key not wrappable"}, {0x6A, "key unextractable"},
-    {0x6C, "Key length should be devidable by 512"}, {0x70, "mechanism invalid"},
-    {0x71, "mechanism param invalid"}, {0x82, "object handle invalid"}, {0x90, "operation active"},
-    {0x91, "operation not initialized"}, {0xA0, "PIN incorrect"}, {0xA1, "PIN invalid"},
-    {0xA2, "PIN length range"}, {0xA3, "PIN expiered"}, {0xA4, "PIN locked"}, {0xB0, "session closed"},
-    {0xB1, "session count"}, {0xB3, "session handle invalid"}, {0xB4, "parallel session not supported"},
-    {0xB5, "session read only"}, {0xB6, "session exists"}, {0xB7, "session read only exists"},
-    {0xB8, "session read write SO exists"}, {0xC0, "signature invalid"}, {0xC1, "signature length range"},
-    {0xD0, "template incomplete"}, {0xD1, "template inconsistent"}, {0xE0, "token not present"},
-    {0xE1, "token not recognized"}, {0xE2, "token write protected"}, {0xF0, "unwrapping key handle invalid"},
-    {0xF1, "unwrapping key size range"}, {0xF2, "unwrapping key type inconsistent"},
-    {0x100, "user already logged in"}, {0x101, "user not logged in"}, {0x102, "user pin not initialized"},
-    {0x103, "user type invalid"}, {0x104, "user another already logged in"}, {0x105, "user too many types"},
-    {0x110, "wrapped key invalid"}, {0x112, "wrapped key length range"},
-    {0x113, "wrapping key handle invalid"}, {0x114, "wrapping key size range"},
-    {0x115, "wrapping key type inconsistent"}, {0x120, "random seed not supported"},
-    {0x121, "no random number generator"}, {0x130, "domain parameters invalid"}, {0x150, "buffer too small"},
-    {0x160, "saved state invalid"}, {0x170, "information sensitive"}, {0x180, "state unsaveable"},
-    {0x190, "cryptoki not initialized"}, {0x191, "cryptoki already initialized"}, {0x1A0, "mutex bad"},
-    {0x1A1, "mutex not locked"}, {0x80000100, "mirtal error"}, {0x80000101, "time stamp"},
-    {0x80000102, "Acces Denied"}, {0x80000103, "cryptoki unusable"}, {0x80000104, "ENCODE_ERROR"},
-    {0x80000105, "V_CONFIG"}, {0x80000106, "security officer not logged in"},
-    {0x80000107, "certificate not validated"}, {0x80000108, "PIN already initialized"},
-    {0x8000010A, "remote server error"}, {0x8000010B, "CSA hardware error"},
-    {0x80000110, "No challenge exists"}, {0x80000111, "The response is not valid for challenge"},
-    {0x80000113, "The Event Log is not full"}, {0x80000114, "Object read only"},
-    {0x80000115, "Token read only"}, {0x80000116, "Token not initialized"}, {0x80000117, "Not admin token"},
-    {0x80000130, "authentication required"}, {0x80000131, "operation not permitted"},
-    {0x80000132, "PKCS12 decode error"}, {0x80000133, "PKCS12 unsupported safebag type"},
-    {0x80000134, "PKCS12 unsupported privacy mode"}, {0x80000135, "PKCS12 unsupported integrity mode"},
-    {0x80000136, "Key or Cert is out of date or expired"}, {0x80001000, "HOST_ERROR"},
-    {0x80001001, "Internal Error: Bad request received"},
-    {0x80001002, "Internal Error: Attribute packing invalid"},
-    {0x80001003, "Internal Error: Attribute count is invalid"},
-    {0x80001004, "Internal Error: Mechanism parameter packing invalid"}, {0x80001386, "HOST_ERROR no dma"},
-    {0x80001400, "Requested Host Interface Master Key not found"}, {0x80000300, "MSG_ERROR"},
-    {0x80000381, "MSG_ERROR cannot derive keys"}, {0x80000382, "MSG_ERROR bad request signature"},
-    {0x80000383, "MSG_ERROR bad reply signature"}, {0x80000384, "MSG_ERROR general error"},
-    {0x80000385, "MSG_ERROR bad protection"}, {0x80000386, "MSG_ERROR device was reset"},
-    {0x80000387, "MSG_ERROR no session keys"}, {0x80000388, "Bad Reply response"},
-    {0x80000389, "Key Rollover"}, {0x80000310, "MSG_ERROR need IV update"},
-    {0x80000311, "MSG_ERROR duplicate IV found"}, {0x80002000, "WLD_ERROR"},
-    {0x80002001, "WLD_ERROR not WLD configurations found"},
-    {0x80002002, "WLD_ERROR could not read a WLD configuration item"},
-    {0x80002003, "WLD_ERROR a WLD configuration has no token label"},
-    {0x80002004, "WLD_ERROR a WLD configuration has the token label too long"},
-    {0x80002005, "WLD_ERROR a WLD configuration has the token serial number too long"},
-    {0x80002006, "WLD_ERROR a WLD configuration has the slot description too long "},
-    {0x80002007, "WLD_ERROR a WLD configuration has an invalid format"},
-    {0x80002010, "WLD_ERROR the internal cache for login information is inconsistent"},
-};
+constexpr char ErrorTable[] = R"(0 success|1 cancel|2 host memory|3 slot ID invalid|5 general error|
+6 function failed|7 arguments bad|8 no event|9 need to create threads|A cant lock|10 attribute read only|
+11 attribute sensitive|12 attribute type invalid|13 attribute value invalid|20 data invalid|
+21 data length range|30 device error|32 device removed|31 device memory|40 encrypted data invalid|
+41 encrypted data len_range|80000140 value not odd parity|50 function canceled|54 function not supported|
+60 key handle invalid|62 key size range|63 key type inconsistent|65 key changed|64 key not needed|
+66 key needed|67 key indigestable|68 key function not permitted|69 key not wrappable|6A key unextractable|
+6C Key length should be devidable by 512|70 mechanism invalid|71 mechanism param invalid|
+82 object handle invalid|90 operation active|91 operation not initialized|A0 PIN incorrect|A1 PIN invalid|
+A2 PIN length range|A3 PIN expiered|A4 PIN locked|B0 session closed|B1 session count|
+B3 session handle invalid|B4 parallel session not supported|B5 session read only|B6 session exists|
+B7 session read only exists|B8 session read write SO exists|C0 signature invalid|C1 signature length range|
+D0 template incomplete|D1 template inconsistent|E0 token not present|E1 token not recognized|
+E2 token write protected|F0 unwrapping key handle invalid|F1 unwrapping key size range|
+F2 unwrapping key type inconsistent|100 user already logged in|101 user not logged in|
+102 user pin not initialized|103 user type invalid|104 user another already logged in|105 user too many types|
+110 wrapped key invalid|112 wrapped key length range|113 wrapping key handle invalid|
+114 wrapping key size range|115 wrapping key type inconsistent|120 random seed not supported|
+121 no random number generator|130 domain parameters invalid|150 buffer too small|160 saved state invalid|
+170 information sensitive|180 state unsaveable|190 cryptoki not initialized|191 cryptoki already initialized|
+1A0 mutex bad|1A1 mutex not locked|80000100 mirtal error|80000101 time stamp|80000102 Acces Denied|
+80000103 cryptoki unusable|80000104 ENCODE_ERROR|80000105 V_CONFIG|80000106 security officer not logged in|
+80000107 certificate not validated|80000108 PIN already initialized|8000010A remote server error|
+8000010B CSA hardware error|80000110 No challenge exists|80000111 The response is not valid for challenge|
+80000113 The Event Log is not full|80000114 Object read only|80000115 Token read only|
+80000116 Token not initialized|80000117 Not admin token|80000130 authentication required|
+80000131 operation not permitted|80000132 PKCS12 decode error|80000133 PKCS12 unsupported safebag type|
+80000134 PKCS12 unsupported privacy mode|80000135 PKCS12 unsupported integrity mode|
+80000136 Key or Cert is out of date or expired|80001000 HOST_ERROR|
+80001001 Internal Error: Bad request received|80001002 Internal Error: Attribute packing invalid|
+80001003 Internal Error: Attribute count is invalid|
+80001004 Internal Error: Mechanism parameter packing invalid|80001386 HOST_ERROR no dma|
+80001400 Requested Host Interface Master Key not found|80000300 MSG_ERROR|
+80000381 MSG_ERROR cannot derive keys|80000382 MSG_ERROR bad request signature|
+80000383 MSG_ERROR bad reply signature|80000384 MSG_ERROR general error|80000385 MSG_ERROR bad protection|
+80000386 MSG_ERROR device was reset|80000387 MSG_ERROR no session keys|80000388 Bad Reply response|
+80000389 Key Rollover|80000310 MSG_ERROR need IV update|80000311 MSG_ERROR duplicate IV found|
+80002000 WLD_ERROR|80002001 WLD_ERROR not WLD configurations found|
+80002002 WLD_ERROR could not read a WLD configuration item|
+80002003 WLD_ERROR a WLD configuration has no token label|
+80002004 WLD_ERROR a WLD configuration has the token label too long|
+80002005 WLD_ERROR a WLD configuration has the token serial number too long|
+80002006 WLD_ERROR a WLD configuration has the slot description too long |
+80002007 WLD_ERROR a WLD configuration has an invalid format|
+80002010 WLD_ERROR the internal cache for login information is inconsistent)";
 // clang-format on
 
 } // namespace expected

@@ -5,6 +5,7 @@
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni_helpers.h"
 
+#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <tuple>
@@ -40,7 +41,6 @@ jobject callStatic(
 {
     const jclass cls = find(env, path);
     const jmethodID id = env->GetStaticMethodID(cls, method, signature);
-    check(env, method);
     const jobject returned = env->CallStaticObjectMethod(cls, id, args...);
     check(env, method);
     env->DeleteLocalRef(cls);
@@ -50,10 +50,7 @@ jobject callStatic(
 // As Java tells them, arrays with their contents: "[session 5, [1, 2], null]".
 inline std::string text(JNIEnv* env, const std::vector<jobject>& shown)
 {
-    const jobjectArray all =
-        env->NewObjectArray(static_cast<jsize>(shown.size()), find(env, "java/lang/Object"), nullptr);
-    for (std::size_t i = 0; i < shown.size(); ++i)
-        env->SetObjectArrayElement(all, static_cast<jsize>(i), shown[i]);
+    const jobject all = objects(env, "java/lang/Object", shown);
     const jobject told =
         callStatic(env, "java/util/Arrays", "deepToString", "([Ljava/lang/Object;)Ljava/lang/String;", all);
     return toString(env, static_cast<jstring>(told));
@@ -85,23 +82,9 @@ constexpr char kindOf = std::is_same_v<T, jlong>        ? 'j'
 template <typename T>
 jvalue pack(T value)
 {
-    if constexpr (kindOf<T> == 'j')
-        return {.j = value};
-    else if constexpr (kindOf<T> == 'z')
-        return {.z = value};
-    else
-        return {.l = value};
-}
-
-template <typename T>
-T unpack(const jvalue& packed)
-{
-    if constexpr (kindOf<T> == 'j')
-        return packed.j;
-    else if constexpr (kindOf<T> == 'z')
-        return packed.z;
-    else
-        return static_cast<T>(packed.l);
+    jvalue packed{};
+    std::memcpy(&packed, &value, sizeof value);
+    return packed;
 }
 
 template <typename... Parameters>
@@ -110,7 +93,7 @@ Call call(
 {
     const auto invoke = [native](JNIEnv* env, const std::vector<jvalue>& values) {
         auto next = values.begin();
-        const std::tuple<Parameters...> unpacked{unpack<Parameters>(*next++)...};
+        const std::tuple<Parameters...> unpacked{reinterpret_cast<const Parameters&>(*next++)...};
         return std::apply([&](auto... all) { return native(env, nullptr, all...); }, unpacked);
     };
     return {invoke, {pack(arguments)...}, {kindOf<Parameters>...}};

@@ -5,9 +5,8 @@
 
 #include "natives.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <cstring>
-#include <deque>
 
 namespace jni {
 
@@ -16,51 +15,14 @@ inline jobject read(JNIEnv* env, const std::string& javaText)
     return callStatic(
         env, "Fields", "read", "(Ljava/lang/String;)Ljava/lang/Object;", string(env, javaText.c_str()));
 }
-inline std::string tell(JNIEnv* env, jobject object)
-{
-    const jobject told = callStatic(env, "Fields", "tell", "(Ljava/lang/Object;)Ljava/lang/String;", object);
-    return toString(env, static_cast<jstring>(told));
-}
-inline std::string identities(JNIEnv* env, jobject object)
-{
-    const jobject told =
-        callStatic(env, "Fields", "identities", "(Ljava/lang/Object;)Ljava/lang/String;", object);
-    return toString(env, static_cast<jstring>(told));
-}
-inline jobject mechanism(JNIEnv* env, jobject type, jobject parameter, jlong parameterLen)
+inline jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong parameterLen)
 {
     const jobject made = alloc(env, "halvorn/zerlin/CK_MECHANISM");
-    setObject(env, made, "mechanism", "Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", type);
+    setObject(
+        env, made, "mechanism", "Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", mechanismType(env, type));
     setObject(env, made, "pParameter", "Ljava/lang/Object;", parameter);
     setLong(env, made, "parameterLen", parameterLen);
     return made;
-}
-inline jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong parameterLen)
-{
-    return mechanism(env, mechanismType(env, type), parameter, parameterLen);
-}
-
-inline std::string hex(const void* bytes, std::size_t count)
-{
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) {
-        const unsigned byte = static_cast<const CK_BYTE*>(bytes)[i];
-        text += "0123456789abcdef"[byte / 16];
-        text += "0123456789abcdef"[byte % 16];
-    }
-    return text;
-}
-
-// The next piece of a native text: a word, a bracket with what is in it, or a blank.
-inline std::string_view takePiece(std::string_view& text)
-{
-    std::size_t end = text.find_first_of(" [(", 1);
-    if (text.front() == ' ') end = 1;
-    if (text.front() == '[') end = text.find(']') + 1;
-    if (text.front() == '(') end = text.find(')') + 1;
-    const std::string_view piece = text.substr(0, end);
-    text.remove_prefix(piece.size());
-    return piece;
 }
 
 // The memory, read as the expected text says it is made up, so that the two are equal when it is as expected.
@@ -69,118 +31,106 @@ inline std::string tellNative(const void* memory, std::string_view expected)
     if (memory == nullptr) return "null";
     std::string told;
     for (auto* data = static_cast<const CK_BYTE*>(memory); !expected.empty();) {
-        const std::string_view piece = takePiece(expected);
-        if (piece == " ") {
-            told += piece;
-            continue;
+        const char first = expected.front();
+        const std::size_t end = expected.find_first_of(first == '[' ? "]" : first == '(' ? ")" : " ");
+        const std::string_view piece = expected.substr(0, end);
+        if (first == '[' || first == '(' || first == 'n') {
+            const void* pointer = nullptr;
+            std::memcpy(&pointer, data, sizeof pointer);
+            const std::string behind = tellNative(pointer, first == 'n' ? "" : piece.substr(1));
+            told += pointer == nullptr ? behind : first + behind;
+            data += sizeof pointer;
+        } else {
+            for (std::size_t i = 0; i < piece.size() / 2; ++i, ++data) {
+                told += "0123456789abcdef"[*data / 16];
+                told += "0123456789abcdef"[*data % 16];
+            }
         }
-        const bool isPointer = piece.front() == '[' || piece.front() == '(' || piece == "null";
-        const std::size_t size = isPointer ? sizeof data : piece.size() / 2;
-        const CK_BYTE* pointer = nullptr;
-        if (isPointer) std::memcpy(&pointer, data, sizeof pointer);
-        if (!isPointer)
-            told += hex(data, size);
-        else if (pointer == nullptr || piece == "null")
-            told += pointer == nullptr ? "null" : "set";
-        else if (piece.front() == '[')
-            told += "[" + hex(pointer, piece.size() / 2 - 1) + "]";
-        else
-            told += "(" + tellNative(pointer, piece.substr(1, piece.size() - 2)) + ")";
-        data += size;
+        expected.remove_prefix(piece.size());
+        const std::size_t between = expected.find_first_not_of(" )]");
+        told += expected.substr(0, between);
+        expected.remove_prefix(std::min(between, expected.size()));
     }
     return told;
 }
 
-// Memory that is as the text says. What is behind pointers lives as long as this does.
-struct Native {
-    std::deque<std::vector<CK_BYTE>> blocks = {};
-
-    CK_BYTE* build(std::string_view text)
-    {
-        std::vector<CK_BYTE> bytes;
-        while (!text.empty()) {
-            const std::string_view piece = takePiece(text);
-            const std::string_view inner = piece.substr(1, piece.size() - 2);
-            if (piece == " ") continue;
-            if (piece.front() == '[' || piece.front() == '(' || piece == "null") {
-                const CK_BYTE* const pointer = piece == "null" ? nullptr : build(inner);
-                const auto* const begin = reinterpret_cast<const CK_BYTE*>(&pointer);
-                bytes.insert(bytes.end(), begin, begin + sizeof pointer);
-                continue;
-            }
-            for (std::size_t i = 0; i < piece.size(); i += 2)
-                bytes.push_back(
-                    static_cast<CK_BYTE>(std::stoul(std::string(piece.substr(i, 2)), nullptr, 16)));
-        }
-        bytes.reserve(bytes.size() + 1); // so that there is memory even for none
-        blocks.push_back(std::move(bytes));
-        return blocks.back().data();
-    }
-};
-
-inline CK_ULONG sizeOfNative(std::string_view text)
+// What a native gives to the Cryptoki library for the parameter.
+inline std::string given(JNIEnv* env, jobject parameter, jlong size, const char* expected)
 {
-    Native native;
-    native.build(text);
-    return native.blocks.back().size();
+    std::string told = "not called";
+    recorder::script().byteLimit = 0;
+    recorder::script().C_EncryptInit = [&](auto, CK_MECHANISM_PTR made, auto) {
+        told = tellNative(made->pParameter, expected);
+        return CKR_OK;
+    };
+    const jobject jMechanism = mechanism(env, 4225, parameter, size);
+    NATIVE(C_1EncryptInit)(env, nullptr, session(env), jMechanism, object(env, 7));
+    recorder::script().C_EncryptInit = {}; // it refers to what ends here
+    return told;
 }
 
 struct ParamRow {
     std::string java;
-    std::string native;
+    jlong size;
+    const char* native;
+    const char* function = nullptr;    // that converts it, without its verb
+    std::vector<CK_ULONG> makers = {}; // the mechanisms of which such an object is made
 };
 
 // One parameter of each class.
 inline const ParamRow PARAMS[] = {
-    {"CK_RSA_PKCS_OAEP_PARAMS{hashAlg=544 mgf=1 source=2 pSourceData=[616263] sourceDataLen=3}",
-        "20020000 01000000 02000000 [616263] 03000000"},
-    {"CK_RSA_PKCS_PSS_PARAMS{hashAlg=544 mgf=4294967295 sLen=20}", "20020000 ffffffff 14000000"},
-    {"5L", "05000000"},
-    {"CK_RC2_CBC_PARAMS{effectiveBits=128 iv=[0102030405060708]}", "80000000 0102030405060708"},
-    {"CK_RC2_MAC_GENERAL_PARAMS{effectiveBits=128 macLength=4}", "80000000 04000000"},
-    {"CK_PBE_PARAMS{pInitVector=[0102030405060708] pPassword=[70617373] passwordLen=4 pSalt=[73616c] "
-     "saltLen=3 "
-     "iteration=1000}",
-        "[0102030405060708] [70617373] 04000000 [73616c] 03000000 e8030000"},
-    {"CK_PKCS12_PBE_IMPORT_PARAMS{passwordAuthSafe=[6175] passwordAuthSafeLen=2 passwordHMAC=[686d61] "
-     "passwordHMACLen=3 certAttr=(CK_ATTRIBUTE{type=3 pValue=[6d79] valueLen=2} CK_ATTRIBUTE{type=258 "
-     "pValue=[07] valueLen=1}) certAttrCount=2 hCert=(7 8 9) hCertCount=3}",
+    {"CK_RSA_PKCS_OAEP_PARAMS 544 1 2 [616263] 3", 20, "20020000 01000000 02000000 [616263] 03000000",
+        "RsaPkcsOaepParams", {0x9}},
+    {"CK_RSA_PKCS_PSS_PARAMS 544 4294967295 20", 12, "20020000 ffffffff 14000000", "RsaPkcsPssParams", {0xd}},
+    {"5", 4, "05000000", "LongParam",
+        {0x1084, 0x1089, 0x324, 0x123, 0x124, 0x135, 0x137, 0x80000135, 0x344, 0x202, 0x212, 0x242, 0x232,
+            0x222, 0x380, 0x381, 0x365, 0x101, 0x80000101, 0x103, 0x800009d4}},
+    {"CK_RC2_CBC_PARAMS 128 [0102030405060708]", 12, "80000000 0102030405060708", "Rc2CbcParams",
+        {0x102, 0x105}},
+    {"CK_RC2_MAC_GENERAL_PARAMS 128 4", 8, "80000000 04000000", "Rc2MacGeneralParams", {0x104}},
+    {"CK_PBE_PARAMS [0102030405060708] [70617373] 4 [73616c] 3 1000", 24,
+        "[0102030405060708] [70617373] 04000000 [73616c] 03000000 e8030000", "PbeParams",
+        {0x3a0, 0x3a4, 0x3a1, 0x3a5, 0x3a9, 0x3a8, 0x3a7, 0x3a6, 0x3ab, 0x3aa, 0x3c0}},
+    {"CK_PKCS12_PBE_IMPORT_PARAMS [6175] 2 [686d61] 3 ( CK_ATTRIBUTE 3 [6d79] 2 CK_ATTRIBUTE 258 [07] 1 ) 2 "
+     "( 7 8 9 ) 3",
+        32,
         "[6175] 02000000 [686d61] 03000000 (03000000 [6d79] 02000000 02010000 [07] 01000000) 02000000 "
-        "[070000000800000009000000] [03000000]"},
-    {"CK_PKCS12_PBE_EXPORT_PARAMS{keyCert=5 passwordAuthSafe=[6175] passwordAuthSafeLen=2 "
-     "passwordHMAC=[686d61] passwordHMACLen=3 safeBagKgMech=936 safeContentKgMech=937 hmacKgMech=960}",
-        "05000000 [6175] 02000000 [686d61] 03000000 a8030000 a9030000 c0030000"},
-    {"CK_KEY_WRAP_SET_OAEP_PARAMS{bBC=200 pX=[0102] XLen=2}", "c8000000 [0102] 02000000"},
-    {"CK_SSL3_MASTER_KEY_DERIVE_PARAMS{RandomInfo=CK_SSL3_RANDOM_DATA{pClientRandom=[0102] clientRandomLen=2 "
-     "pServerRandom=[030405] serverRandomLen=3} pVersion=CK_VERSION{major=3 minor=254}}",
-        "[0102] 02000000 [030405] 03000000 [03fe]"},
-    {"CK_SSL3_KEY_MAT_PARAMS{macSizeInBits=128 keySizeInBits=56 IVSizeInBits=17 bIsExport=1 "
-     "RandomInfo=CK_SSL3_RANDOM_DATA{pClientRandom=[0102] clientRandomLen=2 pServerRandom=[030405] "
-     "serverRandomLen=3} pReturnedKeyMaterial=CK_SSL3_KEY_MAT_OUT{hClientMacSecret=1 hServerMacSecret=2 "
-     "hClientKey=3 hServerKey=4 pIVClient=[a1a2a3] pIVServer=[b1b2b3]}}",
-        "80000000 38000000 11000000 01000000 [0102] 02000000 [030405] 03000000 "
-        "(01000000 02000000 03000000 04000000 [a1a2a3] [b1b2b3])"},
-    {"CK_VERSION{major=3 minor=1}", "0301"},
-    {"CK_KEY_DERIVATION_STRING_DATA{pData=[0102] len=2}", "[0102] 02000000"},
-    {"CK_MECH_TYPE_AND_OBJECT{mechanism=544 hObj=7}", "20020000 07000000"},
-    {"CK_DES_CBC_PARAMS{iv=[0102030405060708] data=[1112131415161718]}", "0102030405060708 1112131415161718"},
-    {"CK_DES2_CBC_PARAMS{iv=[0102030405060708] data=[11121314151617181112131415161718]}",
-        "0102030405060708 11121314151617181112131415161718"},
-    {"CK_DES3_CBC_PARAMS{iv=[0102030405060708] data=[111213141516171811121314151617181112131415161718]}",
-        "0102030405060708 111213141516171811121314151617181112131415161718"},
-    {"CK_PP_LOAD_SECRET_PARAMS{bMaskInput=1 cConvert=2 cTimeout=30 prompt=[50494e3f]}",
-        "01021e00 [50494e3f00]"},
-    {"CK_TIMESTAMP_PARAMS{useMilliseconds=1 timestampFormat=2}", "01000000 02000000"},
-    {"CK_REPLICATE_TOKEN_PARAMS{peerId=[0102030405060708090a0b0c0d0e0f10]}",
-        "0102030405060708090a0b0c0d0e0f10"},
-    {"CK_SECRET_SHARE_PARAMS{n=5 m=3}", "05000000 03000000"},
-    {"CK_ECIES_PARAMS{dhPrimitive=1 kdf=2 ulSharedDataLen1=2 pSharedData1=[0102] encScheme=3 "
-     "ulEncKeyLenInBits=4 macScheme=5 ulMacKeyLenInBits=6 ulMacLenInBits=7 ulSharedDataLen2=1 "
-     "pSharedData2=[03]}",
-        "01000000 02000000 02000000 [0102] 03000000 04000000 05000000 06000000 07000000 01000000 [03]"},
-    {"CK_ECDH1_DERIVE_PARAMS{kdf=1 ulSharedDataLen=2 pSharedData=[0102] ulPublicDataLen=3 "
-     "pPublicData=[030405]}",
-        "01000000 02000000 [0102] 03000000 [030405]"},
+        "[070000000800000009000000] [03000000]",
+        "PKCS12PbeImportParams", {0x800009f3}},
+    {"CK_PKCS12_PBE_EXPORT_PARAMS 5 [6175] 2 [686d61] 3 936 937 960", 32,
+        "05000000 [6175] 02000000 [686d61] 03000000 a8030000 a9030000 c0030000", "PKCS12PbeExportParams",
+        {0x800009f2}},
+    {"CK_KEY_WRAP_SET_OAEP_PARAMS 200 [0102] 2", 12, "c8000000 [0102] 02000000", "KeyWrapSetOaepParams",
+        {0x401}},
+    {"CK_SSL3_MASTER_KEY_DERIVE_PARAMS CK_SSL3_RANDOM_DATA [0102] 2 [030405] 3 CK_VERSION 3 254", 20,
+        "[0102] 02000000 [030405] 03000000 [03fe]", "Ssl3MasterKeyDeriveParams", {0x371}},
+    {"CK_SSL3_KEY_MAT_PARAMS 128 56 17 1 CK_SSL3_RANDOM_DATA [0102] 2 [030405] 3 CK_SSL3_KEY_MAT_OUT 1 2 3 4 "
+     "[a1a2a3] [b1b2b3]",
+        36,
+        "80000000 38000000 11000000 01000000 [0102] 02000000 [030405] 03000000 (01000000 02000000 03000000 "
+        "04000000 [a1a2a3] [b1b2b3])",
+        "Ssl3KeyMatParams", {0x372}},
+    {"CK_VERSION 3 1", 2, "0301", "VersionParam", {0x370}},
+    {"CK_KEY_DERIVATION_STRING_DATA [0102] 2", 8, "[0102] 02000000", "KeyDerivationStringData",
+        {0x362, 0x364}},
+    {"CK_MECH_TYPE_AND_OBJECT 544 7", 8, "20020000 07000000", "MechTypeAndObject", {0x80000955}},
+    {"CK_DES_CBC_PARAMS [0102030405060708] [1112131415161718]", 16, "0102030405060708 1112131415161718",
+        "DesCbcParams", {0x80000501}},
+    {"CK_DES2_CBC_PARAMS [0102030405060708] [11121314151617181112131415161718]", 24,
+        "0102030405060708 11121314151617181112131415161718", "Des2CbcParams", {0x80000503}},
+    {"CK_DES3_CBC_PARAMS [0102030405060708] [111213141516171811121314151617181112131415161718]", 32,
+        "0102030405060708 111213141516171811121314151617181112131415161718", "Des3CbcParams", {0x80000503}},
+    {"CK_PP_LOAD_SECRET_PARAMS 1 2 30 [50494e3f]", 8, "01021e00 [50494e3f00]", "PpLoadSecretParams",
+        {0x800009a0}},
+    {"CK_TIMESTAMP_PARAMS 1 2", 8, "01000000 02000000", "TimestampParams", {0x80000600}},
+    {"CK_REPLICATE_TOKEN_PARAMS [0102030405060708090a0b0c0d0e0f10]", 16, "0102030405060708090a0b0c0d0e0f10",
+        "ReplicateTokenParams", {0x800009e0}},
+    {"CK_SECRET_SHARE_PARAMS 5 3", 8, "05000000 03000000", "SecretShareParams", {0x800009f0}},
+    {"CK_ECIES_PARAMS 1 2 2 [0102] 3 4 5 6 7 1 [03]", 44,
+        "01000000 02000000 02000000 [0102] 03000000 04000000 05000000 06000000 07000000 01000000 [03]",
+        "EcIesParams", {0x80000a00}},
+    {"CK_ECDH1_DERIVE_PARAMS 1 2 [0102] 3 [030405]", 20, "01000000 02000000 [0102] 03000000 [030405]",
+        "EcDhParams", {0x1043}},
 };
 
 } // namespace jni

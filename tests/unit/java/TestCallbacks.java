@@ -2,11 +2,8 @@
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 
-import java.lang.ref.WeakReference;
-
 public final class TestCallbacks {
     private static final StringBuffer calls = new StringBuffer();
-    private static volatile WeakReference<Object> last;
 
     private TestCallbacks() {
     }
@@ -35,22 +32,6 @@ public final class TestCallbacks {
         args.lockMutex = given -> fail("LockMutex", given);
         args.unlockMutex = given -> fail("UnlockMutex", given);
         return args;
-    }
-
-    // CreateMutex makes an object to which Java keeps no reference.
-    public static CK_C_INITIALIZE_ARGS forgetful() {
-        CK_C_INITIALIZE_ARGS args = answering("dlu", null, 0);
-        args.createMutex = () -> {
-            Object mutex = new Object();
-            last = new WeakReference<>(mutex);
-            return mutex;
-        };
-        return args;
-    }
-
-    public static Boolean isLastCollected() {
-        System.gc();
-        return last.get() == null;
     }
 
     // What was called since the last time: "CreateMutex() LockMutex(m) ".

@@ -2,189 +2,62 @@
 package halvorn.zerlin;
 
 import static halvorn.zerlin.SoftToken.*;
-import static java.nio.charset.StandardCharsets.UTF_8;
 import static org.junit.jupiter.api.Assertions.*;
 
 import halvorn.zerlin.constants.*;
 
-import java.util.Arrays;
-import java.util.HashSet;
-import java.util.Set;
-import java.util.stream.IntStream;
+import java.util.*;
 import java.util.stream.Stream;
 
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.RegisterExtension;
 import org.junit.jupiter.params.ParameterizedTest;
-import org.junit.jupiter.params.provider.CsvSource;
-import org.junit.jupiter.params.provider.MethodSource;
 import org.junit.jupiter.params.provider.ValueSource;
 
 class ObjectsTest {
-    private static final long UNAVAILABLE = 4294967295L;
-
     @RegisterExtension
     static final SoftToken token = new SoftToken();
 
-    private static CK_OBJECT_HANDLE data(String label, Object... more) {
-        Object[] first = {CKA.CLASS, CKO.DATA, CKA.LABEL, label, CKA.VALUE, ascii("value of " + label)};
-        return token.create(Stream.concat(Stream.of(first), Stream.of(more)).toArray());
-    }
-
-    private static CK_OBJECT_HANDLE sensitiveKey(Object... more) {
-        Object[] first = {CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, CKK.AES, CKA.VALUE, new byte[16],
-            CKA.LABEL, "label", CKA.SENSITIVE, true};
-        return token.create(Stream.concat(Stream.of(first), Stream.of(more)).toArray());
-    }
-
-    private static CK_RV getAttributes(CK_OBJECT_HANDLE object, CK_ATTRIBUTE... template) {
-        return Cryptoki.C_GetAttributeValue(token.session, object, template, template.length);
-    }
-
-    private static CK_RV setAttributes(CK_OBJECT_HANDLE object, Object... typesAndValues) {
-        CK_ATTRIBUTE[] template = template(typesAndValues);
-        return Cryptoki.C_SetAttributeValue(token.session, object, template, template.length);
-    }
-
-    @Test
-    void anObjectLivesFromCreateToDestroy() {
-        CK_OBJECT_HANDLE object = data("first", CKA.APPLICATION, "tests \u20ac");
-        assertArrayEquals(ascii("value of first"), token.read(object, CKA.VALUE));
-        assertArrayEquals("tests \u20ac".getBytes(UTF_8), token.read(object, CKA.APPLICATION));
-        assertAnswers(CKR.OK, setAttributes(object, CKA.LABEL, "renamed"));
-        assertArrayEquals(ascii("renamed"), token.read(object, CKA.LABEL));
-        assertAnswers(CKR.OK, setAttributes(object, CKA.LABEL, new byte[0]));
-        assertArrayEquals(new byte[0], token.read(object, CKA.LABEL));
-
-        CK_OBJECT_HANDLE copy = new CK_OBJECT_HANDLE();
-        CK_ATTRIBUTE[] change = template(CKA.LABEL, "copy");
-        assertAnswers(CKR.OK, Cryptoki.C_CopyObject(token.session, object, change, 1, copy));
-        assertArrayEquals(ascii("copy"), token.read(copy, CKA.LABEL));
-        assertArrayEquals(token.read(object, CKA.APPLICATION), token.read(copy, CKA.APPLICATION));
-
-        LongRef size = new LongRef(-1);
-        assertAnswers(CKR.OK, Cryptoki.C_GetObjectSize(token.session, object, size));
-        assertEquals(UNAVAILABLE, size.value, "this token does not tell");
-        assertAnswers(CKR.OK, Cryptoki.C_DestroyObject(token.session, object));
-        for (CK_OBJECT_HANDLE gone : new CK_OBJECT_HANDLE[] {object, null, new CK_OBJECT_HANDLE()}) {
-            assertAnswers(CKR.OBJECT_HANDLE_INVALID, Cryptoki.C_DestroyObject(token.session, gone));
-            assertAnswers(CKR.OBJECT_HANDLE_INVALID, getAttributes(gone, new CK_ATTRIBUTE(CKA.LABEL, null)));
-            size.value = 77;
-            assertAnswers(CKR.OBJECT_HANDLE_INVALID, Cryptoki.C_GetObjectSize(token.session, gone, size));
-            assertEquals(77, size.value);
-        }
-        assertArrayEquals(ascii("copy"), token.read(copy, CKA.LABEL));
-    }
-
-    static Object[][] refusedTemplates() {
-        return new Object[][] {
-            {CKR.ARGUMENTS_BAD, null, 1},
-            {CKR.TEMPLATE_INCOMPLETE, template(CKA.LABEL, "no class"), 1},
-            {CKR.ATTRIBUTE_TYPE_INVALID, template(CKA.CLASS, CKO.DATA, CKA.MODULUS, "9"), 2},
-            {CKR.ATTRIBUTE_VALUE_INVALID, template(CKA.CLASS, CKO.DATA, CKA.TOKEN, "yes"), 2}};
-    }
-
-    @ParameterizedTest
-    @MethodSource("refusedTemplates")
-    void aBadTemplateMakesNoObject(long answer, CK_ATTRIBUTE[] template, long count) {
-        CK_OBJECT_HANDLE object = new CK_OBJECT_HANDLE(77);
-        assertAnswers(answer, Cryptoki.C_CreateObject(token.session, template, count, object));
-        assertEquals(77, object.m_value);
+    private static CK_OBJECT_HANDLE data(String label) {
+        return token.create(template(CKA.CLASS, CKO.DATA, CKA.LABEL, label));
     }
 
     // One call in which some attributes are served and some are refused.
     @Test
     void aMixedTemplateDeliversAllThatTheTokenServed() {
         // Not private: SoftHSM 2.6.1 cannot read the date of a private object.
-        CK_OBJECT_HANDLE key = sensitiveKey(CKA.PRIVATE, false, CKA.ID, ascii("four"), CKA.ENCRYPT, true,
+        CK_OBJECT_HANDLE key = token.create(template(CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, CKK.AES,
+                CKA.VALUE, new byte[16], CKA.LABEL, "label", CKA.SENSITIVE, true, CKA.PRIVATE, false,
                 CKA.START_DATE, new CK_DATE(2024, 7, 15).toBytes(),
-                CKA.ALLOWED_MECHANISMS, new long[] {CKM.AES_CBC, CKM.AES_ECB});
+                CKA.ALLOWED_MECHANISMS, new long[] {CKM.AES_CBC, CKM.AES_ECB}));
         CK_MECHANISM_TYPE[] mechanisms = CK_MECHANISM_TYPE.array(3);
-        mechanisms[2].m_value = 77;
-        CK_ATTRIBUTE label = CK_ATTRIBUTE.buffer(CKA.LABEL, 64);
-        CK_ATTRIBUTE secret = CK_ATTRIBUTE.buffer(CKA.VALUE, 16);
-        Arrays.fill((byte[]) secret.pValue, (byte) 9);
-        CK_ATTRIBUTE length = new CK_ATTRIBUTE(CKA.VALUE_LEN, 0);
-        CK_ATTRIBUTE encrypt = new CK_ATTRIBUTE(CKA.ENCRYPT, false);
-        CK_ATTRIBUTE unknown = new CK_ATTRIBUTE(CKA.MODULUS_BITS, 77);
-        CK_ATTRIBUTE date = new CK_ATTRIBUTE(CKA.START_DATE, new CK_DATE());
-        CK_ATTRIBUTE dateBytes = CK_ATTRIBUTE.buffer(CKA.START_DATE, 8);
-        CK_ATTRIBUTE tooSmall = CK_ATTRIBUTE.buffer(CKA.ID, 3);
-        CK_ATTRIBUTE keyType = new CK_ATTRIBUTE(CKA.KEY_TYPE, new CK_KEY_TYPE());
-        CK_ATTRIBUTE objectClass = new CK_ATTRIBUTE(CKA.CLASS, new CK_OBJECT_CLASS());
-        CK_ATTRIBUTE allowed = new CK_ATTRIBUTE(CKA.ALLOWED_MECHANISMS, mechanisms);
-        CK_ATTRIBUTE lengthOnly = new CK_ATTRIBUTE(CKA.ID, null);
-
-        CK_RV answer = getAttributes(key, label, secret, length, encrypt, unknown, date, dateBytes, tooSmall,
-                keyType, objectClass, allowed, lengthOnly);
-        assertTrue(answer.is(CKR.ATTRIBUTE_SENSITIVE) || answer.is(CKR.ATTRIBUTE_TYPE_INVALID)
-                || answer.is(CKR.BUFFER_TOO_SMALL), answer.toString());
-        assertArrayEquals(ascii("label"), label.getBytes());
-        assertEquals(16L, length.pValue);
-        assertEquals(new CK_BBOOL(true), encrypt.pValue);
-        assertArrayEquals(ascii("20240715"), dateBytes.getBytes());
+        CK_ATTRIBUTE[] all = template(CKA.VALUE, new byte[16], CKA.LABEL, new byte[3],
+                CKA.MODULUS, new byte[9], CKA.START_DATE, new CK_DATE(), CKA.KEY_TYPE, new CK_KEY_TYPE(),
+                CKA.TOKEN, new CK_BBOOL(true), CKA.ALLOWED_MECHANISMS, mechanisms, CKA.LABEL, null,
+                CKA.VALUE_LEN, null);
+        all[8] = new CK_ATTRIBUTE(CKA.VALUE_LEN, 0);
+        assertFalse(Cryptoki.C_GetAttributeValue(token.session, key, all, all.length).is(CKR.OK));
         // The month is filled from the year: wanted.
-        assertEquals("2024-20-15", date.pValue.toString());
-        assertEquals(new CK_KEY_TYPE(CKK.AES), keyType.pValue);
-        assertEquals(new CK_OBJECT_CLASS(CKO.SECRET_KEY), objectClass.pValue);
+        assertEquals("2024-20-15 CKK_AES (0x1f) CK_FALSE 16",
+                all[3].pValue + " " + all[4].pValue + " " + all[5].pValue + " " + all[8].pValue);
         assertEquals(Set.of(CKM.AES_CBC, CKM.AES_ECB), Set.of(mechanisms[0].m_value, mechanisms[1].m_value));
-        assertEquals(77, mechanisms[2].m_value);
-        long[] lengths = Stream.of(length, encrypt, date, keyType, objectClass, allowed, lengthOnly)
-            .mapToLong(attribute -> attribute.valueLen).toArray();
-        assertArrayEquals(new long[] {4, 1, 8, 4, 4, 8, 4}, lengths);
-
-        for (CK_ATTRIBUTE refused : new CK_ATTRIBUTE[] {secret, unknown, tooSmall}) {
-            assertEquals(UNAVAILABLE, refused.valueLen, refused.toString());
-        }
-        assertEquals(77L, unknown.pValue);
-        assertArrayEquals(new byte[3], (byte[]) tooSmall.pValue);
-        byte[] nines = new byte[16];
-        Arrays.fill(nines, (byte) 9);
-        assertArrayEquals(nines, (byte[]) secret.pValue);
-    }
-
-    @Test
-    void aValueOfAClassThatCannotBeFilledIsAnException() {
-        CK_OBJECT_HANDLE object = data("unfillable");
-        assertThrows(UnsupportedOperationException.class,
-                () -> getAttributes(object, new CK_ATTRIBUTE(CKA.LABEL, "a String is immutable")));
-        CK_ATTRIBUTE[] strange = {new CK_ATTRIBUTE(CKA.LABEL, new Object(), 4)};
-        assertThrows(UnsupportedOperationException.class,
-                () -> Cryptoki.C_SetAttributeValue(token.session, object, strange, 1));
-        assertArrayEquals(ascii("unfillable"), token.read(object, CKA.LABEL));
-    }
-
-    @Test
-    void changesThatTheTokenForbidsAreRefused() {
-        CK_OBJECT_HANDLE object = data("fixed", CKA.MODIFIABLE, false);
-        assertAnswers(CKR.ACTION_PROHIBITED, setAttributes(object, CKA.LABEL, "changed"));
-        assertAnswers(CKR.ATTRIBUTE_READ_ONLY, setAttributes(data("free"), CKA.CLASS, CKO.DATA));
-        assertAnswers(CKR.ARGUMENTS_BAD, Cryptoki.C_SetAttributeValue(token.session, object, null, 1));
-        assertAnswers(CKR.ARGUMENTS_BAD, Cryptoki.C_GetAttributeValue(token.session, object, null, 1));
-
-        CK_OBJECT_HANDLE onToken = data("on the token", CKA.TOKEN, true);
-        CK_SESSION_HANDLE reader = openSession(token.slot, READ_ONLY);
-        assertAnswers(CKR.SESSION_READ_ONLY, Cryptoki.C_DestroyObject(reader, onToken));
-        assertAnswers(CKR.SESSION_READ_ONLY,
-                Cryptoki.C_SetAttributeValue(reader, onToken, template(CKA.LABEL, "changed"), 1));
-        assertAnswers(CKR.OK, Cryptoki.C_DestroyObject(token.session, onToken));
+        assertEquals(0, mechanisms[2].m_value);
+        long none = 4294967295L;
+        assertArrayEquals(new long[] {none, none, none, 8, 4, 1, 8, 5, 4},
+                Stream.of(all).mapToLong(attribute -> attribute.valueLen).toArray());
+        assertArrayEquals(new byte[3], (byte[]) all[1].pValue);
     }
 
     // 200 objects, page by page; the page size need not divide their number.
     @ParameterizedTest
-    @ValueSource(ints = {1, 7, 100, 500})
+    @ValueSource(ints = {1, 7, 500})
     void aSearchDeliversEveryObjectOnce(int page) {
         Set<CK_OBJECT_HANDLE> expected = new HashSet<>();
-        IntStream.range(0, 200).forEach(i -> expected.add(data("object " + i, CKA.APPLICATION, "this")));
-        data("another application", CKA.APPLICATION, "other");
-
+        for (int i = 0; i < 200; i++) {
+            expected.add(data("pages of " + page));
+        }
+        Cryptoki.C_FindObjectsInit(token.session, template(CKA.LABEL, "pages of " + page), 1).orThrow();
         LongRef count = new LongRef();
-        CK_OBJECT_HANDLE[] untouched = {new CK_OBJECT_HANDLE(77)};
-        assertAnswers(CKR.OPERATION_NOT_INITIALIZED,
-                Cryptoki.C_FindObjects(token.session, untouched, 1, count));
-        assertEquals(77, untouched[0].m_value);
-        Cryptoki.C_FindObjectsInit(token.session, template(CKA.APPLICATION, "this"), 1).orThrow();
-        assertAnswers(CKR.OPERATION_ACTIVE, Cryptoki.C_FindObjectsInit(token.session, null, 0));
         Set<CK_OBJECT_HANDLE> found = new HashSet<>();
         do {
             CK_OBJECT_HANDLE[] handles = CK_OBJECT_HANDLE.array(page);
@@ -193,70 +66,30 @@ class ObjectsTest {
                 assertEquals(i < count.value, handles[i].m_value != 0 && found.add(handles[i]));
             }
         } while (count.value > 0);
-        assertAnswers(CKR.OK, Cryptoki.C_FindObjectsFinal(token.session));
-        assertAnswers(CKR.OPERATION_NOT_INITIALIZED, Cryptoki.C_FindObjectsFinal(token.session));
+        Cryptoki.C_FindObjectsFinal(token.session).orThrow();
         assertEquals(expected, found);
     }
 
     @Test
-    void anObjectIsFoundAndUsedByItsLabel() {
+    void anObjectIsFoundChangedAndReadByItsLabel() {
         CK_OBJECT_HANDLE object = data("wanted");
-        data("wanted too");
         CK_OBJECT_HANDLE found = new CK_OBJECT_HANDLE(77);
         CK_OBJECT_CLASS data = new CK_OBJECT_CLASS(CKO.DATA);
-        for (String missing : new String[] {"absent", "WANTED", "want"}) {
-            assertAnswers(CKR.GENERAL_ERROR,
-                    CTUtil.CTU_FindObject(token.session, data, ascii(missing), found));
-        }
-        assertAnswers(CKR.GENERAL_ERROR, CTUtil.CTU_FindObject(token.session,
-                new CK_OBJECT_CLASS(CKO.SECRET_KEY), ascii("wanted"), found));
-        assertAnswers(CKR.ARGUMENTS_BAD, CTUtil.CTU_FindObject(token.session, data, ascii("wanted"), null));
+        assertAnswers(CKR.GENERAL_ERROR, CTUtil.CTU_FindObject(token.session, data, ascii("want"), found));
         assertEquals(77, found.m_value);
         assertAnswers(CKR.OK, CTUtil.CTU_FindObject(token.session, data, ascii("wanted\0ignored"), found));
         assertEquals(object, found);
 
         CK_ATTRIBUTE_TYPE label = new CK_ATTRIBUTE_TYPE(CKA.LABEL);
         assertAnswers(CKR.OK, CTUtil.CTU_SetAttributeValue(token.session, found, label, "new label", 3));
-        assertArrayEquals(ascii("new"), token.read(object, CKA.LABEL));
-        assertAnswers(CKR.ATTRIBUTE_READ_ONLY, CTUtil.CTU_SetAttributeValue(token.session, found,
-                new CK_ATTRIBUTE_TYPE(CKA.TOKEN), new CK_BBOOL(true), 1));
-    }
-
-    // What is read, with which capacity, the answer, and the length told (-7: untouched).
-    @ParameterizedTest
-    @CsvSource({
-        "LABEL,  8, OK, 5", "LABEL, 5, OK, 5", "LABEL, 0, OK, 5", "LABEL, 4, ATTRIBUTE_TYPE_INVALID, -7",
-        "VALUE, 8, ATTRIBUTE_SENSITIVE, -7", "MODULUS, 8, ATTRIBUTE_TYPE_INVALID, -7"})
-    void oneAttributeIsReadOrRefused(String type, int capacity, String answer, long length) throws Exception {
-        byte[] value = new byte[capacity];
-        LongRef told = new LongRef(-7);
-        CK_ATTRIBUTE_TYPE read = new CK_ATTRIBUTE_TYPE(CKA.class.getField(type).getLong(null));
-        assertAnswers(CKR.class.getField(answer).getLong(null),
-                CTUtil.CTU_GetAttributeValue(token.session, sensitiveKey(), read, value, capacity, told));
-        assertEquals(length, told.value);
-        boolean filled = answer.equals("OK") && capacity > 0;
-        assertArrayEquals(filled ? Arrays.copyOf(ascii("label"), capacity) : new byte[capacity], value);
-    }
-
-    static Object[][] readableValues() {
-        return new Object[][] {
-            {CKA.KEY_TYPE, new CK_KEY_TYPE(77), 4, new CK_KEY_TYPE(CKK.GENERIC_SECRET)},
-            {CKA.CLASS, new CK_OBJECT_CLASS(77), 4, new CK_OBJECT_CLASS(CKO.SECRET_KEY)},
-            {CKA.TOKEN, new CK_BBOOL(true), 1, new CK_BBOOL(false)},
-            {CKA.VALUE_LEN, new CK_ATTRIBUTE(0, 77).pValue, 4, 20L},
-            {CKA.KEY_GEN_MECHANISM, new CK_MECHANISM_TYPE(77), 4, new CK_MECHANISM_TYPE(UNAVAILABLE)},
-            {CKA.CLASS, new CK_OBJECT_HANDLE(77), 4, new CK_OBJECT_HANDLE(CKO.SECRET_KEY)}};
-    }
-
-    @ParameterizedTest
-    @MethodSource("readableValues")
-    void oneAttributeIsReadIntoAnObjectOfItsKind(long type, Object value, long capacity, Object expected) {
-        CK_OBJECT_HANDLE key = token.secretKey(CKK.GENERIC_SECRET, new byte[20]);
-        LongRef told = new LongRef();
-        assertAnswers(CKR.OK, CTUtil.CTU_GetAttributeValue(token.session, key, new CK_ATTRIBUTE_TYPE(type),
-                value, capacity, told));
-        assertEquals(capacity, told.value);
-        assertEquals(expected, value);
+        byte[] value = new byte[4];
+        LongRef length = new LongRef(-7);
+        assertAnswers(CKR.ATTRIBUTE_TYPE_INVALID,
+                CTUtil.CTU_GetAttributeValue(token.session, found, label, value, 2, length));
+        assertEquals(-7, length.value);
+        assertAnswers(CKR.OK, CTUtil.CTU_GetAttributeValue(token.session, found, label, value, 4, length));
+        assertEquals(3, length.value);
+        assertArrayEquals(ascii("new\0"), value);
     }
 
     @Test
@@ -264,26 +97,13 @@ class ObjectsTest {
         CK_SESSION_HANDLE target = openSession(freshToken("target"), READ_WRITE);
         login(target, CKU.USER, USER_PIN).orThrow();
         CK_OBJECT_HANDLE key = token.secretKey(CKK.AES, ascii("sixteen bytes ok"));
-        CK_ATTRIBUTE[] change = template(CKA.LABEL, "moved", CKA.SIGN, false);
         CK_OBJECT_HANDLE copy = new CK_OBJECT_HANDLE();
-        assertAnswers(CKR.OK, Cryptoki.CT_CopyObject(target, token.session, key, change, 2, copy));
-
-        CK_ATTRIBUTE value = CK_ATTRIBUTE.buffer(CKA.VALUE, 16);
-        CK_ATTRIBUTE label = CK_ATTRIBUTE.buffer(CKA.LABEL, 16);
-        CK_ATTRIBUTE sign = new CK_ATTRIBUTE(CKA.SIGN, true);
-        CK_ATTRIBUTE[] template = {value, label, sign};
-        Cryptoki.C_GetAttributeValue(target, copy, template, template.length).orThrow();
-        assertArrayEquals(ascii("sixteen bytes ok"), value.getBytes());
-        assertArrayEquals(ascii("moved"), label.getBytes());
-        assertEquals(new CK_BBOOL(false), sign.pValue);
-
-        CK_SESSION_HANDLE sameToken = openSession(token.slot, READ_WRITE);
-        assertAnswers(CKR.OK, Cryptoki.CT_CopyObject(sameToken, token.session, key, change, 1, copy));
-        assertArrayEquals(ascii("moved"), token.read(copy, CKA.LABEL));
-        assertAnswers(CKR.ATTRIBUTE_SENSITIVE,
-                Cryptoki.CT_CopyObject(target, token.session, sensitiveKey(), null, 0, copy));
-        assertAnswers(CKR.ARGUMENTS_BAD, Cryptoki.CT_CopyObject(target, token.session, key, null, 1, copy));
-        Cryptoki.C_CloseSession(target).orThrow();
+        assertAnswers(CKR.OK, Cryptoki.CT_CopyObject(target, token.session, key,
+                template(CKA.LABEL, "moved"), 1, copy));
+        CK_ATTRIBUTE[] read = template(CKA.VALUE, new byte[16], CKA.LABEL, new byte[5]);
+        Cryptoki.C_GetAttributeValue(target, copy, read, 2).orThrow();
+        assertArrayEquals(ascii("sixteen bytes ok"), read[0].getBytes());
+        assertArrayEquals(ascii("moved"), read[1].getBytes());
     }
 
     @Test
@@ -292,21 +112,11 @@ class ObjectsTest {
         CK_OBJECT_HANDLE object = data("huge");
         CK_ATTRIBUTE[] labels = Stream.generate(() -> CK_ATTRIBUTE.buffer(CKA.LABEL, 8)).limit(count)
             .toArray(CK_ATTRIBUTE[]::new);
-        assertAnswers(CKR.OK, getAttributes(object, labels));
+        assertAnswers(CKR.OK, Cryptoki.C_GetAttributeValue(token.session, object, labels, count));
         assertTrue(Stream.of(labels).allMatch(label -> Arrays.equals(ascii("huge"), label.getBytes())));
 
-        CK_ATTRIBUTE[] same = Stream.generate(() -> new CK_ATTRIBUTE(CKA.LABEL, "huge")).limit(count)
-            .toArray(CK_ATTRIBUTE[]::new);
-        assertAnswers(CKR.OK, Cryptoki.C_SetAttributeValue(token.session, object, same, count));
-        CK_OBJECT_HANDLE found = new CK_OBJECT_HANDLE();
-        Cryptoki.C_FindObjectsInit(token.session, same, count).orThrow();
-        Cryptoki.C_FindObjects(token.session, new CK_OBJECT_HANDLE[] {found}, 1, new LongRef()).orThrow();
-        assertEquals(object, found);
-        Cryptoki.C_FindObjectsFinal(token.session).orThrow();
-
-        same[0] = new CK_ATTRIBUTE(CKA.CLASS, CKO.DATA);
-        found.m_value = 77;
-        assertAnswers(CKR.TEMPLATE_INCONSISTENT, Cryptoki.C_CreateObject(token.session, same, count, found));
-        assertEquals(77, found.m_value);
+        Arrays.fill(labels, new CK_ATTRIBUTE(CKA.LABEL, "changed"));
+        assertAnswers(CKR.OK, Cryptoki.C_SetAttributeValue(token.session, object, labels, count));
+        assertArrayEquals(ascii("changed"), token.read(object, CKA.LABEL));
     }
 }

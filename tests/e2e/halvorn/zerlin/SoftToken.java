@@ -1,47 +1,30 @@
-// A token made for one test class, a session for each of its tests, and the shorthand that the tests share.
+// A token and a session made for one test class, and the shorthand that the tests share.
 package halvorn.zerlin;
 
 import static org.junit.jupiter.api.Assertions.assertEquals;
 
 import halvorn.zerlin.constants.*;
 
-import java.io.ByteArrayOutputStream;
 import java.nio.charset.StandardCharsets;
 import java.util.Arrays;
 import java.util.stream.Stream;
 
-import org.junit.jupiter.api.extension.AfterAllCallback;
-import org.junit.jupiter.api.extension.AfterEachCallback;
-import org.junit.jupiter.api.extension.BeforeAllCallback;
-import org.junit.jupiter.api.extension.BeforeEachCallback;
-import org.junit.jupiter.api.extension.ExtensionContext;
+import org.junit.jupiter.api.extension.*;
 
-final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEachCallback, AfterAllCallback {
+final class SoftToken implements BeforeAllCallback, AfterAllCallback {
     static final byte[] SO_PIN = ascii("so-secret");
     static final byte[] USER_PIN = ascii("user-secret");
     static final long READ_ONLY = CKF.SERIAL_SESSION;
     static final long READ_WRITE = CKF.SERIAL_SESSION | CKF.RW_SESSION;
 
-    long slot;
-    /** The session of the running test: read/write, the user logged in. */
+    /** Read/write, the user logged in. */
     CK_SESSION_HANDLE session;
 
     @Override
     public void beforeAll(ExtensionContext context) {
         Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
-        slot = freshToken(context.getDisplayName());
-        // Stays open behind the sessions of the tests: with the last session the login would end.
-        login(openSession(slot, READ_WRITE), CKU.USER, USER_PIN).orThrow();
-    }
-
-    @Override
-    public void beforeEach(ExtensionContext context) {
-        session = openSession(slot, READ_WRITE);
-    }
-
-    @Override
-    public void afterEach(ExtensionContext context) {
-        Cryptoki.C_CloseSession(session).orThrow();
+        session = openSession(freshToken(context.getDisplayName()), READ_WRITE);
+        login(session, CKU.USER, USER_PIN).orThrow();
     }
 
     @Override
@@ -52,7 +35,9 @@ final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEac
     /** Initialises a token that was not yet, sets the PINs, and returns its slot. */
     static long freshToken(String label) {
         for (long slot : slots()) {
-            if ((tokenInfo(slot).flags & CKF.TOKEN_INITIALIZED) == 0) {
+            CK_TOKEN_INFO info = new CK_TOKEN_INFO();
+            Cryptoki.C_GetTokenInfo(slot, info).orThrow();
+            if ((info.flags & CKF.TOKEN_INITIALIZED) == 0) {
                 Cryptoki.C_InitToken(slot, SO_PIN, SO_PIN.length, CK_TOKEN_INFO.paddedLabel(label)).orThrow();
                 CK_SESSION_HANDLE session = openSession(slot, READ_WRITE);
                 login(session, CKU.SO, SO_PIN).orThrow();
@@ -70,12 +55,6 @@ final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEac
         long[] slots = new long[(int) count.value];
         Cryptoki.C_GetSlotList(true, slots, count).orThrow();
         return slots;
-    }
-
-    static CK_TOKEN_INFO tokenInfo(long slot) {
-        CK_TOKEN_INFO info = new CK_TOKEN_INFO();
-        Cryptoki.C_GetTokenInfo(slot, info).orThrow();
-        return info;
     }
 
     static CK_SESSION_HANDLE openSession(long slot, long flags) {
@@ -102,8 +81,7 @@ final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEac
         return template;
     }
 
-    CK_OBJECT_HANDLE create(Object... typesAndValues) {
-        CK_ATTRIBUTE[] template = template(typesAndValues);
+    CK_OBJECT_HANDLE create(CK_ATTRIBUTE... template) {
         CK_OBJECT_HANDLE object = new CK_OBJECT_HANDLE();
         Cryptoki.C_CreateObject(session, template, template.length, object).orThrow();
         return object;
@@ -118,16 +96,11 @@ final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEac
     }
 
     CK_OBJECT_HANDLE secretKey(long keyType, byte[] value) {
-        CK_ATTRIBUTE[] template = secretKeyTemplate(keyType, CKA.VALUE, value);
-        CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE();
-        Cryptoki.C_CreateObject(session, template, template.length, key).orThrow();
-        return key;
+        return create(secretKeyTemplate(keyType, CKA.VALUE, value));
     }
 
     byte[] read(CK_OBJECT_HANDLE object, long type) {
-        CK_ATTRIBUTE length = new CK_ATTRIBUTE(type, null);
-        Cryptoki.C_GetAttributeValue(session, object, new CK_ATTRIBUTE[] {length}, 1).orThrow();
-        CK_ATTRIBUTE value = CK_ATTRIBUTE.buffer(type, (int) length.valueLen);
+        CK_ATTRIBUTE value = CK_ATTRIBUTE.buffer(type, 1000);
         Cryptoki.C_GetAttributeValue(session, object, new CK_ATTRIBUTE[] {value}, 1).orThrow();
         return value.getBytes();
     }
@@ -155,17 +128,6 @@ final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEac
         return bytes((array, length) -> native_.call(session, input, input.length, array, length));
     }
 
-    /** Cuts the input into parts of the given size, and hands on what update and final give. */
-    byte[] parts(Transformation update, Output last, byte[] input, int size) {
-        ByteArrayOutputStream all = new ByteArrayOutputStream();
-        for (int from = 0; from < input.length; from += size) {
-            int to = Math.min(from + size, input.length);
-            all.writeBytes(whole(update, Arrays.copyOfRange(input, from, to)));
-        }
-        all.writeBytes(bytes(last));
-        return all.toByteArray();
-    }
-
     byte[] encrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         Cryptoki.C_EncryptInit(session, mechanism, key).orThrow();
         return whole(Cryptoki::C_Encrypt, data);
@@ -174,11 +136,6 @@ final class SoftToken implements BeforeAllCallback, BeforeEachCallback, AfterEac
     byte[] decrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         Cryptoki.C_DecryptInit(session, mechanism, key).orThrow();
         return whole(Cryptoki::C_Decrypt, data);
-    }
-
-    byte[] digest(long mechanism, byte[] data) {
-        Cryptoki.C_DigestInit(session, new CK_MECHANISM(mechanism)).orThrow();
-        return whole(Cryptoki::C_Digest, data);
     }
 
     byte[] sign(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
