@@ -86,7 +86,7 @@ TEST_F(ConvToCKAttributes, whateverFailsLeavesATemplateThatCanBeFreed)
 {
     std::vector<jobject> all;
     for (const Value& value : values(env))
-        if (!value.native.empty()) all.push_back(attribute(env, 3, value.object, 4));
+        if (!value.native.empty()) all.push_back(attribute(env, 3, value.object, 1));
     const jobjectArray array = attributes(env, all);
     const auto convert = [&] { return converted(env, array).empty() ? "" : "survived"; };
     EXPECT_GT(failEachJniCall(env, [&] { return convert; }), 100);

@@ -49,11 +49,13 @@ TEST_F(Harness, whatIsToFailFails)
 TEST_F(Harness, whatIsHeldOrMisusedIsSeen)
 {
     const jstring text = string(env, "text");
+    const char* held = nullptr;
+    jobject global = nullptr;
     const Watched watched = watch(env, {}, [&] {
         env->DeleteLocalRef(env->NewLocalRef(text));
         env->NewLocalRef(text);
-        env->NewGlobalRef(text);
-        env->GetStringUTFChars(text, nullptr);
+        global = env->NewGlobalRef(text);
+        held = env->GetStringUTFChars(text, nullptr);
         env->FindClass("no/such/Class");
         env->GetStringUTFLength(text);
         env->DeleteLocalRef(text);
@@ -64,6 +66,8 @@ TEST_F(Harness, whatIsHeldOrMisusedIsSeen)
     ASSERT_EQ(watched.violations.size(), 2U);
     EXPECT_EQ(watched.violations[0], "GetStringUTFLength with an exception pending");
     takeException(env);
+    env->ReleaseStringUTFChars(static_cast<jstring>(global), held);
+    env->DeleteGlobalRef(global);
     takeJniWarnings();
 }
 
