@@ -107,6 +107,40 @@ TEST(AttrutilDeathTest, numbersWidenAndErrorsAbort)
         at_assign(&target, &source->attrs[1]), "attrutil.c:.*Assertion `tgtNa->type == srcNa->type'");
 }
 
+TEST(Attrutil, assigningKeepsToTheRoom)
+{
+    struct Row {
+        CK_ATTRIBUTE_TYPE type;
+        std::string value;
+        CK_ULONG room;
+        CK_RV rv;
+        CK_ULONG length;
+        std::string result; // of eight dots
+    };
+    const Row rows[] = {
+        {CKA_CLASS, "\x3", 2, CKR_OK, 2, std::string("\x3\0......", 8)},
+        {CKA_CLASS, "\x3", 3, CKR_GENERAL_ERROR, 3, "........"},
+        {CKA_CLASS, "abcd", 2, CKR_BUFFER_TOO_SMALL, 2, "........"},
+        {CKA_CLASS, "abcdefg", 8, CKR_OK, 7, "abcdefg."},
+        {CKA_MECHANISM_LIST, "abcdABCD", 8, CKR_OK, 8, "abcdABCD"},
+        {CKA_SENSITIVE, "\x1", 4, CKR_OK, 1, "\x1......."},
+        {CKA_LABEL, "abc", 2, CKR_BUFFER_TOO_SMALL, 2, "........"},
+    };
+    for (const Row& row : rows) {
+        std::string buffer(8, '.');
+        CK_ATTRIBUTE targets[] = {
+            {CKA_WILDCARD, buffer.data(), row.room}, {CKA_ID, nullptr, 9}, {CKA_ID, nullptr, 0}};
+        const OwnedSet source = make({{row.type, row.value}, {CKA_ID, "id"}, {CKA_LABEL, "other"}});
+        EXPECT_EQ(TransferAttr(targets, source->attrs, 1), row.rv);
+        EXPECT_EQ(targets[0].type, row.type);
+        EXPECT_EQ(targets[0].ulValueLen, row.length) << row.value;
+        EXPECT_EQ(buffer, row.result);
+        EXPECT_EQ(TransferAttr(targets, source->attrs, 2), CKR_OK); // the last one's result
+        EXPECT_EQ(targets[1].ulValueLen, 2U);
+        EXPECT_EQ(TransferAttr(targets, source->attrs, 3), CKR_GENERAL_ERROR);
+    }
+}
+
 // The operation's code and what the set is then: when the n-th allocation fails, and, last, when none does.
 TEST(AttrutilSets, writesKeepToTheirRulesAndSurviveFailedAllocations)
 {
@@ -153,12 +187,34 @@ TEST(AttrutilSets, writesKeepToTheirRulesAndSurviveFailedAllocations)
     EXPECT_EQ(heap.freed.front(), std::string(6, '\xAA'));
 }
 
-TEST(AttrutilSets, setsMatchByTypesAndValues)
+TEST(AttrutilSets, attributesAndSetsCompare)
 {
-    const OwnedSet set = make({{2, "ab"}, {3, "c"}});
-    EXPECT_EQ(
-        MatchAttributeSet(make({{3, std::string("c", 2)}}).get(), set.get()), 1); // labels: less the NUL
-    EXPECT_EQ(MatchAttributeSet(make({{2, std::string("ab", 3)}}).get(), set.get()), 0);
+    const std::string nul("\0", 1);
+    // One, other, attrcmp, CmpAttributes with values, CmpAttributeSets, MatchAttributeSet.
+    const std::tuple<Entries, Entries, int, int, int, int> rows[] = {
+        {{{3, "ab"}}, {{3, "ab"}}, 0, 0, 0, 1},
+        {{{2, "b"}}, {{2, "abcde"}}, -1, 2, 0, 0},
+        {{{2, "abcde"}}, {{2, "b"}}, 1, 2, 0, 0},
+        {{{3, "ab"}}, {{4, "ab"}}, 0, 1, 2, 0},
+        {{{3, "c"}}, {{3, "c" + nul}}, -1, 2, 0, 1}, // labels: less the NUL
+        {{{2, "c"}}, {{2, "c" + nul}}, -1, 2, 0, 0},
+        {{{3, "c"}}, {{3, "c" + nul + nul}}, -1, 2, 0, 0},
+        {{{3, "b"}}, {{1, "a"}, {3, "b"}}, 1, 1, 1, 1},
+        {{{1, "a"}, {3, "b"}}, {{1, "a"}, {4, "b"}}, 0, 0, 2, 0},
+    };
+    for (const auto& [one, other, order, compared, comparedSets, matched] : rows) {
+        const OwnedSet a = make(one), b = make(other);
+        const std::string shown = text(a.get()) + text(b.get());
+        EXPECT_EQ(attrcmp(a->attrs, b->attrs), order) << shown;
+        EXPECT_EQ(CmpAttributes(a->attrs, b->attrs, 1), compared) << shown;
+        EXPECT_EQ(CmpAttributes(a->attrs, b->attrs, 0), one[0].first != other[0].first) << shown;
+        EXPECT_EQ(SearchAttribute(b.get(), a->attrs, 1), comparedSets == 1 ? 0 : compared) << shown;
+        EXPECT_EQ(CmpAttributeSets(a.get(), b.get()), comparedSets) << shown;
+        EXPECT_EQ(MatchAttributeSet(a.get(), b.get()), matched) << shown;
+    }
+    const OwnedSet empty = make({});
+    EXPECT_EQ(MatchAttributeSet(nullptr, empty.get()) + MatchAttributeSet(empty.get(), nullptr), 2);
+    EXPECT_EQ(attrcmpbuf(make({{2, "ab"}})->attrs, nullptr, 0), 1);
 }
 
 } // namespace
