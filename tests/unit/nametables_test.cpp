@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <sstream>
+#include <thread>
 
 namespace {
 
@@ -51,6 +52,27 @@ TEST(NameTables, takeNamesExactlyAndSearchToTheCount)
     const NameTableRow rows[] = {{7, "first"}, {8, "first"}, {9, "last"}, {0, nullptr}};
     EXPECT_STREQ(strTab(9, rows, 2), "UNKNOWN (0x9)");
     EXPECT_EQ(valTab("last", rows, 2), 0xFFFFFFFF);
+}
+
+// One buffer serves all misses: threads that miss on one value read its text, others at least a terminated
+// one.
+TEST(NameTables, threadsThatMissAtOnceReadTerminatedTexts)
+{
+    for (const std::vector<CK_ULONG>& values :
+        {std::vector<CK_ULONG>{0x80009999, 0x80009999}, {0x5, 0x80009999}}) {
+        strAttribute(values[0]);
+        std::vector<std::thread> threads;
+        for (const CK_ULONG value : values) {
+            threads.emplace_back([value, isOne = values[0] == values[1]] {
+                for (int i = 0; i < 20000; ++i) {
+                    const std::string seen = strAttribute(value);
+                    ASSERT_TRUE(isOne ? seen == "Vendor defined (0x80009999)" : seen.size() <= 27) << seen;
+                }
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+    }
 }
 
 } // namespace
