@@ -30,6 +30,12 @@ inline bool findAttributeFields(JNIEnv* env, AttributeFields& fields)
            fields.type != nullptr;
 }
 
+// The object where it is a CK_ATTRIBUTE; an element of a CK_ATTRIBUTE[] need not be asked.
+inline jobject attributeOrNull(JNIEnv* env, const AttributeFields& fields, bool isElement, jobject object)
+{
+    return isElement || env->IsInstanceOf(object, fields.cls) ? object : nullptr;
+}
+
 // The value of an attribute's type object, as jAttributeTypeToCKAttributeType gives it: the field's own class
 // vouches for the object's.
 inline CK_ATTRIBUTE_TYPE typeOf(JNIEnv* env, const AttributeFields& fields, jobject type)

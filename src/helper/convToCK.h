@@ -4,6 +4,7 @@
 
 #include <jni.h>
 
+#include "helper/memory.h"
 #include "zerlin/cryptoki.h"
 
 namespace zerlin {
@@ -67,6 +68,10 @@ CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object);
 // array all the same, and the records from there on have no values.
 void jAttributeArrayToCKAttributeArray(
     JNIEnv* env, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count);
+// The same for a native: records and values come from the memory of the call as far as it holds them, or from
+// malloc. False with an exception pending.
+bool convertTemplate(
+    JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count);
 
 // A mechanism with its parameter. The length is the one that the Java object declares;
 // FreeCKMechanismParameter aborts the process when that differs from the structure's size. After a failure
@@ -78,5 +83,13 @@ void jMechanismParameterToCKMechanismParameter(
 // Frees what the conversion of the same, unchanged Java mechanism made. May be called while an exception is
 // pending, and keeps it.
 void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR mechanism);
+
+// The same two for a native, which remembers between them what class the parameter had: quicker, and safe
+// from a Java mechanism that changes meanwhile. convertMechanism fills a cleared record and answers false
+// with an exception pending; a parameter may have been made all the same.
+struct ParameterConverter;
+bool convertMechanism(
+    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const ParameterConverter*& converter);
+void freeMechanismParameter(const ParameterConverter* converter, const CK_MECHANISM& mechanism);
 
 } // namespace zerlin

@@ -1,5 +1,6 @@
 // Attribute templates from Java to native: the value by its Java class, the length by the attribute's type.
 #include <cstdlib>
+#include <cstring>
 
 #include "helper/attributeFields.h"
 #include "helper/convToCK.h"
@@ -14,33 +15,51 @@ namespace {
 [[gnu::used]] const char* const fileVersion =
     "FileVersion: \"$RCSfile: prod/zerlin/src/helper/convToCK_attributes $\" \"$Revision: 1.1.1.2 $\"";
 
+constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
+
+// Where the buffers of a template come from: the memory of a call, or malloc where there is none.
+CK_BYTE_PTR newBuffer(JNIEnv* env, CallMemory* memory, std::size_t size)
+{
+    void* const buffer = memory != nullptr ? memory->take(size, false) : std::malloc(size);
+    if (buffer == nullptr) throwOutOfMemory(env);
+    return static_cast<CK_BYTE_PTR>(buffer);
+}
+
 // A new buffer that holds the value.
 template <typename Native>
-void* newValue(JNIEnv* env, Native value, CK_ULONG* length)
+void* newValue(JNIEnv* env, CallMemory* memory, Native value, CK_ULONG* length)
 {
-    auto* const buffer = static_cast<Native*>(std::malloc(sizeof(Native)));
-    if (buffer == nullptr) {
-        throwOutOfMemory(env);
-        return nullptr;
-    }
-    *buffer = value;
-    *length = sizeof(Native);
+    CK_BYTE_PTR const buffer = newBuffer(env, memory, sizeof(Native));
+    if (buffer == nullptr) return nullptr;
+    std::memcpy(buffer, &value, sizeof value);
+    *length = sizeof value;
     return buffer;
 }
 
 // The m_value of a handle or typed constant whose class is known.
-void* heldNumber(JNIEnv* env, jclass cls, jobject value, CK_ULONG* length)
+void* heldNumber(JNIEnv* env, CallMemory* memory, jclass cls, jobject value, CK_ULONG* length)
 {
     const CK_ULONG number = GetLongField(env, cls, value, "m_value");
     if (number == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return nullptr;
-    return newValue(env, number, length);
+    return newValue(env, memory, number, length);
 }
 
-void* heldBoolean(JNIEnv* env, jclass cls, jobject value, CK_ULONG* length)
+void* heldBoolean(JNIEnv* env, CallMemory* memory, jclass cls, jobject value, CK_ULONG* length)
 {
     const jfieldID field = GetFieldID(env, cls, "m_value", "Z");
-    return field == nullptr ? nullptr
-                            : newValue(env, booleanToCK(env->GetBooleanField(value, field)), length);
+    if (field == nullptr) return nullptr;
+    return newValue(env, memory, booleanToCK(env->GetBooleanField(value, field)), length);
+}
+
+// The bytes of a byte[], and a spare one.
+void* bytesOf(JNIEnv* env, CallMemory* memory, jbyteArray array, CK_ULONG* length)
+{
+    const jsize count = env->GetArrayLength(array);
+    CK_BYTE_PTR const buffer = newBuffer(env, memory, static_cast<std::size_t>(count) + 1);
+    if (buffer == nullptr) return nullptr;
+    env->GetByteArrayRegion(array, 0, count, reinterpret_cast<jbyte*>(buffer));
+    *length = static_cast<CK_ULONG>(count);
+    return buffer;
 }
 
 // The buffer that a converter of boxed values made.
@@ -79,20 +98,21 @@ void jIntArrayToCKULongArray(JNIEnv* env, jintArray array, CK_ULONG_PTR* data, C
     jLongArrayToCKULongArray(env, longs, data, length);
 }
 
-void* convertValue(JNIEnv* env, ValueKind kind, jclass cls, jobject value, CK_ULONG* length)
+void* convertValue(
+    JNIEnv* env, CallMemory* memory, ValueKind kind, jclass cls, jobject value, CK_ULONG* length)
 {
     switch (kind) {
     case ValueKind::ByteArray:
-        return arrayValue(env, value, length, jByteArrayToCKByteArray);
+        return bytesOf(env, memory, static_cast<jbyteArray>(value), length);
     case ValueKind::Long:
         return unboxedValue(jLongObjectToCKULongPtr(env, value), length);
     case ValueKind::BBool:
-        return heldBoolean(env, cls, value, length);
+        return heldBoolean(env, memory, cls, value, length);
     case ValueKind::Date:
         return unboxedValue(jDateObjectToCKDatePtr(env, value), length);
     case ValueKind::Handle:
     case ValueKind::Constant:
-        return heldNumber(env, cls, value, length);
+        return heldNumber(env, memory, cls, value, length);
     case ValueKind::MechanismTypeArray:
         return arrayValue(env, value, length, jMechanismTypeArrayToCKMechanismTypeArray);
     case ValueKind::Boolean:
@@ -117,37 +137,39 @@ void* convertValue(JNIEnv* env, ValueKind kind, jclass cls, jobject value, CK_UL
     return nullptr;
 }
 
-// False with an exception pending.
-bool convertObject(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
+// False with an exception pending. The classes are those of all rows; the likely row is tested first.
+bool convertObject(JNIEnv* env, CallMemory* memory, const jclass* classes, std::size_t likely, jobject value,
+    CK_VOID_PTR* data, CK_ULONG* length)
 {
-    ValueClasses classes;
-    constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
-    if (!findValueClasses(env, classes, ROWS)) return false;
     *data = nullptr;
     *length = 0;
     if (value == nullptr) return true;
-    const std::size_t row = valueClassOf(env, classes, ROWS, value);
+    const std::size_t row = valueClassOf(env, classes, ROWS, value, likely);
     if (row == ROWS) {
         throwUnsupportedClass(env, "No Conversion from %s to a CK type", value);
         return false;
     }
     const ValueKind kind = VALUE_CLASSES[row].kind;
-    *data = convertValue(env, kind, classes[row], value, length);
+    *data = convertValue(env, memory, kind, classes[row], value, length);
     // Only an array of objects leaves a buffer when it fails.
     return kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : *data != nullptr;
 }
 
-// False with an exception pending; the record may have a value all the same.
-bool convertAttribute(JNIEnv* env, const AttributeFields& fields, jobject object, CK_ATTRIBUTE& attribute)
+// The object is a CK_ATTRIBUTE or null. False with an exception pending; the record may have a value all the
+// same.
+bool convertAttribute(JNIEnv* env, CallMemory* memory, const AttributeFields& fields, const jclass* classes,
+    jobject object, CK_ATTRIBUTE& attribute)
 {
-    if (object == nullptr || !env->IsInstanceOf(object, fields.cls)) {
+    if (object == nullptr) {
         attribute.type = CK_UNAVAILABLE_INFORMATION;
         return true;
     }
-    const LocalRef<jobject> type(env, env->GetObjectField(object, fields.type));
-    attribute.type = typeOf(env, fields, type);
-    const LocalRef<jobject> value(env, env->GetObjectField(object, fields.pValue));
-    if (!convertObject(env, value, &attribute.pValue, &attribute.ulValueLen)) return false;
+    attribute.type = typeOf(env, fields, env->GetObjectField(object, fields.type));
+    const jobject value = env->GetObjectField(object, fields.pValue);
+    const std::size_t likely = likelyRow(attribute.type);
+    if (!convertObject(env, memory, classes, likely, value, &attribute.pValue, &attribute.ulValueLen)) {
+        return false;
+    }
     const auto valueLen = static_cast<CK_ULONG>(env->GetLongField(object, fields.valueLen));
     const bool keepsLength = valueLen == sizeof(CK_ULONG) && isNumericAttrType(attribute.type);
     if (!keepsLength) attribute.ulValueLen = valueLen;
@@ -158,38 +180,54 @@ bool convertAttribute(JNIEnv* env, const AttributeFields& fields, jobject object
 
 void jObjectToPrimitiveCKObjectPtrPtr(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
 {
-    convertObject(env, value, data, length);
+    const jclass* const classes = findValueClasses(env, ROWS);
+    if (classes != nullptr) convertObject(env, nullptr, classes, 0, value, data, length);
 }
 
 CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object)
 {
     CK_ATTRIBUTE attribute{};
     AttributeFields fields;
-    if (findAttributeFields(env, fields)) convertAttribute(env, fields, object, attribute);
+    if (!findAttributeFields(env, fields)) return attribute;
+    const jclass* const classes = findValueClasses(env, ROWS);
+    if (classes == nullptr) return attribute;
+    convertAttribute(env, nullptr, fields, classes, attributeOrNull(env, fields, false, object), attribute);
     return attribute;
+}
+
+bool convertTemplate(
+    JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count)
+{
+    *data = nullptr;
+    *count = 0;
+    if (array == nullptr) return true;
+    const jsize length = env->GetArrayLength(array);
+    // Cleared, so that the records that a failure leaves out are safe to free.
+    const std::size_t size = static_cast<std::size_t>(length) * sizeof(CK_ATTRIBUTE) + 1;
+    void* const records = memory != nullptr ? memory->take(size, true) : std::calloc(size, 1);
+    if (records == nullptr) {
+        throwOutOfMemory(env);
+        return false;
+    }
+    *data = static_cast<CK_ATTRIBUTE_PTR>(records);
+    *count = static_cast<CK_ULONG>(length);
+    if (length == 0) return true;
+    AttributeFields fields;
+    if (!findAttributeFields(env, fields)) return false;
+    const jclass* const classes = findValueClasses(env, ROWS);
+    const jclass arrayClass = FindClass(env, "[Lhalvorn/zerlin/CK_ATTRIBUTE;");
+    if (classes == nullptr || arrayClass == nullptr) return false;
+    const bool isTyped = env->IsInstanceOf(array, arrayClass);
+    return forEachElement<4>(env, array, length, [&](jsize i, jobject element) {
+        const jobject object = attributeOrNull(env, fields, isTyped, element);
+        return convertAttribute(env, memory, fields, classes, object, (*data)[i]);
+    });
 }
 
 void jAttributeArrayToCKAttributeArray(
     JNIEnv* env, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count)
 {
-    if (array == nullptr) {
-        *data = nullptr;
-        *count = 0;
-        return;
-    }
-    const jsize length = env->GetArrayLength(array);
-    // Cleared, so that the records that a failure leaves out are safe to free.
-    void* const records = std::calloc(static_cast<std::size_t>(length) * sizeof(CK_ATTRIBUTE) + 1, 1);
-    if (records == nullptr) return throwOutOfMemory(env);
-    *data = static_cast<CK_ATTRIBUTE_PTR>(records);
-    *count = static_cast<CK_ULONG>(length);
-    AttributeFields fields;
-    if (length == 0 || !findAttributeFields(env, fields)) return;
-    for (jsize i = 0; i < length; ++i) {
-        const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, i));
-        if (element == nullptr && env->ExceptionCheck()) return;
-        if (!convertAttribute(env, fields, element, (*data)[i])) return;
-    }
+    convertTemplate(env, nullptr, array, data, count);
 }
 
 } // namespace zerlin

@@ -13,13 +13,9 @@
 #include "util/assertion.h"
 
 namespace zerlin {
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/convToCK_mechanisms $\" \"$Revision: 1.1.1.2 $\"";
 
 // A parameter class and the names under which its converter and its release tell their assertions.
-struct Converter {
+struct ParameterConverter {
     Literal path;
     const Structure* structure; // null for the Long, which becomes a CK_ULONG
     const char* convert;
@@ -27,12 +23,17 @@ struct Converter {
     const char* freedName; // the native structure as the release names it
 };
 
-constexpr Converter converter(const Structure& structure, const char* convert, const char* free)
+namespace {
+
+[[gnu::used]] const char* const fileVersion =
+    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/convToCK_mechanisms $\" \"$Revision: 1.1.1.2 $\"";
+
+constexpr ParameterConverter converter(const Structure& structure, const char* convert, const char* free)
 {
     return {structure.path, &structure, convert, free, structure.name};
 }
 
-constexpr Converter s_converters[] = {
+constexpr ParameterConverter s_converters[] = {
     converter(RSA_PKCS_OAEP, "convertRsaPkcsOaepParams", "freeRsaPkcsOaepParams"),
     converter(RSA_PKCS_PSS, "convertRsaPkcsPssParams", "freeRsaPkcsPssParams"),
     {"java/lang/Long", nullptr, "convertLongParam", "freeLongParam", "CK_ULONG"},
@@ -63,25 +64,23 @@ constexpr Converter s_converters[] = {
 constexpr std::size_t ROWS = std::size(s_converters);
 
 // The classes of the rows, and last the class that most parameters have, which no row is for.
-constexpr auto PARAMETER_CLASS_PATHS = []<std::size_t... row>(std::index_sequence<row...>)
+template <std::size_t... row>
+constexpr auto parameterClassPaths(std::index_sequence<row...>)
 {
     return std::array{s_converters[row].path..., Literal("[B")};
 }
-(std::make_index_sequence<ROWS>());
+constexpr auto PARAMETER_CLASS_PATHS = parameterClassPaths(std::make_index_sequence<ROWS>());
 
-// The row of whose class the object is, or null, with an exception pending when a lookup raised.
-const Converter* converterOf(JNIEnv* env, jobject object)
+// The row of whose class the object is, or null. The classes are those of the paths.
+const ParameterConverter* converterOf(JNIEnv* env, const jclass* classes, jobject object)
 {
-    jclass classes[ROWS + 1];
-    if (!FindClasses(env, PARAMETER_CLASS_PATHS, classes)) return nullptr;
-    if (env->IsInstanceOf(object, classes[ROWS])) return nullptr;
     for (std::size_t row = 0; row < ROWS; ++row) {
         if (env->IsInstanceOf(object, classes[row])) return &s_converters[row];
     }
     return nullptr;
 }
 
-void freeParameter(const Converter& row, CK_VOID_PTR parameter, CK_ULONG paramLen)
+void freeParameter(const ParameterConverter& row, CK_VOID_PTR parameter, CK_ULONG paramLen)
 {
     const CK_ULONG size = row.structure != nullptr ? row.structure->size : sizeof(CK_ULONG);
     if (paramLen != size) {
@@ -91,6 +90,31 @@ void freeParameter(const Converter& row, CK_VOID_PTR parameter, CK_ULONG paramLe
     }
     if (row.structure != nullptr) return freeStructure(*row.structure, parameter);
     wipeAndFree(parameter);
+}
+
+// Into a cleared record. False with an exception pending; a buffer may have been made all the same.
+bool convertParameter(
+    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const ParameterConverter*& converter)
+{
+    const jclass* const classes = FindClasses(env, PARAMETER_CLASS_PATHS);
+    if (classes == nullptr) return false;
+    if (env->IsInstanceOf(object, classes[ROWS])) {
+        CK_BYTE_PTR bytes = nullptr;
+        jByteArrayToCKByteArray(env, static_cast<jbyteArray>(object), &bytes, &mechanism.ulParameterLen);
+        mechanism.pParameter = bytes;
+        return bytes != nullptr;
+    }
+    converter = converterOf(env, classes, object);
+    if (converter == nullptr) {
+        jObjectToPrimitiveCKObjectPtrPtr(env, object, &mechanism.pParameter, &mechanism.ulParameterLen);
+        return !env->ExceptionCheck();
+    }
+    const Structure* const structure = converter->structure;
+    mechanism.pParameter = structure != nullptr ? newStructure(env, *structure, object, converter->convert)
+                                                : jLongObjectToCKULongPtr(env, object);
+    if (mechanism.pParameter == nullptr) return !env->ExceptionCheck();
+    mechanism.ulParameterLen = structure != nullptr ? structure->size : sizeof(CK_ULONG);
+    return true;
 }
 
 // An exception that is set aside while something must be done, and thrown again at the end. One that was
@@ -117,30 +141,40 @@ struct ExceptionAside {
 
 } // namespace
 
+bool convertMechanism(
+    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const ParameterConverter*& converter)
+{
+    const jclass cls = FindClass(env, "halvorn/zerlin/CK_MECHANISM");
+    const jclass typeClass = FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
+    const jfieldID typeField =
+        GetFieldID(env, cls, "mechanism", "Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;");
+    const jfieldID typeValue = GetFieldID(env, typeClass, "m_value", "J");
+    const jfieldID parameterField = GetFieldID(env, cls, "pParameter", "Ljava/lang/Object;");
+    const jfieldID lengthField = GetFieldID(env, cls, "parameterLen", "J");
+    if (typeField == nullptr || typeValue == nullptr) return false;
+    if (parameterField == nullptr || lengthField == nullptr) return false;
+    if (object == nullptr) return true;
+    // The two references live as long as the call. The field's own class vouches for that of the type.
+    const jobject type = env->GetObjectField(object, typeField);
+    mechanism.mechanism = type == nullptr ? CK_UNAVAILABLE_INFORMATION
+                                          : static_cast<CK_ULONG>(env->GetLongField(type, typeValue));
+    const jobject parameter = env->GetObjectField(object, parameterField);
+    if (parameter != nullptr && !convertParameter(env, parameter, mechanism, converter)) return false;
+    mechanism.ulParameterLen = static_cast<CK_ULONG>(env->GetLongField(object, lengthField));
+    return true;
+}
+
+void freeMechanismParameter(const ParameterConverter* converter, const CK_MECHANISM& mechanism)
+{
+    if (converter == nullptr) return wipeAndFree(mechanism.pParameter);
+    freeParameter(*converter, mechanism.pParameter, mechanism.ulParameterLen);
+}
+
 CK_MECHANISM jMechanismToCKMechanism(JNIEnv* env, jobject object)
 {
     CK_MECHANISM mechanism{};
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_MECHANISM");
-    if (cls == nullptr || object == nullptr) return mechanism;
-
-    const LocalRef<jobject> type(
-        env, GetObjectField(env, cls, object, "mechanism", "Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;"));
-    if (type == nullptr && env->ExceptionCheck()) return mechanism;
-    const CK_MECHANISM_TYPE typeValue = jMechanismTypeToCKMechanismType(env, type);
-    if (typeValue == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return mechanism;
-    mechanism.mechanism = typeValue;
-
-    const LocalRef<jobject> parameter(
-        env, GetObjectField(env, cls, object, "pParameter", "Ljava/lang/Object;"));
-    if (parameter != nullptr) {
-        jMechanismParameterToCKMechanismParameter(
-            env, parameter, &mechanism.pParameter, &mechanism.ulParameterLen);
-    }
-    if (env->ExceptionCheck()) return mechanism;
-
-    const CK_ULONG parameterLen = GetLongField(env, cls, object, "parameterLen");
-    if (parameterLen == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return mechanism;
-    mechanism.ulParameterLen = parameterLen;
+    const ParameterConverter* converter = nullptr;
+    convertMechanism(env, object, mechanism, converter);
     return mechanism;
 }
 
@@ -150,20 +184,11 @@ void jMechanismParameterToCKMechanismParameter(
     assertThat(ckpParamPtr != nullptr && ckpLength != nullptr,
         "ckpParamPtr != ((void *)0) && ckpLength != ((void *)0)", "convToCK",
         "jMechanismParameterToCKMechanismParameter");
-    *ckpParamPtr = nullptr;
-    *ckpLength = 0;
-    if (object == nullptr) return;
-    const Converter* const row = converterOf(env, object);
-    if (row == nullptr && env->ExceptionCheck()) return;
-    if (row == nullptr) return jObjectToPrimitiveCKObjectPtrPtr(env, object, ckpParamPtr, ckpLength);
-
-    if (row->structure == nullptr) {
-        *ckpParamPtr = jLongObjectToCKULongPtr(env, object);
-        if (*ckpParamPtr != nullptr) *ckpLength = sizeof(CK_ULONG);
-        return;
-    }
-    *ckpParamPtr = newStructure(env, *row->structure, object, row->convert);
-    if (*ckpParamPtr != nullptr) *ckpLength = row->structure->size;
+    CK_MECHANISM mechanism{};
+    const ParameterConverter* converter = nullptr;
+    if (object != nullptr) convertParameter(env, object, mechanism, converter);
+    *ckpParamPtr = mechanism.pParameter;
+    *ckpLength = mechanism.ulParameterLen;
 }
 
 void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR mechanism)
@@ -175,10 +200,8 @@ void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR 
     const LocalRef<jobject> object(
         env, GetObjectField(env, cls, jMechanism, "pParameter", "Ljava/lang/Object;"));
     if (object == nullptr) return;
-    const Converter* const row = converterOf(env, object);
-    if (row == nullptr && env->ExceptionCheck()) return;
-    if (row != nullptr) return freeParameter(*row, mechanism->pParameter, mechanism->ulParameterLen);
-    wipeAndFree(mechanism->pParameter);
+    const jclass* const classes = FindClasses(env, PARAMETER_CLASS_PATHS);
+    if (classes != nullptr) freeMechanismParameter(converterOf(env, classes, object), *mechanism);
 }
 
 } // namespace zerlin

@@ -55,27 +55,32 @@ struct OwnedAttributes {
     CK_ULONG count;
 };
 
-void readNumber(Reading& reading, const Member& member)
+// False with an exception pending.
+bool readNumber(Reading& reading, const Member& member)
 {
     const CK_ULONG value = GetLongField(reading.env, reading.cls, reading.object, member.field);
-    if (reading.env->ExceptionCheck()) return;
+    if (value == CK_UNAVAILABLE_INFORMATION && reading.env->ExceptionCheck()) return false;
     put(reading.data + member.offset, value);
     if (member.assertion != nullptr) {
         assertThat(value == reading.ckTemp, member.assertion, "convToCK", reading.function);
     }
+    return true;
 }
 
-// A member whose object holds the value.
+// A member whose object holds the value. False with an exception pending.
 template <typename Native>
-void readHolder(
+bool readHolder(
     Reading& reading, const Member& member, Literal signature, Native (*convert)(JNIEnv*, jobject))
 {
     JNIEnv* const env = reading.env;
-    const LocalRef<jobject> holder(
-        env, GetObjectField(env, reading.cls, reading.object, member.field, signature));
-    if (env->ExceptionCheck()) return;
+    const jfieldID field = GetFieldID(env, reading.cls, member.field, signature);
+    if (field == nullptr) return false;
+    const LocalRef<jobject> holder(env, env->GetObjectField(reading.object, field));
     const Native value = convert(env, holder);
-    if (!env->ExceptionCheck()) put(reading.data + member.offset, value);
+    const bool mayHaveFailed = value == 0 || value == static_cast<Native>(CK_UNAVAILABLE_INFORMATION);
+    if (mayHaveFailed && env->ExceptionCheck()) return false;
+    put(reading.data + member.offset, value);
+    return true;
 }
 
 void readCappedInt(Reading& reading, const Member& member)
@@ -124,7 +129,7 @@ void readText(Reading& reading, const Member& member)
     CopyJByteArrayToCKByteArray(env, array, text, length);
 }
 
-void readMembers(Reading& reading, const Structure& structure);
+bool readMembers(Reading& reading, const Structure& structure);
 
 // A structure within the parameter object. There is none where the Java object is null: the native members
 // stay zero.
@@ -191,7 +196,8 @@ void readHandles(Reading& reading, const Member& member)
     put(reading.data + member.offset, handles);
 }
 
-void readMember(Reading& reading, const Member& member)
+// False with an exception pending.
+bool readMember(Reading& reading, const Member& member)
 {
     switch (member.kind) {
     case MemberKind::Number:
@@ -206,38 +212,47 @@ void readMember(Reading& reading, const Member& member)
     case MemberKind::BBool:
         return readHolder(reading, member, BBOOL, jBBoolToCKBBool);
     case MemberKind::Byte:
-        return put(reading.data + member.offset,
+        put(reading.data + member.offset,
             byteToCK(GetByteField(reading.env, reading.cls, reading.object, member.field)));
+        break;
     case MemberKind::CappedInt:
-        return readCappedInt(reading, member);
+        readCappedInt(reading, member);
+        break;
     case MemberKind::Array:
-        return readArray(reading, member);
+        readArray(reading, member);
+        break;
     case MemberKind::Bytes:
     case MemberKind::InitVector:
     case MemberKind::KeyIV:
-        return readBytes(reading, member);
+        readBytes(reading, member);
+        break;
     case MemberKind::BytesIfCounted:
-        return readBytesIfCounted(reading, member);
+        readBytesIfCounted(reading, member);
+        break;
     case MemberKind::Text:
-        return readText(reading, member);
+        readText(reading, member);
+        break;
     case MemberKind::Nested:
     case MemberKind::Pointed:
-        return readNested(reading, member);
+        readNested(reading, member);
+        break;
     case MemberKind::Attributes:
-        return readAttributes(reading, member);
+        readAttributes(reading, member);
+        break;
     case MemberKind::HandleCount:
-        return readHandleCount(reading, member);
+        readHandleCount(reading, member);
+        break;
     case MemberKind::Handles:
-        return readHandles(reading, member);
+        readHandles(reading, member);
+        break;
     }
+    return !reading.env->ExceptionCheck();
 }
 
-void readMembers(Reading& reading, const Structure& structure)
+bool readMembers(Reading& reading, const Structure& structure)
 {
-    for (const Member& member : structure.members) {
-        readMember(reading, member);
-        if (reading.env->ExceptionCheck()) return;
-    }
+    return std::ranges::all_of(
+        structure.members, [&](const Member& member) { return readMember(reading, member); });
 }
 
 void freeAttributes(const CK_BYTE* data)
@@ -289,8 +304,7 @@ void* newStructure(JNIEnv* env, const Structure& structure, jobject object, cons
     auto* const data = static_cast<CK_BYTE_PTR>(std::calloc(1, structure.size + sizeof(OwnedAttributes)));
     if (data == nullptr) return nullptr;
     Reading reading{env, function, cls, object, data};
-    readMembers(reading, structure);
-    if (!env->ExceptionCheck()) return data;
+    if (readMembers(reading, structure)) return data;
     freeStructure(structure, data);
     return nullptr;
 }

@@ -15,7 +15,10 @@ jobject newHolder(JNIEnv* env, Literal path, CK_ULONG value, Literal field = "m_
     const jclass cls = FindClass(env, path);
     if (cls == nullptr) return nullptr;
     const jobject holder = env->AllocObject(cls);
-    if (holder != nullptr) SetLongField(env, cls, holder, field, value);
+    if (holder == nullptr) return nullptr;
+    const jfieldID valueField = GetFieldID(env, cls, field, "J");
+    // The fields of a new object are zero already.
+    if (valueField != nullptr && value != 0) env->SetLongField(holder, valueField, static_cast<jlong>(value));
     return holder;
 }
 
@@ -177,7 +180,7 @@ jbyteArray ckByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG 
     const jbyteArray array = env->NewByteArray(static_cast<jsize>(n));
     if (array == nullptr) return nullptr;
     env->SetByteArrayRegion(array, 0, static_cast<jsize>(n), reinterpret_cast<const jbyte*>(source));
-    return env->ExceptionCheck() ? nullptr : array;
+    return array;
 }
 
 jlongArray ckULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG n)

@@ -237,9 +237,9 @@ void CopyJVersionToCKVersion(JNIEnv* env, jobject object, CK_VERSION* destinatio
 
 void CopyJObjectPrimativeToCKObjectPtr(JNIEnv* env, jobject value, CK_VOID_PTR destination, CK_ULONG capacity)
 {
-    ValueClasses classes;
     constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
-    if (!findValueClasses(env, classes, ROWS)) return;
+    const jclass* const classes = findValueClasses(env, ROWS);
+    if (classes == nullptr) return;
     if (value == nullptr || destination == nullptr || capacity == 0) return;
     const std::size_t row = valueClassOf(env, classes, ROWS, value);
     if (row == ROWS || capacity < minimumCapacity(VALUE_CLASSES[row].kind)) {

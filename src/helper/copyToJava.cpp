@@ -14,7 +14,8 @@ namespace {
 [[gnu::used]] const char* const fileVersion =
     "FileVersion: \"$RCSfile: prod/zerlin/src/helper/copyToJava $\" \"$Revision: 1.1.1.2 $\"";
 
-// One field of an information record. False with an exception pending.
+// One field of an information record. False with an exception pending. The few references of a record live as
+// long as the call.
 bool writeField(JNIEnv* env, jclass cls, jobject target, const RecordField& field, const CK_BYTE* record)
 {
     const CK_BYTE* const member = record + field.offset;
@@ -22,19 +23,18 @@ bool writeField(JNIEnv* env, jclass cls, jobject target, const RecordField& fiel
     case RecordFieldKind::Number:
         return SetLongField(env, cls, target, field.name, numberAt(member));
     case RecordFieldKind::Text: {
-        const LocalRef<jbyteArray> text(env, ckCharArrayToJByteArray(env, member, field.width));
+        const jbyteArray text = ckCharArrayToJByteArray(env, member, field.width);
         return text != nullptr && SetObjectField(env, cls, target, field.name, "[B", text);
     }
     case RecordFieldKind::Version: {
-        const LocalRef<jobject> version(
-            env, ckVersionPtrToJVersion(env, reinterpret_cast<const CK_VERSION*>(member)));
+        const jobject version = ckVersionPtrToJVersion(env, reinterpret_cast<const CK_VERSION*>(member));
         return version != nullptr &&
                SetObjectField(env, cls, target, field.name, "Lhalvorn/zerlin/CK_VERSION;", version);
     }
     case RecordFieldKind::State: {
         const jclass stateClass = FindClass(env, "halvorn/zerlin/constants/CK_STATE");
-        const LocalRef<jobject> state(
-            env, GetObjectField(env, cls, target, field.name, "Lhalvorn/zerlin/constants/CK_STATE;"));
+        const jobject state =
+            GetObjectField(env, cls, target, field.name, "Lhalvorn/zerlin/constants/CK_STATE;");
         if (state != nullptr) setLongValue(env, stateClass, state, numberAt(member));
         return !env->ExceptionCheck();
     }
@@ -53,27 +53,28 @@ void writeRecord(
     }
 }
 
-// The array's elements up to count, each handed to write, which answers whether to go on.
-template <typename Write>
+// The array's elements up to count, each handed to write, which answers whether to go on. The class of the
+// array vouches for theirs.
+template <jsize STEP, typename Write>
 void writeObjects(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target, Literal arrayPath,
     jclass elementClass, Write write)
 {
     const jclass arrayClass = FindClass(env, arrayPath);
     if (arrayClass == nullptr || elementClass == nullptr || source == nullptr || target == nullptr) return;
     if (!env->IsInstanceOf(target, arrayClass)) return;
-    const jsize elements = elementsToCopy(env, target, count);
-    for (jsize i = 0; i < elements; ++i) {
-        const LocalRef<jobject> element(env, env->GetObjectArrayElement(target, i));
-        if (element == nullptr && env->ExceptionCheck()) return;
-        if (!write(element.reference, source[i])) return;
-    }
+    forEachElement<STEP>(env, target, elementsToCopy(env, target, count),
+        [&](jsize i, jobject element) { return write(element, source[i]); });
 }
 
-// Calls setValue on the element; false with an exception pending.
-bool writeMechanismType(JNIEnv* env, jclass cls, jobject element, CK_ULONG value)
+// Calls setValue on every mechanism type of the array.
+void writeMechanismTypes(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target)
 {
-    setLongValue(env, cls, element, value);
-    return !env->ExceptionCheck();
+    const jclass cls = FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
+    writeObjects<4>(env, source, count, target, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", cls,
+        [env, cls](jobject element, CK_ULONG value) {
+            setLongValue(env, cls, element, value);
+            return !env->ExceptionCheck();
+        });
 }
 
 } // namespace
@@ -154,29 +155,21 @@ void CopyCKULongArrayToJObjectHandleArray(
     JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target)
 {
     const jclass cls = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    writeObjects(env, source, count, target, "[Lhalvorn/zerlin/CK_OBJECT_HANDLE;", cls,
-        [env, cls](jobject element, CK_ULONG value) {
-            return env->IsInstanceOf(element, cls) && SetLongField(env, cls, element, "m_value", value);
-        });
+    writeObjects<14>(env, source, count, target, "[Lhalvorn/zerlin/CK_OBJECT_HANDLE;", cls,
+        [env, cls](
+            jobject element, CK_ULONG value) { return SetLongField(env, cls, element, "m_value", value); });
 }
 
 void CopyCKULongArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
-    writeObjects(env, source, count, target, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", cls,
-        [env, cls](jobject element, CK_ULONG value) {
-            return env->IsInstanceOf(element, cls) && writeMechanismType(env, cls, element, value);
-        });
+    writeMechanismTypes(env, source, count, target);
 }
 
 void CopyCKMechanismTypeArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_MECHANISM_TYPE* source, CK_ULONG count, jobjectArray target)
 {
-    if (FindClass(env, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;") == nullptr) return;
-    const jclass cls = FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
-    writeObjects(env, source, count, target, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", cls,
-        [env, cls](jobject element, CK_ULONG value) { return writeMechanismType(env, cls, element, value); });
+    writeMechanismTypes(env, source, count, target);
 }
 
 void setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value)

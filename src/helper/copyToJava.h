@@ -36,9 +36,10 @@ void CopyCKMechanismTypeArrayToJMechanismTypeArray(
 
 // A served template back into the caller's CK_ATTRIBUTE objects, for the elements below both the count and
 // the array's length. Each value is written into the object that pValue holds, in the way of that object's
-// class; valueLen gets the native length. An attribute of type CKA_WILDCARD takes the native type.
-void CopyCKAttributeArrayToJAttributeArray(
-    JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target);
+// class; valueLen gets the native length. An attribute of type CKA_WILDCARD takes the native type; who knows
+// that there is none of them spares the search.
+void CopyCKAttributeArrayToJAttributeArray(JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count,
+    jobjectArray target, bool mayHaveWildcards = true);
 void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target);
 // Silent where the native value is too short for the object; UnsupportedOperationException for a class that
 // cannot be written to. Long and Boolean objects are changed in place: wanted.

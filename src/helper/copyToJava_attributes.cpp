@@ -11,6 +11,8 @@ namespace {
 [[gnu::used]] const char* const fileVersion =
     "FileVersion: \"$RCSfile: prod/zerlin/src/helper/copyToJava_attributes $\" \"$Revision: 1.1.1.2 $\"";
 
+constexpr std::size_t ROWS = WRITABLE_VALUE_CLASSES;
+
 // What the native value must have at least; a shorter one is not written.
 CK_ULONG minimumLength(ValueKind kind)
 {
@@ -60,25 +62,44 @@ void writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const v
     }
 }
 
-// The caller asks for a pending exception.
-void writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBUTE& source, jobject target)
+// What a value of Java is given from a native one. The classes are those of the rows that can be written to.
+void writeObject(JNIEnv* env, const jclass* classes, std::size_t likely, const void* pValue, CK_ULONG length,
+    jobject target)
 {
-    if (target == nullptr || !env->IsInstanceOf(target, fields.cls)) return;
-    const LocalRef<jobject> type(env, env->GetObjectField(target, fields.type));
-    if (typeOf(env, fields, type) == CKA_WILDCARD) {
-        setLongValue(env, fields.typeClass, type, source.type);
-        if (env->ExceptionCheck()) return;
-    }
-    const LocalRef<jobject> value(env, env->GetObjectField(target, fields.pValue));
-    CopyCKObjectPtrToJObjectPrimitive(env, source.pValue, source.ulValueLen, value);
-    if (env->ExceptionCheck()) return;
+    if (target == nullptr || pValue == nullptr || length == 0) return;
+    const std::size_t row = valueClassOf(env, classes, ROWS, target, likely);
+    if (row == ROWS) return throwUnsupportedClass(env, "Can not copy from CK type to %s", target);
+    const ValueKind kind = VALUE_CLASSES[row].kind;
+    if (length < minimumLength(kind)) return;
+    writeValue(env, kind, classes[row], target, pValue, length);
+}
+
+// False with an exception pending.
+bool writeType(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBUTE& source, jobject target)
+{
+    const jobject type = env->GetObjectField(target, fields.type);
+    if (typeOf(env, fields, type) != CKA_WILDCARD) return true;
+    setLongValue(env, fields.typeClass, type, source.type);
+    return !env->ExceptionCheck();
+}
+
+// The target is a CK_ATTRIBUTE or null. False with an exception pending.
+bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const jclass* classes,
+    const CK_ATTRIBUTE& source, bool mayBeWildcard, jobject target)
+{
+    if (target == nullptr) return true;
+    if (mayBeWildcard && !writeType(env, fields, source, target)) return false;
+    const jobject value = env->GetObjectField(target, fields.pValue);
+    writeObject(env, classes, likelyRow(source.type), source.pValue, source.ulValueLen, value);
+    if (env->ExceptionCheck()) return false;
     env->SetLongField(target, fields.valueLen, static_cast<jlong>(source.ulValueLen));
+    return true;
 }
 
 } // namespace
 
 void CopyCKAttributeArrayToJAttributeArray(
-    JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target)
+    JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target, bool mayHaveWildcards)
 {
     const jclass cls = FindClass(env, "[Lhalvorn/zerlin/CK_ATTRIBUTE;");
     if (cls == nullptr || source == nullptr || target == nullptr) return;
@@ -86,31 +107,26 @@ void CopyCKAttributeArrayToJAttributeArray(
     const jsize length = elementsToCopy(env, target, count);
     AttributeFields fields;
     if (length == 0 || !findAttributeFields(env, fields)) return;
-    for (jsize i = 0; i < length; ++i) {
-        const LocalRef<jobject> element(env, env->GetObjectArrayElement(target, i));
-        if (element == nullptr && env->ExceptionCheck()) return;
-        writeAttribute(env, fields, source[i], element);
-        if (env->ExceptionCheck()) return;
-    }
+    const jclass* const classes = findValueClasses(env, ROWS);
+    if (classes == nullptr) return;
+    forEachElement<4>(env, target, length, [&](jsize i, jobject element) {
+        return writeAttribute(env, fields, classes, source[i], mayHaveWildcards, element);
+    });
 }
 
 void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target)
 {
     AttributeFields fields;
-    if (findAttributeFields(env, fields) && source != nullptr) writeAttribute(env, fields, *source, target);
+    if (!findAttributeFields(env, fields) || source == nullptr) return;
+    const jclass* const classes = findValueClasses(env, ROWS);
+    if (classes == nullptr) return;
+    writeAttribute(env, fields, classes, *source, true, attributeOrNull(env, fields, false, target));
 }
 
 void CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target)
 {
-    ValueClasses classes;
-    constexpr std::size_t ROWS = WRITABLE_VALUE_CLASSES;
-    if (!findValueClasses(env, classes, ROWS)) return;
-    if (target == nullptr || pValue == nullptr || length == 0) return;
-    const std::size_t row = valueClassOf(env, classes, ROWS, target);
-    if (row == ROWS) return throwUnsupportedClass(env, "Can not copy from CK type to %s", target);
-    const ValueKind kind = VALUE_CLASSES[row].kind;
-    if (length < minimumLength(kind)) return;
-    writeValue(env, kind, classes[row], target, pValue, length);
+    const jclass* const classes = findValueClasses(env, ROWS);
+    if (classes != nullptr) writeObject(env, classes, 0, pValue, length, target);
 }
 
 } // namespace zerlin

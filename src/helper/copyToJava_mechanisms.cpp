@@ -118,12 +118,12 @@ void CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobjec
 {
     const jclass cls = FindClass(env, "halvorn/zerlin/CK_MECHANISM");
     if (cls == nullptr || source == nullptr || target == nullptr) return;
-    if (!env->IsInstanceOf(target, cls)) return;
+    if (source->pParameter == nullptr || !env->IsInstanceOf(target, cls)) return;
     const LocalRef<jobject> parameter(
         env, GetObjectField(env, cls, target, "pParameter", "Ljava/lang/Object;"));
     if (env->ExceptionCheck()) return;
     const CK_ULONG parameterLen = GetLongField(env, cls, target, "parameterLen");
-    if (env->ExceptionCheck() || parameter == nullptr || source->pParameter == nullptr) return;
+    if (env->ExceptionCheck() || parameter == nullptr) return;
 
     if (isPbeMech(source->mechanism)) writePbe(env, source->pParameter, parameter);
     if (env->ExceptionCheck()) return;

@@ -73,19 +73,19 @@ inline constexpr ValueClass VALUE_CLASSES[] = {
 // How many of them can be written back to: the first rows.
 inline constexpr std::size_t WRITABLE_VALUE_CLASSES = 18;
 
-inline constexpr auto VALUE_CLASS_PATHS = []<std::size_t... row>(std::index_sequence<row...>)
+template <std::size_t... row>
+constexpr auto valueClassPaths(std::index_sequence<row...>)
 {
     return std::array{VALUE_CLASSES[row].path...};
 }
-(std::make_index_sequence<std::size(VALUE_CLASSES)>());
+inline constexpr auto VALUE_CLASS_PATHS =
+    valueClassPaths(std::make_index_sequence<std::size(VALUE_CLASSES)>());
 
-using ValueClasses = std::array<jclass, std::size(VALUE_CLASSES)>;
-
-// Looks up the first rows' classes, all of them before any is used. False with an exception pending when one
+// Looks up the first rows' classes, all of them before any is used. Null with an exception pending when one
 // cannot be found.
-inline bool findValueClasses(JNIEnv* env, ValueClasses& classes, std::size_t rows)
+inline const jclass* findValueClasses(JNIEnv* env, std::size_t rows)
 {
-    return FindClasses(env, std::span(VALUE_CLASS_PATHS).first(rows), classes.data());
+    return FindClasses(env, std::span(VALUE_CLASS_PATHS).first(rows));
 }
 
 // The rows in the order of the tests, those that nearly all values have first. No object is of two rows, so
@@ -94,11 +94,42 @@ inline constexpr std::size_t TESTED_ROWS[] = {
     0, 2, 1, 12, 9, 3, 4, 5, 6, 7, 8, 10, 11, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25};
 static_assert(std::size(TESTED_ROWS) == std::size(VALUE_CLASSES));
 
-// The row whose class the value has, or the number of rows.
-inline std::size_t valueClassOf(JNIEnv* env, const ValueClasses& classes, std::size_t rows, jobject value)
+// The row that a value of an attribute of that type nearly always has.
+inline std::size_t likelyRow(CK_ATTRIBUTE_TYPE type)
 {
+    switch (type) {
+    case CKA_CLASS:
+        return 12;
+    case CKA_KEY_TYPE:
+        return 9;
+    case CKA_TOKEN:
+    case CKA_PRIVATE:
+    case CKA_SENSITIVE:
+    case CKA_ENCRYPT:
+    case CKA_DECRYPT:
+    case CKA_WRAP:
+    case CKA_UNWRAP:
+    case CKA_SIGN:
+    case CKA_VERIFY:
+    case CKA_DERIVE:
+    case CKA_EXTRACTABLE:
+    case CKA_MODIFIABLE:
+        return 2;
+    case CKA_VALUE_LEN:
+    case CKA_MODULUS_BITS:
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+// The row whose class the value has, or the number of rows.
+inline std::size_t valueClassOf(
+    JNIEnv* env, const jclass* classes, std::size_t rows, jobject value, std::size_t likely = 0)
+{
+    if (env->IsInstanceOf(value, classes[likely])) return likely;
     for (const std::size_t row : TESTED_ROWS) {
-        if (row < rows && env->IsInstanceOf(value, classes[row])) return row;
+        if (row < rows && row != likely && env->IsInstanceOf(value, classes[row])) return row;
     }
     return rows;
 }

@@ -32,10 +32,10 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1FindObject(
     JNIEnv* env, jclass, jobject hSession, jobject objectClass, jbyteArray label, jobject phObject)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (phObject == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_OBJECT_CLASS objectClassValue = jObjectClassToCKObjectClass(env, objectClass);
     if (hasFailed(env, objectClassValue)) return nullptr;
     const Label text(env, label);
@@ -45,7 +45,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1FindObject(
     CK_OBJECT_HANDLE object = 0;
     const CK_RV rv =
         CT_OpenObject(session, objectClassValue, reinterpret_cast<const char*>(text.data), &object);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) SetLongField(env, handleClass, phObject, "m_value", object);
     return result(env, rv);
 }

@@ -16,10 +16,10 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1GetAttributeValue(JNIE
     jobject hSession, jobject hObject, jobject type, jobject value, jlong ulValueLen, jobject pulValueLen)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulValueLen == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
     if (hasFailed(env, object)) return nullptr;
     const CK_ATTRIBUTE_TYPE attributeType = jAttributeTypeToCKAttributeType(env, type);
@@ -29,7 +29,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1GetAttributeValue(JNIE
 
     CK_ULONG length = 0;
     const CK_RV rv = GetAttr(session, object, attributeType, native.data, toCK(ulValueLen), &length);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv != CKR_OK) return ckRVToJRV(env, rv);
     SetLongField(env, longRefClass, pulValueLen, "value", length);
     if (env->ExceptionCheck()) return nullptr;

@@ -15,22 +15,22 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1CopyObject(JNIEnv* en
     jobject hSession2, jobject hObject, jobjectArray pTemplate, jlong ulCount, jobject phNewObject)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (phNewObject == nullptr || isMissing(pTemplate, ulCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session1 = jSessionHandleToCKSessionHandle(env, hSession1);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session1)) return nullptr;
     const CK_SESSION_HANDLE session2 = jSessionHandleToCKSessionHandle(env, hSession2);
     if (hasFailed(env, session2)) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
     if (hasFailed(env, object)) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
 
     CK_OBJECT_HANDLE newObject = 0;
     const CK_RV rv =
         CT_CopyObject(session1, session2, object, attributes.attributes, toCK(ulCount), &newObject);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK && !SetLongField(env, handleClass, phNewObject, "m_value", newObject)) return nullptr;
     return ckRVToJRV(env, rv);
 }

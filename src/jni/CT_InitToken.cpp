@@ -15,10 +15,11 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1InitToken(
     JNIEnv* env, jclass, jobject hSession, jlong ulValue, jbyteArray pPin, jlong ulPinLen, jbyteArray pLabel)
 {
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput pin(env, pPin);
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    const ByteInput pin(env, memory, pPin);
     if (pin.failed) return nullptr;
-    const ByteInput label(env, pLabel);
+    const ByteInput label(env, memory, pLabel);
     if (label.failed) return nullptr;
-    return result(env, CT_InitToken(session, toCK(ulValue), pin.data, toCK(ulPinLen), label.data));
+    return answer(env, CT_InitToken(session, toCK(ulValue), pin.data, toCK(ulPinLen), label.data));
 }

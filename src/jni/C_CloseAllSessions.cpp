@@ -13,5 +13,5 @@ namespace {
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CloseAllSessions(JNIEnv* env, jclass, jlong slotID)
 {
-    return result(env, C_CloseAllSessions(toCK(slotID)));
+    return answer(env, C_CloseAllSessions(toCK(slotID)));
 }

@@ -15,19 +15,19 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CopyObject(JNIEnv* env
     jobject hObject, jobjectArray pTemplate, jlong ulCount, jobject phNewObject)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (phNewObject == nullptr || isMissing(pTemplate, ulCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
     if (hasFailed(env, object)) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
 
     CK_OBJECT_HANDLE newObject = 0;
     const CK_RV rv = C_CopyObject(session, object, attributes.attributes, toCK(ulCount), &newObject);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK && !SetLongField(env, handleClass, phNewObject, "m_value", newObject)) return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -15,17 +15,17 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CreateObject(
     JNIEnv* env, jclass, jobject hSession, jobjectArray pTemplate, jlong ulCount, jobject phObject)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (phObject == nullptr || isMissing(pTemplate, ulCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
 
     CK_OBJECT_HANDLE object = 0;
     const CK_RV rv = C_CreateObject(session, attributes.attributes, toCK(ulCount), &object);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK && !SetLongField(env, handleClass, phObject, "m_value", object)) return nullptr;
     return ckRVToJRV(env, rv);
 }

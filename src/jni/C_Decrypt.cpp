@@ -14,5 +14,6 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Decrypt(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pEncryptedData, jlong ulEncryptedDataLen, jbyteArray pData, jobject pulDataLen)
 {
-    return dataInDataOut(env, C_Decrypt, hSession, pEncryptedData, ulEncryptedDataLen, pData, pulDataLen);
+    return dataInDataOut(
+        env, C_Decrypt, PUBLIC_TO_SECRET, hSession, pEncryptedData, ulEncryptedDataLen, pData, pulDataLen);
 }

@@ -15,6 +15,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DecryptDigestUpdate(JN
     jobject hSession, jbyteArray pEncryptedPart, jlong ulEncryptedPartLen, jbyteArray pPart,
     jobject pulPartLen)
 {
-    return dataInDataOut(
-        env, C_DecryptDigestUpdate, hSession, pEncryptedPart, ulEncryptedPartLen, pPart, pulPartLen);
+    return dataInDataOut(env, C_DecryptDigestUpdate, PUBLIC_TO_SECRET, hSession, pEncryptedPart,
+        ulEncryptedPartLen, pPart, pulPartLen);
 }

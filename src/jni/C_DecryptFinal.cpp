@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DecryptFinal(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pLastPart, jobject pulLastPartLen)
 {
-    return finalDataOut(env, C_DecryptFinal, hSession, pLastPart, pulLastPartLen);
+    return finalDataOut(env, C_DecryptFinal, Content::Secret, hSession, pLastPart, pulLastPartLen);
 }

@@ -14,6 +14,6 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DecryptUpdate(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pEncryptedPart, jlong ulEncryptedPartLen, jbyteArray pPart, jobject pulPartLen)
 {
-    return dataInDataOut(
-        env, C_DecryptUpdate, hSession, pEncryptedPart, ulEncryptedPartLen, pPart, pulPartLen);
+    return dataInDataOut(env, C_DecryptUpdate, PUBLIC_TO_SECRET, hSession, pEncryptedPart, ulEncryptedPartLen,
+        pPart, pulPartLen);
 }

@@ -15,24 +15,24 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DeriveKey(JNIEnv* env,
     jobject pMechanism, jobject hBaseKey, jobjectArray pTemplate, jlong ulAttributeCount, jobject phKey)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     // A null phKey is not refused: the handle is then dropped, wanted.
     if (pMechanism == nullptr) return argumentsBad(env);
     if (isMissing(pTemplate, ulAttributeCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     Mechanism mechanism(env, pMechanism);
-    if (env->ExceptionCheck()) return nullptr;
+    if (mechanism.failed) return nullptr;
     const CK_OBJECT_HANDLE baseKey = jObjectHandleToCKObjectHandle(env, hBaseKey);
     if (hasFailed(env, baseKey)) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
 
     CK_OBJECT_HANDLE key = 0;
     const CK_RV rv =
         C_DeriveKey(session, &mechanism.native, baseKey, attributes.attributes, toCK(ulAttributeCount), &key);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
     return result(env, rv);
 }

@@ -15,8 +15,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DestroyObject(
     JNIEnv* env, jclass, jobject hSession, jobject hObject)
 {
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
     if (hasFailed(env, object)) return nullptr;
-    return result(env, C_DestroyObject(session, object));
+    return answer(env, C_DestroyObject(session, object));
 }

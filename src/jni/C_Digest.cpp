@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Digest(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pData, jlong ulDataLen, jbyteArray pDigest, jobject pulDigestLen)
 {
-    return dataInDataOut(env, C_Digest, hSession, pData, ulDataLen, pDigest, pulDigestLen);
+    return dataInDataOut(env, C_Digest, SECRET_TO_PUBLIC, hSession, pData, ulDataLen, pDigest, pulDigestLen);
 }

@@ -15,6 +15,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestEncryptUpdate(JN
     jobject hSession, jbyteArray pPart, jlong ulPartLen, jbyteArray pEncryptedPart,
     jobject pulEncryptedPartLen)
 {
-    return dataInDataOut(
-        env, C_DigestEncryptUpdate, hSession, pPart, ulPartLen, pEncryptedPart, pulEncryptedPartLen);
+    return dataInDataOut(env, C_DigestEncryptUpdate, SECRET_TO_PUBLIC, hSession, pPart, ulPartLen,
+        pEncryptedPart, pulEncryptedPartLen);
 }

@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestFinal(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pDigest, jobject pulDigestLen)
 {
-    return finalDataOut(env, C_DigestFinal, hSession, pDigest, pulDigestLen);
+    return finalDataOut(env, C_DigestFinal, Content::Public, hSession, pDigest, pulDigestLen);
 }

@@ -16,8 +16,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestInit(
 {
     if (pMechanism == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     Mechanism mechanism(env, pMechanism);
-    if (env->ExceptionCheck()) return nullptr;
-    return result(env, C_DigestInit(session, &mechanism.native));
+    if (mechanism.failed) return nullptr;
+    return answer(env, C_DigestInit(session, &mechanism.native));
 }

@@ -15,8 +15,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestKey(
     JNIEnv* env, jclass, jobject hSession, jobject hKey)
 {
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
     if (hasFailed(env, key)) return nullptr;
-    return result(env, C_DigestKey(session, key));
+    return answer(env, C_DigestKey(session, key));
 }

@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestUpdate(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pPart, jlong ulPartLen)
 {
-    return dataIn(env, C_DigestUpdate, hSession, pPart, ulPartLen);
+    return dataIn(env, C_DigestUpdate, Content::Secret, hSession, pPart, ulPartLen);
 }

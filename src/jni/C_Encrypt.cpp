@@ -14,5 +14,6 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Encrypt(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pData, jlong ulDataLen, jbyteArray pEncryptedData, jobject pulEncryptedDataLen)
 {
-    return dataInDataOut(env, C_Encrypt, hSession, pData, ulDataLen, pEncryptedData, pulEncryptedDataLen);
+    return dataInDataOut(
+        env, C_Encrypt, SECRET_TO_PUBLIC, hSession, pData, ulDataLen, pEncryptedData, pulEncryptedDataLen);
 }

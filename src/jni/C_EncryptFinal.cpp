@@ -14,5 +14,6 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1EncryptFinal(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pLastEncryptedPart, jobject pulLastEncryptedPartLen)
 {
-    return finalDataOut(env, C_EncryptFinal, hSession, pLastEncryptedPart, pulLastEncryptedPartLen);
+    return finalDataOut(
+        env, C_EncryptFinal, Content::Public, hSession, pLastEncryptedPart, pulLastEncryptedPartLen);
 }

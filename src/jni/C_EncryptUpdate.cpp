@@ -14,6 +14,6 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1EncryptUpdate(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pPart, jlong ulPartLen, jbyteArray pEncryptedPart, jobject pulEncryptedPartLen)
 {
-    return dataInDataOut(
-        env, C_EncryptUpdate, hSession, pPart, ulPartLen, pEncryptedPart, pulEncryptedPartLen);
+    return dataInDataOut(env, C_EncryptUpdate, SECRET_TO_PUBLIC, hSession, pPart, ulPartLen, pEncryptedPart,
+        pulEncryptedPartLen);
 }

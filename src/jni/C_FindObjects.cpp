@@ -15,18 +15,20 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1FindObjects(JNIEnv* en
     jobjectArray phObject, jlong ulMaxObjectCount, jobject pulObjectCount)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (isMissing(phObject, ulMaxObjectCount) || pulObjectCount == nullptr) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     // The capacity is the argument; the LongRef is output only.
-    const OutputBuffer<CK_OBJECT_HANDLE> objects(phObject != nullptr, toCK(ulMaxObjectCount));
+    CallMemory memory;
+    const OutputBuffer<CK_OBJECT_HANDLE> objects(
+        memory, phObject != nullptr, toCK(ulMaxObjectCount), Content::Public);
     if (phObject != nullptr && objects.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);
 
     CK_ULONG count = 0;
     const CK_RV rv = C_FindObjects(session, objects.data, toCK(ulMaxObjectCount), &count);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     SetLongField(env, longRefClass, pulObjectCount, "value", count);
     if (rv == CKR_OK) {
         CopyCKULongArrayToJObjectHandleArray(env, objects.data, objects.readable(count), phObject);

@@ -16,8 +16,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1FindObjectsInit(
 {
     if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
-    return result(env, C_FindObjectsInit(session, attributes.attributes, toCK(ulCount)));
+    if (attributes.failed) return nullptr;
+    return answer(env, C_FindObjectsInit(session, attributes.attributes, toCK(ulCount)));
 }

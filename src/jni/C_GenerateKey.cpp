@@ -15,20 +15,20 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKey(JNIEnv* en
     jobject pMechanism, jobjectArray pTemplate, jlong ulCount, jobject phKey)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (pMechanism == nullptr || phKey == nullptr) return argumentsBad(env);
     if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     Mechanism mechanism(env, pMechanism);
-    if (env->ExceptionCheck()) return nullptr;
+    if (mechanism.failed) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
 
     CK_OBJECT_HANDLE key = 0;
     const CK_RV rv = C_GenerateKey(session, &mechanism.native, attributes.attributes, toCK(ulCount), &key);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
     return result(env, rv);
 }

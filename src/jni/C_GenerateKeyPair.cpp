@@ -17,26 +17,26 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKeyPair(JNIEnv
     jobject phPrivateKey)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (pMechanism == nullptr || phPublicKey == nullptr || phPrivateKey == nullptr) return argumentsBad(env);
     if (isMissing(pPublicKeyTemplate, ulPublicKeyAttributeCount)) return argumentsBad(env);
     if (isMissing(pPrivateKeyTemplate, ulPrivateKeyAttributeCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     Mechanism mechanism(env, pMechanism);
-    if (env->ExceptionCheck()) return nullptr;
+    if (mechanism.failed) return nullptr;
     const Template publicAttributes(env, pPublicKeyTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (publicAttributes.failed) return nullptr;
     const Template privateAttributes(env, pPrivateKeyTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (privateAttributes.failed) return nullptr;
 
     CK_OBJECT_HANDLE publicKey = 0;
     CK_OBJECT_HANDLE privateKey = 0;
     const CK_RV rv = C_GenerateKeyPair(session, &mechanism.native, publicAttributes.attributes,
         toCK(ulPublicKeyAttributeCount), privateAttributes.attributes, toCK(ulPrivateKeyAttributeCount),
         &publicKey, &privateKey);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv != CKR_OK) return ckRVToJRV(env, rv);
     SetLongField(env, handleClass, phPublicKey, "m_value", publicKey);
     if (env->ExceptionCheck()) return nullptr;

@@ -9,19 +9,6 @@ namespace {
 [[gnu::used]] const char* const fileVersion =
     "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GenerateRandom $\" \"$Revision: 1.1.1.3 $\"";
 
-// Exactly as many zeroed bytes as are asked for, without the spare one of the other output buffers: wanted.
-struct RandomBuffer {
-    CK_BYTE_PTR const data;
-
-    RandomBuffer(bool isWanted, CK_ULONG length)
-        : data(isWanted ? static_cast<CK_BYTE_PTR>(std::calloc(length, 1)) : nullptr)
-    {
-    }
-    RandomBuffer(const RandomBuffer&) = delete;
-    RandomBuffer& operator=(const RandomBuffer&) = delete;
-    ~RandomBuffer() { wipeAndFree(data); }
-};
-
 } // namespace
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateRandom(
@@ -29,12 +16,14 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateRandom(
 {
     if (isMissing(pRandomData, ulRandomLen)) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const RandomBuffer random(pRandomData != nullptr, toCK(ulRandomLen));
+    if (hasFailed(env, session)) return nullptr;
+    // Exactly as many zeroed bytes as are asked for, without the spare one of the other outputs: wanted.
+    CallMemory memory;
+    const OutputBuffer<CK_BYTE> random(memory, pRandomData != nullptr, toCK(ulRandomLen), Content::Secret, 0);
     if (pRandomData != nullptr && random.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);
 
     const CK_RV rv = C_GenerateRandom(session, random.data, toCK(ulRandomLen));
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) CopyCKByteArrayToJByteArray(env, random.data, toCK(ulRandomLen), pRandomData);
-    return result(env, rv);
+    return ckRVToJRV(env, rv);
 }

@@ -16,15 +16,17 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetAttributeValue(
 {
     if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
     if (hasFailed(env, object)) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
+    const bool hasWildcards = std::any_of(attributes.attributes, attributes.attributes + attributes.count,
+        [](const CK_ATTRIBUTE& attribute) { return attribute.type == CKA_WILDCARD; });
 
     const CK_RV rv = C_GetAttributeValue(session, object, attributes.attributes, toCK(ulCount));
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     // Whatever the result, so that a sensitive or missing attribute does not hide what was served.
-    CopyCKAttributeArrayToJAttributeArray(env, attributes.attributes, toCK(ulCount), pTemplate);
+    CopyCKAttributeArrayToJAttributeArray(env, attributes.attributes, toCK(ulCount), pTemplate, hasWildcards);
     return result(env, rv);
 }

@@ -16,7 +16,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetInfo(JNIEnv* env, j
     if (pInfo == nullptr) return argumentsBad(env);
     CK_INFO info{};
     const CK_RV rv = C_GetInfo(&info);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) {
         info.libraryVersion = {3, 10}; // the version of this binding, wanted
         CopyCKInfoToJInfo(env, &info, pInfo);

@@ -20,7 +20,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetMechanismInfo(
 
     CK_MECHANISM_INFO info{};
     const CK_RV rv = C_GetMechanismInfo(toCK(slotID), mechanism, &info);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) CopyCKMechanismInfoToJMechanismInfo(env, &info, pInfo);
     return result(env, rv);
 }

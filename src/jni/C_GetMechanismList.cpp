@@ -15,10 +15,12 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetMechanismList(
     JNIEnv* env, jclass, jlong slotID, jobjectArray pMechanismList, jobject pulCount)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulCount == nullptr) return argumentsBad(env);
 
-    return callWithOutput(env, longRefClass, pulCount, pMechanismList, CopyCKULongArrayToJMechanismTypeArray,
+    CallMemory memory;
+    return callWithOutput(env, memory, Content::Public, longRefClass, pulCount, pMechanismList,
+        CopyCKULongArrayToJMechanismTypeArray,
         [slotID](CK_MECHANISM_TYPE_PTR mechanisms, CK_ULONG_PTR count) {
             return C_GetMechanismList(toCK(slotID), mechanisms, count);
         });

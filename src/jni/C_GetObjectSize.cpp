@@ -15,17 +15,17 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetObjectSize(
     JNIEnv* env, jclass, jobject hSession, jobject hObject, jobject pulSize)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulSize == nullptr) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
     if (hasFailed(env, object)) return nullptr;
 
     CK_ULONG size = 0;
     const CK_RV rv = C_GetObjectSize(session, object, &size);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK && !SetLongField(env, longRefClass, pulSize, "value", size)) return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -11,16 +11,17 @@ namespace {
 
 // Exactly as many bytes as the caller offers and not cleared, unlike every other output buffer: wanted.
 struct StateBuffer {
+    CallMemory memory;
     const CK_ULONG size;
     CK_BYTE_PTR const data;
 
     StateBuffer(bool isWanted, CK_ULONG capacity)
-        : size(capacity), data(isWanted ? static_cast<CK_BYTE_PTR>(std::malloc(capacity)) : nullptr)
+        : size(capacity), data(isWanted ? memory.take(capacity, false) : nullptr)
     {
     }
     StateBuffer(const StateBuffer&) = delete;
     StateBuffer& operator=(const StateBuffer&) = delete;
-    ~StateBuffer() { wipeAndFree(data); }
+    ~StateBuffer() { memory.release(data, size, Content::Secret); }
 };
 
 } // namespace
@@ -29,20 +30,20 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetOperationState(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pOperationState, jobject pulOperationStateLen)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulOperationStateLen == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     CK_ULONG length = GetLongField(env, longRefClass, pulOperationStateLen, "value");
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, length)) return nullptr;
 
     const StateBuffer state(pOperationState != nullptr, length);
     if (pOperationState != nullptr && state.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);
     const CK_RV rv = C_GetOperationState(session, state.data, &length);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     SetLongField(env, longRefClass, pulOperationStateLen, "value", length);
     if (rv == CKR_OK) {
         CopyCKByteArrayToJByteArray(env, state.data, std::min(length, state.size), pOperationState);
     }
-    return result(env, rv);
+    return ckRVToJRV(env, rv);
 }

@@ -16,11 +16,11 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetSessionInfo(
 {
     if (pInfo == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
 
     CK_SESSION_INFO info{};
     const CK_RV rv = C_GetSessionInfo(session, &info);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) CopyCKSessionInfoToJSessionInfo(env, &info, pInfo);
     return result(env, rv);
 }

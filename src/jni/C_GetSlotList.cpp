@@ -15,11 +15,12 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetSlotList(
     JNIEnv* env, jclass, jboolean tokenPresent, jlongArray pSlotList, jobject pulCount)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulCount == nullptr) return argumentsBad(env);
 
-    return callWithOutput(env, longRefClass, pulCount, pSlotList, CopyCKULongArrayToJLongArray,
-        [tokenPresent](CK_SLOT_ID_PTR slots, CK_ULONG_PTR count) {
+    CallMemory memory;
+    return callWithOutput(env, memory, Content::Public, longRefClass, pulCount, pSlotList,
+        CopyCKULongArrayToJLongArray, [tokenPresent](CK_SLOT_ID_PTR slots, CK_ULONG_PTR count) {
             return C_GetSlotList(tokenPresent == JNI_TRUE ? CK_TRUE : CK_FALSE, slots, count);
         });
 }

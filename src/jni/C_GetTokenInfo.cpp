@@ -17,7 +17,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetTokenInfo(
     if (pInfo == nullptr) return argumentsBad(env);
     CK_TOKEN_INFO info{};
     const CK_RV rv = C_GetTokenInfo(toCK(slotID), &info);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) CopyCKTokenInfoToJTokenInfo(env, &info, pInfo);
     return result(env, rv);
 }

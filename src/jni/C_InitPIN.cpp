@@ -16,8 +16,9 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1InitPIN(
 {
     if (isMissing(pPin, ulPinLen)) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput pin(env, pPin);
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    const ByteInput pin(env, memory, pPin);
     if (pin.failed) return nullptr;
-    return result(env, C_InitPIN(session, pin.data, toCK(ulPinLen)));
+    return answer(env, C_InitPIN(session, pin.data, toCK(ulPinLen)));
 }

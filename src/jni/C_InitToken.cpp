@@ -15,9 +15,10 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1InitToken(
     JNIEnv* env, jclass, jlong slotID, jbyteArray pPin, jlong ulPinLen, jbyteArray pLabel)
 {
     if (isMissing(pPin, ulPinLen)) return argumentsBad(env);
-    const ByteInput pin(env, pPin);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput label(env, pLabel);
+    CallMemory memory;
+    const ByteInput pin(env, memory, pPin);
+    if (pin.failed) return nullptr;
+    const ByteInput label(env, memory, pLabel);
     if (label.failed) return nullptr;
-    return result(env, C_InitToken(toCK(slotID), pin.data, toCK(ulPinLen), label.data));
+    return answer(env, C_InitToken(toCK(slotID), pin.data, toCK(ulPinLen), label.data));
 }

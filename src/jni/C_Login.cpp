@@ -16,10 +16,11 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Login(
 {
     if (isMissing(pPin, ulPinLen)) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     const CK_USER_TYPE user = jUserTypeToCKUserType(env, userType);
     if (hasFailed(env, user)) return nullptr;
-    const ByteInput pin(env, pPin);
+    CallMemory memory;
+    const ByteInput pin(env, memory, pPin);
     if (pin.failed) return nullptr;
-    return result(env, C_Login(session, user, pin.data, toCK(ulPinLen)));
+    return answer(env, C_Login(session, user, pin.data, toCK(ulPinLen)));
 }

@@ -15,13 +15,13 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1OpenSession(
     JNIEnv* env, jclass, jlong slotID, jlong flags, jobject pApplication, jobject Notify, jobject phSession)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_SESSION_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (phSession == nullptr) return argumentsBad(env);
 
     CK_SESSION_HANDLE session = 0;
     const CK_RV rv =
         C_OpenSession(toCK(slotID), toCK(flags), pApplication, reinterpret_cast<CK_NOTIFY>(Notify), &session);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK && !SetLongField(env, handleClass, phSession, "m_value", session)) return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -15,5 +15,5 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SeedRandom(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pSeed, jlong ulSeedLen)
 {
     if (isMissing(pSeed, ulSeedLen)) return argumentsBad(env);
-    return dataIn(env, C_SeedRandom, hSession, pSeed, ulSeedLen);
+    return dataIn(env, C_SeedRandom, Content::Secret, hSession, pSeed, ulSeedLen);
 }

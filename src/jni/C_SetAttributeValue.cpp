@@ -16,10 +16,10 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SetAttributeValue(
 {
     if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     // The template before the object, and no look at what the object's conversion raised: wanted.
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
     const CK_OBJECT_HANDLE object = jObjectHandleToCKObjectHandle(env, hObject);
     return result(env, C_SetAttributeValue(session, object, attributes.attributes, toCK(ulCount)));
 }

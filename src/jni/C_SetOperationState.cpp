@@ -18,13 +18,14 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SetOperationState(JNIE
     // Stricter than the other natives with a byte array: wanted.
     if (ulOperationStateLen == 0 || pOperationState == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput state(env, pOperationState);
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    const ByteInput state(env, memory, pOperationState);
     if (state.failed) return nullptr;
     const CK_OBJECT_HANDLE encryptionKey = jObjectHandleToCKObjectHandle(env, hEncryptionKey);
     if (hasFailed(env, encryptionKey)) return nullptr;
     const CK_OBJECT_HANDLE authenticationKey = jObjectHandleToCKObjectHandle(env, hAuthenticationKey);
     if (hasFailed(env, authenticationKey)) return nullptr;
-    return result(env, C_SetOperationState(
+    return answer(env, C_SetOperationState(
                            session, state.data, toCK(ulOperationStateLen), encryptionKey, authenticationKey));
 }

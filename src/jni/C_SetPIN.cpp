@@ -17,10 +17,11 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SetPIN(JNIEnv* env, jc
     if (isMissing(pOldPin, ulOldLen)) return argumentsBad(env);
     if (isMissing(pNewPin, ulNewLen)) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput oldPin(env, pOldPin);
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    const ByteInput oldPin(env, memory, pOldPin);
     if (oldPin.failed) return nullptr;
-    const ByteInput newPin(env, pNewPin);
+    const ByteInput newPin(env, memory, pNewPin);
     if (newPin.failed) return nullptr;
-    return result(env, C_SetPIN(session, oldPin.data, toCK(ulOldLen), newPin.data, toCK(ulNewLen)));
+    return answer(env, C_SetPIN(session, oldPin.data, toCK(ulOldLen), newPin.data, toCK(ulNewLen)));
 }

@@ -15,6 +15,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SignEncryptUpdate(JNIE
     jobject hSession, jbyteArray pPart, jlong ulPartLen, jbyteArray pEncryptedPart,
     jobject pulEncryptedPartLen)
 {
-    return dataInDataOut(
-        env, C_SignEncryptUpdate, hSession, pPart, ulPartLen, pEncryptedPart, pulEncryptedPartLen);
+    return dataInDataOut(env, C_SignEncryptUpdate, SECRET_TO_PUBLIC, hSession, pPart, ulPartLen,
+        pEncryptedPart, pulEncryptedPartLen);
 }

@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SignFinal(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pSignature, jobject pulSignatureLen)
 {
-    return finalDataOut(env, C_SignFinal, hSession, pSignature, pulSignatureLen);
+    return finalDataOut(env, C_SignFinal, Content::Public, hSession, pSignature, pulSignatureLen);
 }

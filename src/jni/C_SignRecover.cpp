@@ -14,5 +14,6 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SignRecover(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pData, jlong ulDataLen, jbyteArray pSignature, jobject pulSignatureLen)
 {
-    return dataInDataOut(env, C_SignRecover, hSession, pData, ulDataLen, pSignature, pulSignatureLen);
+    return dataInDataOut(
+        env, C_SignRecover, SECRET_TO_PUBLIC, hSession, pData, ulDataLen, pSignature, pulSignatureLen);
 }

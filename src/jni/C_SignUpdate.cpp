@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SignUpdate(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pPart, jlong ulPartLen)
 {
-    return dataIn(env, C_SignUpdate, hSession, pPart, ulPartLen);
+    return dataIn(env, C_SignUpdate, Content::Secret, hSession, pPart, ulPartLen);
 }

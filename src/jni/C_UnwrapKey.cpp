@@ -16,25 +16,26 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1UnwrapKey(JNIEnv* env,
     jobjectArray pTemplate, jlong ulAttributeCount, jobject phKey)
 {
     const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (env->ExceptionCheck()) return nullptr;
+    if (handleClass == nullptr) return nullptr;
     if (pMechanism == nullptr || phKey == nullptr || pWrappedKey == nullptr) return argumentsBad(env);
     if (isMissing(pTemplate, ulAttributeCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     Mechanism mechanism(env, pMechanism);
-    if (env->ExceptionCheck()) return nullptr;
+    if (mechanism.failed) return nullptr;
     const CK_OBJECT_HANDLE unwrappingKey = jObjectHandleToCKObjectHandle(env, hUnwrappingKey);
     if (hasFailed(env, unwrappingKey)) return nullptr;
-    const ByteInput wrappedKey(env, pWrappedKey);
+    CallMemory memory;
+    const ByteInput wrappedKey(env, memory, pWrappedKey, Content::Public);
     if (wrappedKey.failed) return nullptr;
     const Template attributes(env, pTemplate);
-    if (env->ExceptionCheck()) return nullptr;
+    if (attributes.failed) return nullptr;
 
     CK_OBJECT_HANDLE key = 0;
     const CK_RV rv = C_UnwrapKey(session, &mechanism.native, unwrappingKey, wrappedKey.data,
         toCK(ulWrappedKeyLen), attributes.attributes, toCK(ulAttributeCount), &key);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
     return result(env, rv);
 }

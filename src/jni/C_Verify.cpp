@@ -15,10 +15,11 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Verify(JNIEnv* env, jc
     jbyteArray pData, jlong ulDataLen, jbyteArray pSignature, jlong ulSignatureLen)
 {
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput data(env, pData);
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    const ByteInput data(env, memory, pData);
     if (data.failed) return nullptr;
-    const ByteInput signature(env, pSignature);
+    const ByteInput signature(env, memory, pSignature, Content::Public);
     if (signature.failed) return nullptr;
-    return result(env, C_Verify(session, data.data, toCK(ulDataLen), signature.data, toCK(ulSignatureLen)));
+    return answer(env, C_Verify(session, data.data, toCK(ulDataLen), signature.data, toCK(ulSignatureLen)));
 }

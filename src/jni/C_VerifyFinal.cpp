@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1VerifyFinal(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pSignature, jlong ulSignatureLen)
 {
-    return dataIn(env, C_VerifyFinal, hSession, pSignature, ulSignatureLen);
+    return dataIn(env, C_VerifyFinal, Content::Public, hSession, pSignature, ulSignatureLen);
 }

@@ -14,5 +14,6 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1VerifyRecover(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pSignature, jlong ulSignatureLen, jbyteArray pData, jobject pulDataLen)
 {
-    return dataInDataOut(env, C_VerifyRecover, hSession, pSignature, ulSignatureLen, pData, pulDataLen);
+    return dataInDataOut(
+        env, C_VerifyRecover, PUBLIC_TO_SECRET, hSession, pSignature, ulSignatureLen, pData, pulDataLen);
 }

@@ -14,5 +14,5 @@ namespace {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1VerifyUpdate(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pPart, jlong ulPartLen)
 {
-    return dataIn(env, C_VerifyUpdate, hSession, pPart, ulPartLen);
+    return dataIn(env, C_VerifyUpdate, Content::Secret, hSession, pPart, ulPartLen);
 }

@@ -15,12 +15,12 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1WaitForSlotEvent(
     JNIEnv* env, jclass, jlong flags, jobject pSlot, jobject pReserved)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pSlot == nullptr) return argumentsBad(env);
 
     CK_SLOT_ID slot = 0;
     const CK_RV rv = C_WaitForSlotEvent(toCK(flags), &slot, pReserved);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK && !SetLongField(env, longRefClass, pSlot, "value", slot)) return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -15,21 +15,22 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1WrapKey(JNIEnv* env, j
     jobject pMechanism, jobject hWrappingKey, jobject hKey, jbyteArray pWrappedKey, jobject pulWrappedKeyLen)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulWrappedKeyLen == nullptr || pMechanism == nullptr) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     Mechanism mechanism(env, pMechanism);
-    if (env->ExceptionCheck()) return nullptr;
+    if (mechanism.failed) return nullptr;
     // A null wrapping key is the invalid handle 0 here, unlike elsewhere: wanted.
     const CK_OBJECT_HANDLE wrappingKey =
         hWrappingKey == nullptr ? CK_INVALID_HANDLE : jObjectHandleToCKObjectHandle(env, hWrappingKey);
     if (hasFailed(env, wrappingKey)) return nullptr;
     const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
     if (hasFailed(env, key)) return nullptr;
-    return callWithOutput(env, longRefClass, pulWrappedKeyLen, pWrappedKey, CopyCKByteArrayToJByteArray,
-        [&](CK_BYTE_PTR wrappedKey, CK_ULONG_PTR length) {
+    CallMemory memory;
+    return callWithOutput(env, memory, Content::Public, longRefClass, pulWrappedKeyLen, pWrappedKey,
+        CopyCKByteArrayToJByteArray, [&](CK_BYTE_PTR wrappedKey, CK_ULONG_PTR length) {
             return C_WrapKey(session, &mechanism.native, wrappingKey, key, wrappedKey, length);
         });
 }

@@ -2,11 +2,13 @@
 //
 // A native checks its arguments, converts them in the order of its parameters, calls the Cryptoki library
 // with the lengths and counts that the Java caller gave, writes back, and returns a new CK_RV, or null when a
-// Java exception is pending. No conversion and no call follows one that has left an exception pending.
+// Java exception is pending. No conversion and no call follows one that has left an exception pending; Java
+// never enters a native with one.
 #pragma once
 
 #include <algorithm>
 #include <cstdlib>
+#include <type_traits>
 
 #include <jni.h>
 
@@ -15,11 +17,25 @@
 #include "helper/copyToJava.h"
 #include "helper/jutil.h"
 #include "helper/memory.h"
+#include "jni/mutexCallbacks.h"
 #include "zerlin/cryptoki.h"
 
 namespace zerlin {
 
-// The answer of a native that is done: null when an exception is pending.
+// Whether the Cryptoki call that was just made has left an exception pending. Only the Java locking callbacks
+// can raise one in there: without them the JVM need not be asked.
+inline bool hasRaised(JNIEnv* env)
+{
+    return hasInitArgs() && env->ExceptionCheck();
+}
+
+// The answer of a native that writes nothing back.
+inline jobject answer(JNIEnv* env, CK_RV rv)
+{
+    return hasRaised(env) ? nullptr : ckRVToJRV(env, rv);
+}
+
+// The answer of a native that has written back: null when that, or the call, has left an exception pending.
 inline jobject result(JNIEnv* env, CK_RV rv)
 {
     return env->ExceptionCheck() ? nullptr : ckRVToJRV(env, rv);
@@ -43,8 +59,8 @@ inline CK_ULONG toCK(jlong value)
     return static_cast<CK_ULONG>(value);
 }
 
-// Whether the conversion of a handle or constant failed. The first conversion of a native asks for the
-// exception itself; the later ones need to ask only where the value is one that a failure gives.
+// Whether the conversion of a handle or constant failed: asked only where the value is one that a failure
+// gives.
 inline bool hasFailed(JNIEnv* env, CK_ULONG value)
 {
     return (value == 0 || value == CK_UNAVAILABLE_INFORMATION) && env->ExceptionCheck();
@@ -52,38 +68,51 @@ inline bool hasFailed(JNIEnv* env, CK_ULONG value)
 
 // Owns the native copy of a Java byte array; null for a null array.
 struct ByteInput {
+    CallMemory& memory;
+    const Content content;
     CK_BYTE_PTR data = nullptr;
     CK_ULONG length = 0;
-    bool failed = false; // an exception is pending
+    bool failed = false; // an exception is pending; copying a whole array raises none
 
-    ByteInput(JNIEnv* env, jbyteArray array)
+    ByteInput(JNIEnv* env, CallMemory& callMemory, jbyteArray array, Content kind = Content::Secret)
+        : memory(callMemory), content(kind)
     {
-        jByteArrayToCKByteArray(env, array, &data, &length);
-        failed = data == nullptr && array != nullptr;
+        if (array == nullptr) return;
+        const jsize count = env->GetArrayLength(array);
+        length = static_cast<CK_ULONG>(count);
+        data = memory.take(length, false);
+        failed = data == nullptr;
+        if (failed) {
+            throwOutOfMemory(env);
+        } else {
+            env->GetByteArrayRegion(array, 0, count, reinterpret_cast<jbyte*>(data));
+        }
     }
     ByteInput(const ByteInput&) = delete;
     ByteInput& operator=(const ByteInput&) = delete;
-    ~ByteInput() { wipeAndFree(data); }
+    ~ByteInput() { memory.release(data, length, content); }
 };
 
 // Owns the native copy of a template and its values; null for a null array.
 struct Template {
+    CallMemory memory;
     CK_ATTRIBUTE_PTR attributes = nullptr;
     CK_ULONG count = 0; // of the Java array: the natives pass on the caller's count instead
+    const bool failed;  // an exception is pending
 
     Template(JNIEnv* env, jobjectArray array)
+        : failed(!convertTemplate(env, &memory, array, &attributes, &count))
     {
-        jAttributeArrayToCKAttributeArray(env, array, &attributes, &count);
     }
     Template(const Template&) = delete;
     Template& operator=(const Template&) = delete;
     ~Template()
     {
-        if (attributes == nullptr) return;
         for (CK_ULONG i = 0; i < count; ++i) {
-            wipeAndFree(attributes[i].pValue);
+            if (!memory.holds(attributes[i].pValue)) wipeAndFree(attributes[i].pValue);
         }
-        std::free(attributes);
+        if (!memory.holds(attributes)) std::free(attributes);
+        memory.wipeHeld();
     }
 };
 
@@ -100,47 +129,50 @@ struct BareValue {
 
 // Owns the native mechanism made of a Java one.
 struct Mechanism {
-    JNIEnv* const env;
-    const jobject jMechanism;
-    CK_MECHANISM native;
+    CK_MECHANISM native{};
+    const ParameterConverter* converter = nullptr;
+    const bool failed; // an exception is pending
 
-    Mechanism(JNIEnv* environment, jobject object)
-        : env(environment), jMechanism(object), native(jMechanismToCKMechanism(environment, object))
-    {
-    }
+    Mechanism(JNIEnv* env, jobject object) : failed(!convertMechanism(env, object, native, converter)) {}
     Mechanism(const Mechanism&) = delete;
     Mechanism& operator=(const Mechanism&) = delete;
     ~Mechanism()
     {
         // By the type, not by the parameter: that of a mechanism of type 0 is never freed, wanted.
-        if (native.mechanism != 0 && native.pParameter != nullptr) {
-            FreeCKMechanismParameter(env, jMechanism, &native);
-        }
+        if (native.mechanism == 0 || native.pParameter == nullptr) return;
+        freeMechanismParameter(converter, native);
     }
 };
 
-// Owns an output buffer of capacity + 1 zeroed elements, or none where the caller passed no array, which
-// makes the call a length query.
+// Owns an output buffer of zeroed elements, as many as the caller has room for and a spare one; or none where
+// the caller passed no array, which makes the call a length query.
 template <typename Element>
 struct OutputBuffer {
-    const CK_ULONG capacity;
+    CallMemory& memory;
+    const Content content;
+    const CK_ULONG elements;
     Element* const data;
 
-    OutputBuffer(bool wanted, CK_ULONG elements)
-        : capacity(elements), data(wanted ? static_cast<Element*>(allocate(elements)) : nullptr)
+    OutputBuffer(CallMemory& callMemory, bool isWanted, CK_ULONG capacity, Content kind, CK_ULONG spare = 1)
+        : memory(callMemory), content(kind), elements(capacity + spare),
+          data(isWanted && elements >= capacity ? take() : nullptr)
     {
     }
     OutputBuffer(const OutputBuffer&) = delete;
     OutputBuffer& operator=(const OutputBuffer&) = delete;
-    ~OutputBuffer() { wipeAndFree(data); }
+    ~OutputBuffer()
+    {
+        memory.release(reinterpret_cast<CK_BYTE_PTR>(data), elements * sizeof(Element), content);
+    }
 
     // Elements that may be read: never more than there are, whatever the Cryptoki library reports.
-    CK_ULONG readable(CK_ULONG reported) const { return std::min(reported, capacity + 1); }
+    CK_ULONG readable(CK_ULONG reported) const { return std::min(reported, elements); }
 
 private:
-    static void* allocate(CK_ULONG elements)
+    Element* take()
     {
-        return elements == ~CK_ULONG{0} ? nullptr : std::calloc(std::size_t{elements} + 1, sizeof(Element));
+        if (elements > ~std::size_t{0} / sizeof(Element)) return nullptr;
+        return reinterpret_cast<Element*>(memory.take(elements * sizeof(Element), true));
     }
 };
 
@@ -148,29 +180,36 @@ private:
 // a pointer to the length; the length is written back whatever the result, and the elements on CKR_OK, cut to
 // the Java array. CKR_HOST_MEMORY when the caller's capacity cannot be had.
 template <typename Element, typename JArray, typename Call>
-jobject callWithOutput(JNIEnv* env, jclass longRefClass, jobject pulLength, JArray jOutput,
-    void (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray), Call call)
+jobject callWithOutput(JNIEnv* env, CallMemory& memory, Content content, jclass longRefClass,
+    jobject pulLength, JArray jOutput, void (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray),
+    Call call)
 {
-    CK_ULONG length = GetLongField(env, longRefClass, pulLength, "value");
-    if (hasFailed(env, length)) return nullptr;
-    const OutputBuffer<Element> output(jOutput != nullptr, length);
+    const jfieldID value = fieldOf(env, longRefClass, pulLength, "value", "J");
+    if (value == nullptr) return nullptr;
+    const jlong offered = env->GetLongField(pulLength, value);
+    CK_ULONG length = toCK(offered);
+    const OutputBuffer<Element> output(memory, jOutput != nullptr, length, content);
     if (jOutput != nullptr && output.data == nullptr) return ckRVToJRV(env, CKR_HOST_MEMORY);
 
     const CK_RV rv = call(output.data, &length);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasRaised(env)) return nullptr;
 
-    SetLongField(env, longRefClass, pulLength, "value", length);
+    // What the holder has already need not be written again.
+    if (static_cast<jlong>(length) != offered) {
+        env->SetLongField(pulLength, value, static_cast<jlong>(length));
+    }
     if (rv != CKR_OK || jOutput == nullptr) return ckRVToJRV(env, rv);
     copyToJava(env, output.data, output.readable(length), jOutput);
-    return result(env, rv);
+    // Only the objects of an array can raise an exception.
+    return std::is_same_v<JArray, jobjectArray> ? result(env, rv) : ckRVToJRV(env, rv);
 }
 
 // The natives that take nothing but a session.
 inline jobject callWithSession(JNIEnv* env, jobject hSession, CK_RV (*call)(CK_SESSION_HANDLE))
 {
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    return result(env, call(session));
+    if (hasFailed(env, session)) return nullptr;
+    return answer(env, call(session));
 }
 
 } // namespace zerlin

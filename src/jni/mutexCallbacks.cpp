@@ -31,11 +31,6 @@ constexpr Callback LOCK = {"lockMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK
 constexpr Callback UNLOCK = {"unlockMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX;",
     "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX", "UnlockMutex", "(Ljava/lang/Object;)J"};
 
-// The initialisation in force: the Java arguments, from which every trampoline fetches its callback, and a
-// copy of the native ones that only marks that callbacks are registered.
-std::atomic<jobject> gInitArgsObject;
-std::atomic<CK_C_INITIALIZE_ARGS*> gInitArgs;
-
 CK_C_INITIALIZE_ARGS* newInitArgs(JNIEnv* env)
 {
     void* const memory = std::calloc(1, sizeof(CK_C_INITIALIZE_ARGS));
@@ -170,10 +165,8 @@ jobject createMutex(JNIEnv* env)
 
 } // namespace
 
-bool hasInitArgs()
-{
-    return gInitArgsObject != nullptr || gInitArgs != nullptr;
-}
+std::atomic<jobject> gInitArgsObject;
+std::atomic<CK_C_INITIALIZE_ARGS*> gInitArgs;
 
 CK_C_INITIALIZE_ARGS* makeInitArgsAdapter(JNIEnv* env, jobject jInitArgs)
 {

@@ -2,14 +2,25 @@
 // C_Finalize, and the native functions through which the Cryptoki library calls them.
 #pragma once
 
+#include <atomic>
+
 #include <jni.h>
 
 #include "zerlin/cryptoki.h"
 
 namespace zerlin {
 
+// The initialisation in force: the Java arguments, from which every trampoline fetches its callback, and a
+// copy of the native ones that only marks that callbacks are registered.
+extern std::atomic<jobject> gInitArgsObject;
+extern std::atomic<CK_C_INITIALIZE_ARGS*> gInitArgs;
+
 // Whether an initialisation with callbacks is in force, or half of one was left by a failure.
-bool hasInitArgs();
+inline bool hasInitArgs()
+{
+    return gInitArgsObject.load(std::memory_order_relaxed) != nullptr ||
+           gInitArgs.load(std::memory_order_relaxed) != nullptr;
+}
 
 // The native arguments for the Java ones, from malloc, or null with an exception pending (or for a null
 // argument). Registers the callbacks when the object has any. The caller frees the result.

@@ -6,60 +6,74 @@
 
 namespace zerlin {
 
+// What the buffers of a call hold: the clear text of a message and a digest's input are secrets, what comes
+// out of an encryption or goes into a decryption is not.
+struct Contents {
+    Content input;
+    Content output;
+};
+
+constexpr Contents SECRET_TO_PUBLIC = {Content::Secret, Content::Public};
+constexpr Contents PUBLIC_TO_SECRET = {Content::Public, Content::Secret};
+
 // (session, mechanism, key)
 inline jobject initWithKey(JNIEnv* env, CK_RV (*call)(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE),
     jobject hSession, jobject pMechanism, jobject hKey)
 {
     if (pMechanism == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
+    if (hasFailed(env, session)) return nullptr;
     Mechanism mechanism(env, pMechanism);
-    if (env->ExceptionCheck()) return nullptr;
+    if (mechanism.failed) return nullptr;
     const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
     if (hasFailed(env, key)) return nullptr;
-    return result(env, call(session, &mechanism.native, key));
+    return answer(env, call(session, &mechanism.native, key));
 }
 
 // (session, input, input length, output, output-length pointer)
 inline jobject dataInDataOut(JNIEnv* env,
-    CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR), jobject hSession,
-    jbyteArray pInput, jlong ulInputLen, jbyteArray pOutput, jobject pulOutputLen)
+    CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR), Contents contents,
+    jobject hSession, jbyteArray pInput, jlong ulInputLen, jbyteArray pOutput, jobject pulOutputLen)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulOutputLen == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput input(env, pInput);
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    const ByteInput input(env, memory, pInput, contents.input);
     if (input.failed) return nullptr;
-    return callWithOutput(env, longRefClass, pulOutputLen, pOutput, CopyCKByteArrayToJByteArray,
-        [&](CK_BYTE_PTR output, CK_ULONG_PTR length) {
+    return callWithOutput(env, memory, contents.output, longRefClass, pulOutputLen, pOutput,
+        CopyCKByteArrayToJByteArray, [&](CK_BYTE_PTR output, CK_ULONG_PTR length) {
             return call(session, input.data, toCK(ulInputLen), output, length);
         });
 }
 
 // (session, output, output-length pointer)
 inline jobject finalDataOut(JNIEnv* env, CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR),
-    jobject hSession, jbyteArray pOutput, jobject pulOutputLen)
+    Content content, jobject hSession, jbyteArray pOutput, jobject pulOutputLen)
 {
     const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (longRefClass == nullptr) return nullptr;
     if (pulOutputLen == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    return callWithOutput(env, longRefClass, pulOutputLen, pOutput, CopyCKByteArrayToJByteArray,
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    return callWithOutput(env, memory, content, longRefClass, pulOutputLen, pOutput,
+        CopyCKByteArrayToJByteArray,
         [&](CK_BYTE_PTR output, CK_ULONG_PTR length) { return call(session, output, length); });
 }
 
 // (session, input, input length)
-inline jobject dataIn(JNIEnv* env, CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG), jobject hSession,
-    jbyteArray pInput, jlong ulInputLen)
+inline jobject dataIn(JNIEnv* env, CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG), Content content,
+    jobject hSession, jbyteArray pInput, jlong ulInputLen)
 {
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (env->ExceptionCheck()) return nullptr;
-    const ByteInput input(env, pInput);
+    if (hasFailed(env, session)) return nullptr;
+    CallMemory memory;
+    const ByteInput input(env, memory, pInput, content);
     if (input.failed) return nullptr;
-    return result(env, call(session, input.data, toCK(ulInputLen)));
+    return answer(env, call(session, input.data, toCK(ulInputLen)));
 }
 
 } // namespace zerlin
