@@ -2,10 +2,13 @@
 #include "recorder.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
 #include <mutex>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -13,6 +16,7 @@ using recorder::script;
 
 std::mutex linesMutex;
 std::vector<std::string> lines;
+std::atomic<const char*> last = "none";
 
 // One or two arguments: what stands for them in the line, and what the handler gets.
 template <typename... Raw>
@@ -23,6 +27,7 @@ struct Shown {
 
 std::string number(CK_ULONG value)
 {
+    if (script().isQuiet) return {};
     char digits[2 * sizeof value + 3];
     std::snprintf(digits, sizeof digits, value < 0x80000000 ? "%lu" : "0x%lx", value);
     return digits;
@@ -30,6 +35,7 @@ std::string number(CK_ULONG value)
 
 std::string hex(const void* values, CK_ULONG length)
 {
+    if (script().isQuiet) return {};
     if (values == nullptr) return "null";
     const CK_ULONG readable = std::min(length, script().byteLimit);
     std::string result = "[";
@@ -67,7 +73,7 @@ auto in(CK_ATTRIBUTE_PTR attributes, CK_ULONG count)
 {
     std::string text;
     const CK_ULONG readable = attributes == nullptr ? 0 : std::min(count, script().attributeLimit);
-    for (const CK_ATTRIBUTE* shown = attributes; shown != attributes + readable; ++shown)
+    for (const CK_ATTRIBUTE* shown = attributes; !script().isQuiet && shown != attributes + readable; ++shown)
         text += (text.empty() ? "" : ", ") + triple(shown->type, shown->pValue, shown->ulValueLen);
     text = attributes == nullptr ? "null" : "{" + text + (readable < count ? ", ..}" : "}");
     return Shown{text + ", " + number(count), std::tuple(attributes, count)};
@@ -117,9 +123,11 @@ auto out(Element* elements, CK_ULONG_PTR capacity)
 template <typename Function, typename... Arguments>
 CK_RV note(const char* name, const std::function<Function>& handler, const Arguments&... arguments)
 {
-    std::string line;
-    ((line += (line.empty() ? "" : ", ") + arguments.text), ...);
-    {
+    last = name;
+    if (script().onCall) script().onCall();
+    if (!script().isQuiet) {
+        std::string line;
+        ((line += (line.empty() ? "" : ", ") + arguments.text), ...);
         const std::lock_guard lock(linesMutex);
         lines.push_back(name + ("(" + line + ")"));
     }
@@ -142,6 +150,17 @@ std::vector<std::string> calls()
     return lines;
 }
 
+std::vector<std::string> takeCalls()
+{
+    const std::lock_guard lock(linesMutex);
+    return std::exchange(lines, {});
+}
+
+const char* lastCalled()
+{
+    return last;
+}
+
 void reset()
 {
     const std::lock_guard lock(linesMutex);
@@ -153,7 +172,7 @@ std::string address(const void* reference)
 {
     if (reference == nullptr) return "null";
     char digits[2 * sizeof reference + 2];
-    std::snprintf(digits, sizeof digits, "@%zx", reinterpret_cast<std::uintptr_t>(reference));
+    std::snprintf(digits, sizeof digits, "@%" PRIxPTR, reinterpret_cast<std::uintptr_t>(reference));
     return digits;
 }
 

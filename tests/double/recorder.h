@@ -54,6 +54,10 @@ namespace recorder {
 // return value; a function without one answers `result` and writes nothing.
 struct Script {
     CK_RV result = CKR_OK;
+    std::function<void()> onCall; // before each call is noted
+
+    // Calls are answered but not noted: neither memory nor much of the stack is used.
+    bool isQuiet = false;
 
     // How much is read of what the caller declares: callers may declare more than there is.
     CK_ULONG labelLength = 32;
@@ -74,6 +78,12 @@ struct Script {
 Script& script();
 
 std::vector<std::string> calls();
+
+// The calls, which are then forgotten; the script stays.
+std::vector<std::string> takeCalls();
+
+// The name of the last call, noted or not.
+const char* lastCalled();
 
 // Forgets the calls and the script.
 void reset();

@@ -82,16 +82,31 @@ TEST_F(ConvToCKAttributes, whatIsNullOrBadOrEmpty)
     EXPECT_EQ(converted(env, attributes(env, {})).size() + converted(env, nullptr).size(), 0U);
 }
 
-TEST_F(ConvToCKAttributes, whateverFailsLeavesATemplateThatCanBeFreed)
+// A large array has memory of its own. The one of objects comes after the sweep: each element is a call.
+TEST_F(ConvToCKAttributes, whateverFailsNothingIsLeftOfATemplate)
 {
-    std::vector<jobject> all;
+    std::vector<jobject> small;
     for (const Value& value : values(env))
-        if (!value.native.empty()) all.push_back(attribute(env, 3, value.object, 1));
-    const jobjectArray array = attributes(env, all);
-    const auto convert = [&] { return converted(env, array).empty() ? "" : "survived"; };
-    EXPECT_GT(failEachJniCall(env, [&] { return convert; }), 100);
-    EXPECT_EQ(failEachAllocation(env, convert), Lines(all.size() + 1, NO_MEMORY)); // the array is one
-    const jobjectArray longer = attributes(env, std::vector<jobject>(10000, all[3]));
+        if (!value.native.empty()) small.push_back(attribute(env, 3, value.object, 1));
+    std::vector<jobject> large;
+    for (const jobject value : {jobject{env->NewByteArray(3000)}, jobject{env->NewLongArray(3000)},
+             jobject{env->NewIntArray(3000)}, jobject{env->NewBooleanArray(3000)},
+             jobject{env->NewCharArray(3000)}, jobject{string(env, std::string(3000, 'x').c_str())}})
+        large.push_back(attribute(env, 3, value, 1));
+    recorder::script().byteLimit = 0;
+    const auto create = [this, on = session(env), made = object(env, 1)](const std::vector<jobject>& all) {
+        const jobjectArray array = attributes(env, all);
+        return [=, this] { return NATIVE(C_1CreateObject)(env, nullptr, on, array, 1, made); };
+    };
+    EXPECT_GT(failEachJniCall(env, [&] { return create(small); }), 50);
+    EXPECT_GT(failEachJniCall(env, [&] { return create(large); }), 0);
+    const jclass type = find(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
+    large.push_back(attribute(env, 3, env->NewObjectArray(3000, type, nullptr), 1));
+    const Lines outcomes =
+        failEachAllocation(env, [&] { return create(large)() == nullptr ? "" : "survived"; });
+    EXPECT_GE(outcomes.size(), large.size());
+    EXPECT_EQ(outcomes, Lines(outcomes.size(), NO_MEMORY));
+    const jobjectArray longer = attributes(env, std::vector<jobject>(10000, small[3]));
     const Watched watched = watch(env, {}, [&] { EXPECT_EQ(converted(env, longer).size(), 10000U); });
     EXPECT_LE(watched.maxLocalRefs, 16U);
 }

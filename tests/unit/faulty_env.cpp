@@ -16,7 +16,8 @@ struct Run {
     Fault fault;
     Table table = *real;
     Watched seen = {};
-    bool inReal = false; // a call that arrives meanwhile comes from Java's own natives
+    std::vector<std::size_t> frames = {}; // the local references when each was pushed
+    bool inReal = false;                  // a call that arrives meanwhile comes from Java's own natives
 
     ~Run();
 };
@@ -98,6 +99,8 @@ struct Wrapped<canRaise, Member> {
         } else if (canRaise && failsNow(function, firstText(arguments...))) {
             return R();
         }
+        if constexpr (std::is_convertible_v<R, jobject>)
+            if (active->fault.silent == function) return R();
         if constexpr (std::is_void_v<R>) {
             (active->real->*Member)(env, arguments...);
         } else {
@@ -116,6 +119,24 @@ void JNICALL deleteLocalRef(JNIEnv* env, jobject gone)
         active->seen.violations.push_back("DeleteLocalRef of a reference that is the caller's or gone");
     }
     active->real->DeleteLocalRef(env, gone);
+}
+
+jint JNICALL pushLocalFrame(JNIEnv* env, jint capacity)
+{
+    if (active->inReal) return active->real->PushLocalFrame(env, capacity);
+    const InReal inReal;
+    if (failsNow("PushLocalFrame", nullptr)) return JNI_ENOMEM;
+    active->frames.push_back(active->seen.localRefs.size());
+    return active->real->PushLocalFrame(env, capacity);
+}
+
+jobject JNICALL popLocalFrame(JNIEnv* env, jobject result)
+{
+    if (!active->inReal) {
+        active->seen.localRefs.resize(active->frames.back());
+        active->frames.pop_back();
+    }
+    return active->real->PopLocalFrame(env, result);
 }
 
 void JNICALL deleteGlobalRef(JNIEnv* env, jobject gone)
@@ -142,14 +163,17 @@ void wrapAll(Table& table)
     wrap<true, &T::FindClass, &T::GetFieldID, &T::GetMethodID, &T::AllocObject, &T::NewObjectV,
         &T::CallObjectMethodV, &T::CallLongMethodV, &T::CallIntMethodV, &T::CallBooleanMethodV,
         &T::CallByteMethodV, &T::CallCharMethodV, &T::CallVoidMethodV, &T::NewByteArray, &T::NewLongArray,
-        &T::NewObjectArray, &T::GetObjectArrayElement, &T::SetObjectArrayElement, &T::GetByteArrayRegion,
-        &T::GetLongArrayRegion, &T::GetIntArrayRegion, &T::GetBooleanArrayRegion, &T::GetCharArrayRegion,
-        &T::SetByteArrayRegion, &T::SetLongArrayRegion, &T::NewGlobalRef, &T::NewWeakGlobalRef,
-        &T::GetStringUTFChars, &T::ThrowNew>(table);
-    wrap<false, &T::GetObjectClass, &T::IsInstanceOf, &T::NewLocalRef, &T::GetArrayLength,
-        &T::GetStringUTFLength, &T::GetObjectField, &T::GetLongField, &T::GetIntField, &T::GetByteField,
-        &T::GetBooleanField, &T::SetObjectField, &T::SetLongField, &T::SetIntField, &T::SetByteField,
-        &T::SetBooleanField, &T::Throw, &T::ExceptionOccurred>(table);
+        &T::NewObjectArray, &T::GetObjectArrayElement, &T::SetObjectArrayElement, &T::NewGlobalRef,
+        &T::NewWeakGlobalRef, &T::GetStringUTFChars, &T::ThrowNew>(table);
+    // Those of a region raise an exception only where it lies beyond the array.
+    wrap<false, &T::GetByteArrayRegion, &T::GetLongArrayRegion, &T::GetIntArrayRegion,
+        &T::GetBooleanArrayRegion, &T::GetCharArrayRegion, &T::SetByteArrayRegion, &T::SetLongArrayRegion,
+        &T::GetStringUTFRegion, &T::GetStringLength, &T::GetObjectClass, &T::IsInstanceOf, &T::NewLocalRef,
+        &T::GetArrayLength, &T::GetStringUTFLength, &T::GetObjectField, &T::GetLongField, &T::GetIntField,
+        &T::GetByteField, &T::GetBooleanField, &T::SetObjectField, &T::SetLongField, &T::SetIntField,
+        &T::SetByteField, &T::SetBooleanField, &T::Throw, &T::ExceptionOccurred>(table);
+    table.PushLocalFrame = pushLocalFrame;
+    table.PopLocalFrame = popLocalFrame;
     table.DeleteLocalRef = deleteLocalRef;
     table.DeleteGlobalRef = deleteGlobalRef;
     table.ReleaseStringUTFChars = releaseStringUTFChars;

@@ -14,6 +14,8 @@ struct Fault {
     int call = 0;
     // FindClass of this path, or GetFieldID or GetMethodID of this name, raises what a missing one raises.
     std::string_view lookup = {};
+    // This function, which makes a reference, returns null without an exception.
+    std::string_view silent = {};
 };
 
 struct Watched {
@@ -24,7 +26,7 @@ struct Watched {
     std::vector<std::string> violations;
     std::size_t maxLocalRefs = 0; // made by the work and live at once
     // What the work made and has not released at its end: the characters of strings count as buffers, weak
-    // references not at all. Local frames are not followed.
+    // references not at all.
     std::vector<jobject> localRefs;
     std::vector<jobject> globalRefs;
     std::vector<const void*> buffers;

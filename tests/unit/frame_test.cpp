@@ -115,6 +115,8 @@ jvalue argument(JNIEnv* e, char letter, const char* info)
     return pack(jlong{letter - '0'}); // 0 is a null, too
 }
 
+constexpr jsize LARGE = 3000; // more than any buffer on the stack holds
+
 struct Native {
     const char* name;
     void (*answer)(const Answer& wanted);
@@ -133,6 +135,26 @@ struct Native {
         Call made = native;
         for (std::size_t i = 0; i < letters.size(); ++i)
             made.arguments[i] = argument(e, letters[i], info);
+        return made;
+    }
+
+    // With large arrays, for which memory must be had.
+    Call prepareLarge(JNIEnv* e) const
+    {
+        Call made = prepare(e);
+        const jbyteArray large = bytes(e, std::string(LARGE, 'x'));
+        for (std::size_t i = 0; i < letters.size(); ++i) {
+            jvalue& argument = made.arguments[i];
+            if (BYTES.contains(letters[i])) argument.l = large;
+            if (letters[i] == 'M') argument.l = mechanism(e, 44, large, LARGE);
+            if (letters[i] == 'L') setLong(e, argument.l, "value", LARGE);
+            if (i > 0 && (letters[i - 1] == 'o' || letters[i - 1] == 'f') && made.kinds[i] == 'j')
+                argument.j = LARGE;
+            if (letters[i] != 'a' && letters[i] != 'c') continue;
+            std::vector<jobject> all(LARGE / sizeof(CK_ATTRIBUTE), attribute(e, 3, nullptr, 0));
+            all.back() = attribute(e, 3, large, LARGE);
+            argument.l = attributes(e, all);
+        }
         return made;
     }
 };
@@ -239,122 +261,50 @@ void forEach(JNIEnv* env, const std::function<void(const Native&)>& test)
     }
 }
 
-struct Outcome {
-    Watched watched = {};
-    jobject returned = nullptr;
-    std::string exception = {};
-    Lines lines = {};
-};
-
-// The one that calls although an argument could not be had.
-bool callsAnyway(const Native& native)
-{
-    return native.line().starts_with("C_SetAttributeValue");
-}
-
-// One call with fresh arguments, over a library that succeeds.
-Outcome run(JNIEnv* env, const Native& native, const Fault& fault)
-{
-    native.answer({[&] {
-        EXPECT_TRUE(!env->ExceptionCheck() || callsAnyway(native)) << "a call while an exception is pending";
-        return CKR_OK;
-    }});
-    const std::size_t known = recorder::calls().size();
-    const Call made = native.prepare(env);
-    Outcome outcome;
-    outcome.watched = watch(env, fault, [&] { outcome.returned = made(env); });
-    outcome.exception = takeException(env);
-    outcome.lines = recorder::calls();
-    outcome.lines.erase(outcome.lines.begin(), outcome.lines.begin() + static_cast<std::ptrdiff_t>(known));
-    EXPECT_EQ(outcome.watched.violations, Lines{});
-    EXPECT_TRUE(outcome.watched.globalRefs.empty());
-    EXPECT_TRUE(outcome.watched.buffers.empty());
-    EXPECT_LE(outcome.watched.maxLocalRefs, 16U);
-    return outcome;
-}
-
-// Once with every lookup made anew, once with all remembered: other calls can fail then.
 TEST_F(Frame, whereverAJniCallFailsItsExceptionComesOut)
 {
     forEach(env, [this](const Native& native) {
-        for (const bool remembers : {false, true}) {
-            forgetLookups();
-            const Outcome good = run(env, native, {});
-            EXPECT_EQ(rvOf(env, good.returned), CKR_OK);
-            EXPECT_EQ(good.lines, Lines{native.line()});
-            int number = 1;
-            for (; number <= good.watched.calls; ++number) {
-                SCOPED_TRACE(number);
-                const LocalFrame frame(env);
-                if (!remembers) forgetLookups();
-                const Outcome bad = run(env, native, {.call = number});
-                if (bad.watched.failed.empty()) break;
-                // A CK_RV is returned all the same when only its value could not be set.
-                const bool isUnset = number == good.watched.calls && bad.watched.failed == "GetFieldID";
-                EXPECT_EQ(bad.returned != nullptr, isUnset) << bad.watched.failed;
-                EXPECT_EQ(bad.exception, "java.lang.RuntimeException: injected") << bad.watched.failed;
-                EXPECT_TRUE(bad.lines.empty() || bad.lines == good.lines || callsAnyway(native));
-            }
-            EXPECT_GT(number, 1) << "no call was met that can fail";
+        native.answer({[] { return CKR_OK; }});
+        // The one that calls although an argument could not be had.
+        const bool callsAnyway = native.line().starts_with("C_SetAttributeValue");
+        for (const auto prepare : {&Native::prepare, &Native::prepareLarge}) {
+            const auto prepared = [&] { return [this, made = (native.*prepare)(env)] { return made(env); }; };
+            EXPECT_GT(failEachJniCall(env, prepared, callsAnyway), 0);
         }
     });
 }
 
 // What cannot be had for a conversion is an error of Java's, and for an output buffer CKR_HOST_MEMORY; the
-// Cryptoki library is not called either way. Bytes that were had are overwritten.
+// Cryptoki library is not called either way.
 TEST_F(Frame, withoutMemoryNothingIsCalledOrLeft)
 {
     forEach(env, [this](const Native& native) {
-        Lines expected;
-        for (const char letter : native.letters) {
-            const bool isBytes = letter == 'i' || letter == 'M' || BYTES.contains(letter);
-            expected.insert(expected.end(),
-                letter == 'a'   ? 3
-                : letter == 'c' ? 2
-                : isBytes       ? 1
-                                : 0,
-                NO_MEMORY);
-            if (std::strchr("olef", letter) != nullptr) expected.push_back("2");
-        }
+        native.answer({[] { return CKR_OK; }});
+        recorder::script().byteLimit = recorder::script().attributeLimit = 0;
         const auto work = [&] {
-            const jobject returned = native.prepare(env)(env);
+            const jobject returned = native.prepareLarge(env)(env);
             return returned == nullptr ? "" : std::to_string(rvOf(env, returned));
         };
-        native.answer({[] { return CKR_OK; }});
-        EXPECT_EQ(failEachAllocation(env, work), expected);
-        EXPECT_EQ(recorder::calls(), Lines{native.line()});
-        const HeapWatch heap;
+        Lines outcomes = failEachAllocation(env, work);
+        EXPECT_EQ(recorder::calls().size(), 1U);
+        const auto takes = [](char letter) {
+            return letter == 'M' || letter == 'a' || letter == 'c' || BYTES.contains(letter);
+        };
+        const bool hasOutput = native.letters.find_first_of("olef") != native.letters.npos;
+        EXPECT_GE(outcomes.size(), std::ranges::count_if(native.letters, takes) + (hasOutput ? 1 : 0));
+        if (hasOutput && outcomes.back() == "2") outcomes.pop_back();
+        EXPECT_EQ(outcomes, Lines(outcomes.size(), NO_MEMORY));
         EXPECT_EQ(work(), "0");
-        for (const std::string& block : heap.freed)
-            EXPECT_TRUE(block.size() > 9 || block.find_first_not_of('\0') == block.npos);
     });
-}
-
-// Java code cannot call a native so: what the JVM has to say of it does not matter.
-TEST_F(Frame, anExceptionFromBeforeTheCallStays)
-{
-    testing::internal::CaptureStdout();
-    forEach(env, [this](const Native& native) {
-        for (const bool remembers : {true, false}) {
-            if (remembers) run(env, native, {});
-            if (!remembers) forgetLookups();
-            recorder::reset();
-            const Call made = native.prepare(env);
-            raise("from before");
-            EXPECT_EQ(made(env), nullptr);
-            EXPECT_EQ(takeException(env), "java.lang.IllegalStateException: from before");
-        }
-    });
-    const std::string printed = testing::internal::GetCapturedStdout();
-    if (HasFailure()) std::puts(printed.c_str());
-    takeJniWarnings();
 }
 
 // As a locking callback that throws makes it.
 TEST_F(Frame, anExceptionFromWithinTheLibraryStaysAndNothingIsWrittenBack)
 {
     forEach(env, [this](const Native& native) {
-        run(env, native, {}); // so that every lookup is remembered, and would let a native go on
+        native.prepare(env)(env); // so that every lookup is remembered, and would let a native go on
+        recorder::script().C_Initialize = {};
+        initialiseWithCallbacks(env);
         const Call made = native.prepare(env);
         const std::string before = made.objects(env);
         native.answer({[this] {
@@ -371,11 +321,17 @@ TEST_F(Frame, anExceptionFromWithinTheLibraryStaysAndNothingIsWrittenBack)
 TEST_F(Frame, successIsWrittenBackAndOfErrorsOnlyLengths)
 {
     forEach(env, [this](const Native& native) {
-        for (const CK_RV rv : {CKR_OK, CKR_BUFFER_TOO_SMALL, 0x80000100UL, 0xffffffffUL}) {
+        for (const CK_RV rv : {CKR_OK, CKR_BUFFER_TOO_SMALL, CKR_DEVICE_REMOVED, 0xffffffffUL}) {
             const Call made = native.prepare(env);
             const std::string before = made.objects(env);
             native.answer({[rv] { return rv; }});
-            EXPECT_EQ(rvOf(env, made(env)), rv);
+            jobject returned = nullptr;
+            {
+                const HeapWatch heap;
+                const Watched watched = watch(env, {}, [&] { returned = made(env); });
+                EXPECT_TRUE(heap.blocks.empty() && watched.globalRefs.empty() && watched.buffers.empty());
+            }
+            EXPECT_EQ(rvOf(env, returned), rv);
             std::string after = before;
             if (native.isSized() || native.has('f'))
                 after.replace(before.rfind(' '), before.npos, " 2147483651]");

@@ -49,6 +49,7 @@ TEST_F(Mechanisms, theParameterOfTypeZeroIsNeverFreed)
 
 TEST_F(Mechanisms, aPendingExceptionIsKeptAndTheParameterIsFreedAllTheSame)
 {
+    initialiseWithCallbacks(env);
     recorder::script().byteLimit = 0;
     recorder::script().C_DigestInit = [this](auto, auto) {
         env->ThrowNew(find(env, "java/lang/IllegalStateException"), "from within");

@@ -1,9 +1,8 @@
 // Java's locking callbacks: what C_Initialize makes of them, how long they stay registered, and what becomes
 // of a call that the Cryptoki library makes to one, on whatever thread.
-#include "faulty_env.h"
+#include "failures.h"
 #include "helper/jutil.h"
-#include "jvm.h"
-#include "natives.h"
+#include "jni/mutexCallbacks.h"
 
 #include <array>
 #include <dlfcn.h>
@@ -186,6 +185,28 @@ TEST_F(MutexCallbacks, withoutAMutexOrACallbackItIsBad)
     EXPECT_EQ(all.LockMutex(string(env, "m")), CKR_MUTEX_BAD);
 }
 
+TEST_F(MutexCallbacks, whateverFailsAnInitialisationLeavesNothing)
+{
+    const jobject args = answering(0);
+    const auto work = [&] {
+        const jobject returned = NATIVE(C_1Initialize)(env, nullptr, args);
+        zerlin::releaseInitArgs(env);
+        return returned;
+    };
+    EXPECT_GT(failEachJniCall(env, [&] { return work; }), 0);
+    const Lines outcomes = failEachAllocation(env, [&] { return work() == nullptr ? "" : "survived"; });
+    EXPECT_EQ(outcomes, Lines(outcomes.size(), NO_MEMORY));
+    watch(env, {.silent = "NewGlobalRef"}, [&] { EXPECT_EQ(work(), nullptr); });
+    EXPECT_EQ(takeException(env), NO_MEMORY);
+    bool wasMet = true;
+    for (int number = 1; wasMet; ++number) {
+        zerlin::forgetLookups(env);
+        const auto load = [] { EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2); };
+        wasMet = !watch(env, {.call = number}, load).failed.empty();
+        EXPECT_EQ(takeException(env), "");
+    }
+}
+
 TEST_F(MutexCallbacks, whateverJniCallFailsTheMutexIsBad)
 {
     initialise(answering(0));
@@ -206,6 +227,7 @@ TEST_F(MutexCallbacks, whateverJniCallFailsTheMutexIsBad)
         }
         EXPECT_EQ(failed, last);
     }
+    watch(env, {.silent = "NewGlobalRef"}, [&] { EXPECT_EQ(callFunction(0, mutex), CKR_MUTEX_BAD); });
     EXPECT_EQ(given.DestroyMutex(mutex), CKR_OK);
 }
 

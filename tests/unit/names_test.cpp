@@ -1,4 +1,5 @@
 // The natives that name constants and tell the sizes of mechanism parameters.
+#include "failures.h"
 #include "halvorn_zerlin_CK_MECHANISM.h"
 #include "halvorn_zerlin_CTUtil.h"
 #include "halvorn_zerlin_constants_CK.h"
@@ -93,6 +94,33 @@ TEST_F(Names, everyParameterHasTheSizeOfItsNativeForm)
     EXPECT_EQ(sizeOf(longs(env, {1})), 0);
     EXPECT_EQ(
         takeException(env), "java.lang.UnsupportedOperationException: No Conversion from [J to a CK type");
+}
+
+TEST_F(Names, whateverFailsItsExceptionComesOut)
+{
+    for (const NameRow& row : NAMES) {
+        const jobject value = make(env, row.cls, "(J)V", row.value), length = longRef(env, 99);
+        const jbyteArray name = bytes(env, row.name);
+        const auto nameOf = [&] { return row.nameOf(env, nullptr, value, name, length); };
+        const auto valueOf = [&] { return row.valueOf(env, nullptr, name); };
+        EXPECT_GT(failEachJniCall(env, [&] { return nameOf; }), 0);
+        EXPECT_GT(failEachJniCall(env, [&] { return valueOf; }), 0);
+    }
+    const auto expectZero = [this](const std::function<jlong()>& native) {
+        const auto work = [&] { EXPECT_TRUE(native() == 0 || !env->ExceptionCheck()); };
+        failEachJniCall(env, [&] { return work; });
+        const auto answered = [&] { return work(), "survived"; };
+        for (const std::string& outcome : failEachAllocation(env, answered))
+            EXPECT_EQ(outcome, NO_MEMORY);
+    };
+    for (const char* const name : {"UNAVAILABLE_INFORMATION", "unknown"})
+        expectZero([this, text = string(env, name)] {
+            return Java_halvorn_zerlin_constants_CK_GetConstantValue(env, nullptr, text);
+        });
+    for (const jobject parameter : {jobject{string(env, "abc")}, jobject{longs(env, {1})}})
+        expectZero([=, this] {
+            return Java_halvorn_zerlin_CK_1MECHANISM_getMechanismParameterSize(env, nullptr, parameter);
+        });
 }
 
 } // namespace

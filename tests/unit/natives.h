@@ -99,6 +99,15 @@ Call call(
     return {invoke, {pack(arguments)...}, {kindOf<Parameters>...}};
 }
 
+// Locking callbacks in force, without which no exception can come out of the Cryptoki library.
+inline void initialiseWithCallbacks(JNIEnv* env)
+{
+    const jobject args = callStatic(env, "TestCallbacks", "answering",
+        "(Ljava/lang/String;Ljava/lang/Object;J)Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;", string(env, "l"),
+        jobject{}, jlong{0});
+    EXPECT_EQ(rvOf(env, call(NATIVE(C_1Initialize), args)(env)), recorder::script().result);
+}
+
 // The call makes that one line, and hands on what the Cryptoki library answers.
 inline void expectCall(JNIEnv* env, const Call& made, const std::string& line)
 {

@@ -70,13 +70,14 @@ TEST_F(Natives, buffersHaveTheirSizes)
     };
     recorder::script().C_GetSlotList = [&](auto, CK_SLOT_ID_PTR pList, auto) {
         list = malloc_usable_size(pList);
-        EXPECT_EQ(std::count(pList, pList + 4, 0), 4);
+        EXPECT_EQ(std::count(pList, pList + 2999, 0), 2999);
         return CKR_OK;
     };
-    call(NATIVE(C_1GetOperationState), session(env), bytes(env, ""), longRef(env, 12))(env);
-    call(NATIVE(C_1GetSlotList), 0, longs(env, {}), longRef(env, 3))(env);
-    EXPECT_EQ(state, 12U) << "one of the sizes that the heap does not round up";
-    EXPECT_GE(list, 16U) << "one to spare";
+    // Too big for the stack, and of sizes that the heap does not round up.
+    call(NATIVE(C_1GetOperationState), session(env), bytes(env, ""), longRef(env, 5004))(env);
+    call(NATIVE(C_1GetSlotList), 0, longs(env, {}), longRef(env, 2998))(env);
+    EXPECT_EQ(state, 5004U);
+    EXPECT_EQ(list, 2999 * sizeof(CK_SLOT_ID)) << "one to spare";
 }
 
 TEST_F(Natives, attributesAreReadBackWhateverTheResult)
@@ -158,6 +159,39 @@ TEST_F(Natives, objectsAreFoundByTheirLabels)
     }
 }
 
+// Whichever of its calls is the first to notice: the native ends there, and nothing is written.
+TEST_F(Natives, aTokenThatGoesAwayEndsWhatTakesSeveralCalls)
+{
+    for (std::size_t lost = 1; lost <= 3; ++lost) {
+        const auto step = [&](auto...) {
+            return recorder::calls().size() < lost ? CKR_OK : CKR_DEVICE_REMOVED;
+        };
+        const auto expectLost = [&](const Call& made) {
+            recorder::reset();
+            recorder::script().C_FindObjectsInit = step;
+            recorder::script().C_FindObjects = [&](auto, auto phObject, auto, auto pulCount) {
+                *phObject = *pulCount = 1;
+                return step();
+            };
+            recorder::script().C_FindObjectsFinal = step;
+            recorder::script().C_GetAttributeValue = [&](auto, auto, CK_ATTRIBUTE_PTR pTemplate, auto) {
+                if (pTemplate->pValue != nullptr) std::memcpy(pTemplate->pValue, "new", 3);
+                pTemplate->ulValueLen = 3;
+                return step();
+            };
+            const std::string before = made.objects(env);
+            EXPECT_EQ(rvOf(env, made(env)), CKR_DEVICE_REMOVED);
+            EXPECT_EQ(recorder::calls().size(), lost);
+            EXPECT_EQ(made.objects(env), before);
+        };
+        expectLost(call(Java_halvorn_zerlin_CTUtil_CTU_1FindObject, session(env), nullptr, bytes(env, "m"),
+            object(env, 7)));
+        if (lost == 3) continue;
+        expectLost(call(Java_halvorn_zerlin_CTUtil_CTU_1GetAttributeValue, session(env), object(env, 42),
+            nullptr, bytes(env, "abcd"), 4, longRef(env, 77)));
+    }
+}
+
 TEST_F(Natives, oneAttributeIsReadWhenItsLengthFitsOrWritten)
 {
     const jobject type = make(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", "(J)V", jlong{17});
@@ -183,6 +217,33 @@ TEST_F(Natives, oneAttributeIsReadWhenItsLengthFitsOrWritten)
         call(Java_halvorn_zerlin_CTUtil_CTU_1SetAttributeValue, session(env), object(env, 42), type,
             bytes(env, "abc"), 2),
         "C_SetAttributeValue(41, 42, {{17, [6162], 2}}, 1)");
+}
+
+TEST_F(Natives, whereverAUtilityFailsItsExceptionComesOut)
+{
+    recorder::script().byteLimit = 0;
+    recorder::script().C_FindObjects = [](auto, auto, auto, auto pulCount) { return *pulCount = 1, CKR_OK; };
+    recorder::script().C_GetAttributeValue = [](auto, auto, CK_ATTRIBUTE_PTR attribute, auto) {
+        attribute->ulValueLen = 3;
+        return CKR_OK;
+    };
+    const jobject on = session(env), key = object(env, 42), length = longRef(env, 4);
+    const jobject type = make(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", "(J)V", jlong{17});
+    const jobject secretKey = make(env, "halvorn/zerlin/constants/CK_OBJECT_CLASS", "(J)V", jlong{4});
+    const jbyteArray large = env->NewByteArray(3000);
+    const std::pair<Call, const char*> rows[] = {
+        {call(Java_halvorn_zerlin_CTUtil_CTU_1FindObject, on, secretKey, large, key), "2"},
+        {call(Java_halvorn_zerlin_CTUtil_CTU_1GetAttributeValue, on, key, type, large, 4, length), NO_MEMORY},
+        {call(Java_halvorn_zerlin_CTUtil_CTU_1SetAttributeValue, on, key, type, large, 4), NO_MEMORY}};
+    for (const auto& [made, withoutMemory] : rows) {
+        const auto work = [this, &native = made] { return native(env); };
+        EXPECT_GT(failEachJniCall(env, [&] { return work; }), 0);
+        const auto answered = [&] {
+            const jobject returned = work();
+            return returned == nullptr ? "" : std::to_string(rvOf(env, returned));
+        };
+        EXPECT_EQ(failEachAllocation(env, answered), Lines{withoutMemory});
+    }
 }
 
 } // namespace

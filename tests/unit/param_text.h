@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <sstream>
 
 namespace jni {
 
@@ -132,5 +134,26 @@ inline const ParamRow PARAMS[] = {
     {"CK_ECDH1_DERIVE_PARAMS 1 2 [0102] 3 [030405]", 20, "01000000 02000000 [0102] 03000000 [030405]",
         "EcDhParams", {0x1043}},
 };
+
+// A row's parameter with that many bytes, all alike, in each of its arrays.
+inline std::string filled(const std::string& java, std::size_t length, const char* digits)
+{
+    std::istringstream words(java);
+    std::vector<std::string> all{std::istream_iterator<std::string>(words), {}};
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (all[i][0] != '[') continue;
+        const std::string count = std::to_string(all[i].size() / 2 - 1);
+        const std::size_t place = i + 1 < all.size() && all[i + 1] == count ? i + 1 : i - 1;
+        if (all[place] == count) all[place] = std::to_string(length);
+        all[i] = "[";
+        for (std::size_t j = 0; j < length; ++j)
+            all[i] += digits;
+        all[i] += ']';
+    }
+    std::string text;
+    for (const std::string& word : all)
+        text += word + ' ';
+    return text;
+}
 
 } // namespace jni

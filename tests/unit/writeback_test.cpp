@@ -105,11 +105,11 @@ TEST_F(WriteBack, resultsGoIntoTheCallersObjects)
                 EXPECT_EQ(rvOf(env, made(env)), rv);
                 EXPECT_EQ(given(env, parameter, row.size, expected), expected);
             }
+            failEachJniCall(env, [&] {
+                const jobject fresh = mechanism(env, row.mechanism, read(env, row.before), row.size);
+                return [this, made = producer(number, fresh)] { return made(env); };
+            });
         }
-        failEachJniCall(env, [&] {
-            const Call made = producer(3, mechanism(env, row.mechanism, read(env, row.before), row.size));
-            return [this, made] { made(env); };
-        });
     }
 }
 
