@@ -1,0 +1,96 @@
+// Native threads that come and go call Java's locking callbacks, while Java threads do, and the library is
+// initialised and finalised thousands of times. Nothing of that may stay: no thread, no reference, no memory.
+
+import halvorn.zerlin.*;
+import halvorn.zerlin.constants.CKR;
+import halvorn.zerlin.constants.CK_RV;
+
+import java.util.Collections;
+import java.util.concurrent.Callable;
+
+final class Callers {
+    private static final CK_SESSION_HANDLE SESSION = new CK_SESSION_HANDLE();
+    private static final int NATIVE_THREADS = 3; // for each Java thread
+    private static final int HEAP_SLACK = 32 * 1024;
+    private static final int REFERENCE_SLACK = 8;
+
+    private Callers() {
+    }
+
+    public static void main(String[] arguments) throws Exception {
+        int cycles = Integer.parseInt(arguments[1]);
+        refusal();
+        Locking locking = new Locking();
+        cycle(cycles / 10, locking);
+        Vitals before = new Vitals();
+        cycle(cycles, locking);
+        Vitals after = new Vitals();
+        locking.expectEven();
+        System.out.printf("%d cycles: %d, then %d threads; %d, then %d JNI references; %.1f, then %.1f KiB%n", cycles,
+                before.threads, after.threads, before.allReferences(), after.allReferences(),
+                before.heap / 1024.0, after.heap / 1024.0);
+        expect(after.threads == before.threads, "threads have stayed");
+        expect(after.allReferences() <= before.allReferences() + REFERENCE_SLACK, "references have stayed");
+        expect(after.heap <= before.heap + HEAP_SLACK, "memory has stayed");
+    }
+
+    // A callback that throws ends C_Initialize. What is registered then ends with the next C_Finalize.
+    private static void refusal() {
+        CK_C_INITIALIZE_ARGS throwing = CK_C_INITIALIZE_ARGS.javaLocking();
+        throwing.createMutex = () -> {
+            throw new IllegalStateException("no mutex");
+        };
+        try {
+            Cryptoki.C_Initialize(throwing);
+            expect(false, "the exception of the callback is lost");
+        } catch (IllegalStateException e) {
+            expect(e.getMessage().equals("no mutex"), e.getMessage());
+        }
+        Cryptoki.C_Initialize(null).orThrow();
+        Cryptoki.C_Finalize(null).orThrow();
+    }
+
+    private static void cycle(int cycles, Locking locking) throws Exception {
+        Object[] ways = {locking.arguments, CK_C_INITIALIZE_ARGS.osLocking(), null};
+        for (int i = 0; i < cycles; i++) {
+            Cryptoki.C_Initialize(ways[i % ways.length]).orThrow();
+            expect(Cryptoki.C_Initialize(ways[i % ways.length]).is(CKR.CRYPTOKI_ALREADY_INITIALIZED), "twice");
+            Cryptoki.C_GetInfo(new CK_INFO()).orThrow();
+            if (i % 60 == 0) {
+                burst();
+            }
+            Cryptoki.C_Finalize(null).orThrow();
+            expectNotInitialized(Cryptoki.C_GetInfo(new CK_INFO()));
+            expectNotInitialized(seed());
+            expectNotInitialized(Cryptoki.C_Finalize(null));
+        }
+    }
+
+    private static void burst() throws Exception {
+        LongRef turns = new LongRef();
+        Cryptoki.C_GetObjectSize(SESSION, null, turns).orThrow();
+        long before = turns.value;
+        Callable<Long> twice = () -> {
+            seed().orThrow();
+            seed().orThrow();
+            return 2L;
+        };
+        long seeds = Threads.together(Collections.nCopies(Threads.THREADS, twice));
+        Cryptoki.C_GetObjectSize(SESSION, null, turns).orThrow();
+        expect(turns.value - before == seeds * (NATIVE_THREADS + 1), "two threads held one mutex");
+    }
+
+    private static CK_RV seed() {
+        return Cryptoki.C_SeedRandom(SESSION, new byte[NATIVE_THREADS], NATIVE_THREADS);
+    }
+
+    private static void expectNotInitialized(CK_RV answer) {
+        expect(answer.is(CKR.CRYPTOKI_NOT_INITIALIZED), "after C_Finalize: " + answer);
+    }
+
+    private static void expect(boolean condition, String what) {
+        if (!condition) {
+            throw new IllegalStateException(what);
+        }
+    }
+}

@@ -1,0 +1,77 @@
+// Loads the classes and the library, uses them with locking callbacks, drops them and has them collected, again
+// and again. The library must be unmapped each time, and leave nothing behind.
+
+import java.lang.ref.WeakReference;
+import java.net.URL;
+import java.net.URLClassLoader;
+import java.nio.charset.StandardCharsets;
+import java.nio.file.*;
+import java.util.ArrayList;
+import java.util.List;
+
+final class Reload {
+    private static final int HEAP_SLACK = 64 * 1024;
+    private static final int REFERENCE_SLACK = 4;
+
+    private Reload() {
+    }
+
+    public static void main(String[] arguments) throws Exception {
+        int times = Integer.parseInt(arguments[1]);
+        for (int i = 0; i < 5; i++) {
+            loadAndDrop();
+        }
+        Vitals before = new Vitals();
+        for (int i = 0; i < times; i++) {
+            loadAndDrop();
+        }
+        Vitals after = new Vitals();
+        System.out.printf("%d times loaded: %d, then %d JNI references; %d, then %d threads; %.1f, then %.1f KiB%n",
+                times, before.allReferences(), after.allReferences(), before.threads, after.threads,
+                before.heap / 1024.0, after.heap / 1024.0);
+        expect(after.allReferences() <= before.allReferences() + REFERENCE_SLACK, "references have stayed");
+        expect(after.threads == before.threads, "threads have stayed");
+        expect(after.heap <= before.heap + HEAP_SLACK, "memory has stayed");
+    }
+
+    private static void loadAndDrop() throws Exception {
+        WeakReference<ClassLoader> loader = new WeakReference<>(loadAndUse());
+        System.gc();
+        // The Cryptoki library may call back until C_Finalize.
+        expect(loader.get() != null && isMapped(), "the callbacks are gone while they are registered");
+        guest(loader.get()).close();
+        long end = System.nanoTime() + 20_000_000_000L;
+        while (loader.get() != null || isMapped()) {
+            expect(System.nanoTime() < end, loader.get() != null ? "the classes stay" : "the library stays mapped");
+            System.gc();
+            Thread.sleep(1);
+        }
+    }
+
+    private static ClassLoader loadAndUse() throws Exception {
+        List<URL> places = new ArrayList<>();
+        for (String place : System.getProperty("java.class.path").split(":")) {
+            places.add(Path.of(place).toUri().toURL());
+        }
+        URLClassLoader loader = new URLClassLoader(places.toArray(new URL[0]),
+                ClassLoader.getPlatformClassLoader());
+        ((Runnable) guest(loader)).run();
+        loader.close();
+        return loader;
+    }
+
+    private static AutoCloseable guest(ClassLoader loader) throws Exception {
+        return (AutoCloseable) loader.loadClass("ReloadGuest").getDeclaredConstructor().newInstance();
+    }
+
+    private static boolean isMapped() throws Exception {
+        String maps = new String(Files.readAllBytes(Path.of("/proc/self/maps")), StandardCharsets.ISO_8859_1);
+        return maps.contains("/libzerlin.so") || maps.contains("/libcryptoki.so");
+    }
+
+    private static void expect(boolean condition, String what) {
+        if (!condition) {
+            throw new IllegalStateException(what);
+        }
+    }
+}

@@ -1,0 +1,29 @@
+// What Reload loads beside the jar, in one class loader with it.
+
+import halvorn.zerlin.*;
+import halvorn.zerlin.constants.*;
+
+/** Uses the library and leaves it initialised, with Java's locking; ends that when it is closed. */
+public final class ReloadGuest implements Runnable, AutoCloseable {
+    private static final CK_SESSION_HANDLE SESSION = new CK_SESSION_HANDLE();
+
+    /** Made by name. */
+    public ReloadGuest() {
+    }
+
+    @Override
+    public void run() {
+        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.javaLocking()).orThrow();
+        Cryptoki.C_GetObjectSize(SESSION, new CK_OBJECT_HANDLE(), new LongRef()).orThrow();
+        CK_KEY_TYPE aes = CTUtil.CTU_GetKeyTypeValue(new byte[] {'A', 'E', 'S'});
+        if (!aes.equals(new CK_KEY_TYPE(CKK.AES))) {
+            throw new IllegalStateException("The key type is " + aes);
+        }
+    }
+
+    @Override
+    public void close() {
+        Cryptoki.C_SeedRandom(SESSION, new byte[3], 3).orThrow(); // calls back from threads of its own
+        Cryptoki.C_Finalize(null).orThrow();
+    }
+}
