@@ -199,7 +199,7 @@ try {
     copy.attributes.assign(pTemplate, pTemplate + ulCount);
     rv = readObject({hSession2, hObject}, copy);
     if (rv != CKR_OK) return rv;
-    const CK_ULONG count = static_cast<CK_ULONG>(copy.attributes.size());
+    const auto count = static_cast<CK_ULONG>(copy.attributes.size());
     return functions().C_CreateObject(hSession1, copy.attributes.data(), count, phNewObject);
 } catch (const std::exception&) {
     return CKR_HOST_MEMORY;
