@@ -56,7 +56,7 @@ CK_BYTE_PTR CallMemory::takeFromChunk(std::size_t size)
     return taken;
 }
 
-void CallMemory::wipeChunks()
+void CallMemory::wipeChunks() const
 {
     for (Chunk* chunk = chunks; chunk != nullptr; chunk = chunk->next) {
         wipe(chunk->bytes, chunk->used);

@@ -41,7 +41,7 @@ struct CallMemory {
     std::size_t mappingSize = 0;
     std::size_t mappingUsed = 0;
 
-    CallMemory() {} // the stack is not cleared
+    CallMemory() = default; // leaves the stack as it is
     CallMemory(const CallMemory&) = delete;
     CallMemory& operator=(const CallMemory&) = delete;
     ~CallMemory()
@@ -88,7 +88,7 @@ private:
     CK_BYTE_PTR takeMore(std::size_t size, bool isZeroed);
     CK_BYTE_PTR takeFromChunk(std::size_t size);
     void releaseMore(CK_BYTE_PTR taken, std::size_t size, Content content);
-    void wipeChunks();
+    void wipeChunks() const;
     void map(std::size_t size);
     void freeAll();
 };

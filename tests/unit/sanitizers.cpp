@@ -1,6 +1,7 @@
-// What the sanitizers must know of the JVM: it means to meet some of its segmentation faults, and keeps memory
-// for good where the leak checker does not look. The copies that -Xcheck:jni makes of array elements and string
-// characters come by another way, and so does everything that natives allocate: both are still reported.
+// What the sanitizers must know of the JVM: it means to meet some of its segmentation faults, and keeps
+// memory for good where the leak checker does not look. The copies that -Xcheck:jni makes of array elements
+// and string characters come by another way, and so does everything that natives allocate: both are still
+// reported.
 extern "C" {
 
 [[gnu::visibility("default")]] const char* __asan_default_options()
