@@ -1,6 +1,7 @@
 // Information records, versions, dates and arrays from native into existing Java objects.
 #include "helper/copyToJava.h"
 
+#include <algorithm>
 #include <span>
 
 #include "helper/convToJava.h"
@@ -35,75 +36,75 @@ bool writeField(JNIEnv* env, jclass cls, jobject target, const RecordField& fiel
         const jclass stateClass = FindClass(env, "halvorn/zerlin/constants/CK_STATE");
         const jobject state =
             GetObjectField(env, cls, target, field.name, "Lhalvorn/zerlin/constants/CK_STATE;");
-        if (state != nullptr) setLongValue(env, stateClass, state, numberAt(member));
-        return !env->ExceptionCheck();
+        if (state == nullptr) return !env->ExceptionCheck();
+        return setLongValue(env, stateClass, state, numberAt(member));
     }
     }
     return true;
 }
 
-void writeRecord(
+// False with an exception pending.
+bool writeRecord(
     JNIEnv* env, const void* record, jobject target, Literal path, std::span<const RecordField> fields)
 {
     const jclass cls = FindClass(env, path);
-    if (cls == nullptr || record == nullptr || target == nullptr) return;
-    if (!env->IsInstanceOf(target, cls)) return;
-    for (const RecordField& field : fields) {
-        if (!writeField(env, cls, target, field, static_cast<const CK_BYTE*>(record))) return;
-    }
+    if (cls == nullptr) return false;
+    if (record == nullptr || target == nullptr || !env->IsInstanceOf(target, cls)) return true;
+    return std::ranges::all_of(fields, [&](const RecordField& field) {
+        return writeField(env, cls, target, field, static_cast<const CK_BYTE*>(record));
+    });
 }
 
 // The array's elements up to count, each handed to write, which answers whether to go on. The class of the
-// array vouches for theirs.
+// array vouches for theirs. False with an exception pending.
 template <jsize STEP, typename Write>
-void writeObjects(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target, Literal arrayPath,
+bool writeObjects(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target, Literal arrayPath,
     jclass elementClass, Write write)
 {
     const jclass arrayClass = FindClass(env, arrayPath);
-    if (arrayClass == nullptr || elementClass == nullptr || source == nullptr || target == nullptr) return;
-    if (!env->IsInstanceOf(target, arrayClass)) return;
-    forEachElement<STEP>(env, target, elementsToCopy(env, target, count),
+    if (arrayClass == nullptr || elementClass == nullptr) return false;
+    if (source == nullptr || target == nullptr || !env->IsInstanceOf(target, arrayClass)) return true;
+    return forEachElement<STEP>(env, target, elementsToCopy(env, target, count),
         [&](jsize i, jobject element) { return write(element, source[i]); });
 }
 
 // Calls setValue on every mechanism type of the array.
-void writeMechanismTypes(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target)
+bool writeMechanismTypes(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target)
 {
     const jclass cls = FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE");
-    writeObjects<4>(env, source, count, target, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", cls,
+    return writeObjects<4>(env, source, count, target, "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", cls,
         [env, cls](jobject element, CK_ULONG value) {
-            setLongValue(env, cls, element, value);
-            return !env->ExceptionCheck();
+            return element == nullptr || setLongValue(env, cls, element, value);
         });
 }
 
 } // namespace
 
-void CopyCKInfoToJInfo(JNIEnv* env, const CK_INFO* source, jobject target)
+bool CopyCKInfoToJInfo(JNIEnv* env, const CK_INFO* source, jobject target)
 {
-    writeRecord(env, source, target, "halvorn/zerlin/CK_INFO", INFO_FIELDS);
+    return writeRecord(env, source, target, "halvorn/zerlin/CK_INFO", INFO_FIELDS);
 }
 
-void CopyCKSlotInfoToJSlotInfo(JNIEnv* env, const CK_SLOT_INFO* source, jobject target)
+bool CopyCKSlotInfoToJSlotInfo(JNIEnv* env, const CK_SLOT_INFO* source, jobject target)
 {
-    writeRecord(env, source, target, "halvorn/zerlin/CK_SLOT_INFO", SLOT_INFO_FIELDS);
+    return writeRecord(env, source, target, "halvorn/zerlin/CK_SLOT_INFO", SLOT_INFO_FIELDS);
 }
 
-void CopyCKTokenInfoToJTokenInfo(JNIEnv* env, const CK_TOKEN_INFO* source, jobject target)
+bool CopyCKTokenInfoToJTokenInfo(JNIEnv* env, const CK_TOKEN_INFO* source, jobject target)
 {
-    writeRecord(env, source, target, "halvorn/zerlin/CK_TOKEN_INFO", TOKEN_INFO_FIELDS);
+    return writeRecord(env, source, target, "halvorn/zerlin/CK_TOKEN_INFO", TOKEN_INFO_FIELDS);
 }
 
-void CopyCKSessionInfoToJSessionInfo(JNIEnv* env, const CK_SESSION_INFO* source, jobject target)
+bool CopyCKSessionInfoToJSessionInfo(JNIEnv* env, const CK_SESSION_INFO* source, jobject target)
 {
-    if (FindClass(env, "halvorn/zerlin/CK_SESSION_INFO") == nullptr) return;
-    if (FindClass(env, "halvorn/zerlin/constants/CK_STATE") == nullptr) return;
-    writeRecord(env, source, target, "halvorn/zerlin/CK_SESSION_INFO", SESSION_INFO_FIELDS);
+    if (FindClass(env, "halvorn/zerlin/CK_SESSION_INFO") == nullptr) return false;
+    if (FindClass(env, "halvorn/zerlin/constants/CK_STATE") == nullptr) return false;
+    return writeRecord(env, source, target, "halvorn/zerlin/CK_SESSION_INFO", SESSION_INFO_FIELDS);
 }
 
-void CopyCKMechanismInfoToJMechanismInfo(JNIEnv* env, const CK_MECHANISM_INFO* source, jobject target)
+bool CopyCKMechanismInfoToJMechanismInfo(JNIEnv* env, const CK_MECHANISM_INFO* source, jobject target)
 {
-    writeRecord(env, source, target, "halvorn/zerlin/CK_MECHANISM_INFO", MECHANISM_INFO_FIELDS);
+    return writeRecord(env, source, target, "halvorn/zerlin/CK_MECHANISM_INFO", MECHANISM_INFO_FIELDS);
 }
 
 void CopyCKVersionToJVersion(JNIEnv* env, const CK_VERSION* source, jobject target)
@@ -138,45 +139,49 @@ void CopyCKDateToJDate(JNIEnv* env, const CK_DATE* source, CK_ULONG, jobject tar
     }
 }
 
-void CopyCKByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG count, jbyteArray target)
+bool CopyCKByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG count, jbyteArray target)
 {
-    if (source == nullptr || target == nullptr) return;
+    if (source == nullptr || target == nullptr) return true;
     const jsize elements = elementsToCopy(env, target, count);
     env->SetByteArrayRegion(target, 0, elements, reinterpret_cast<const jbyte*>(source));
+    return true; // within the array nothing is raised
 }
 
-void CopyCKULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jlongArray target)
+bool CopyCKULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jlongArray target)
 {
-    if (source == nullptr || target == nullptr) return;
+    if (source == nullptr || target == nullptr) return true;
     writeElements(env, target, elementsToCopy(env, target, count), source);
+    return true;
 }
 
-void CopyCKULongArrayToJObjectHandleArray(
+bool CopyCKULongArrayToJObjectHandleArray(
     JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target)
 {
     const jclass cls = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    writeObjects<14>(env, source, count, target, "[Lhalvorn/zerlin/CK_OBJECT_HANDLE;", cls,
+    return writeObjects<14>(env, source, count, target, "[Lhalvorn/zerlin/CK_OBJECT_HANDLE;", cls,
         [env, cls](
             jobject element, CK_ULONG value) { return SetLongField(env, cls, element, "m_value", value); });
 }
 
-void CopyCKULongArrayToJMechanismTypeArray(
+bool CopyCKULongArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target)
 {
-    writeMechanismTypes(env, source, count, target);
+    return writeMechanismTypes(env, source, count, target);
 }
 
-void CopyCKMechanismTypeArrayToJMechanismTypeArray(
+bool CopyCKMechanismTypeArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_MECHANISM_TYPE* source, CK_ULONG count, jobjectArray target)
 {
-    writeMechanismTypes(env, source, count, target);
+    return writeMechanismTypes(env, source, count, target);
 }
 
-void setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value)
+bool setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value)
 {
     const jmethodID setValue = GetMethodID(env, cls, "setValue", "(J)V");
-    if (setValue == nullptr || object == nullptr) return;
+    if (setValue == nullptr) return false;
+    if (object == nullptr) return true;
     env->CallVoidMethod(object, setValue, static_cast<jlong>(value));
+    return !env->ExceptionCheck();
 }
 
 } // namespace zerlin

@@ -1,6 +1,6 @@
-// From native results into the Java objects that the caller passed. Nothing is returned: a null on either
-// side, or a target of another class, is a silent no-op, and a failure is a pending Java exception, with
-// what was written before it left in place.
+// From native results into the Java objects that the caller passed. A null on either side, or a target of
+// another class, is a silent no-op; a failure is a pending Java exception, with what was written before it
+// left in place. Those that natives call at their end answer false then, so that the JVM need not be asked.
 #pragma once
 
 #include <jni.h>
@@ -11,11 +11,11 @@ namespace zerlin {
 
 // The information records. Text becomes a new byte[] of the field's width, a version a new CK_VERSION; the
 // CK_STATE of a session info is updated in place (and left alone where there is none).
-void CopyCKInfoToJInfo(JNIEnv* env, const CK_INFO* source, jobject target);
-void CopyCKSlotInfoToJSlotInfo(JNIEnv* env, const CK_SLOT_INFO* source, jobject target);
-void CopyCKTokenInfoToJTokenInfo(JNIEnv* env, const CK_TOKEN_INFO* source, jobject target);
-void CopyCKSessionInfoToJSessionInfo(JNIEnv* env, const CK_SESSION_INFO* source, jobject target);
-void CopyCKMechanismInfoToJMechanismInfo(JNIEnv* env, const CK_MECHANISM_INFO* source, jobject target);
+bool CopyCKInfoToJInfo(JNIEnv* env, const CK_INFO* source, jobject target);
+bool CopyCKSlotInfoToJSlotInfo(JNIEnv* env, const CK_SLOT_INFO* source, jobject target);
+bool CopyCKTokenInfoToJTokenInfo(JNIEnv* env, const CK_TOKEN_INFO* source, jobject target);
+bool CopyCKSessionInfoToJSessionInfo(JNIEnv* env, const CK_SESSION_INFO* source, jobject target);
+bool CopyCKMechanismInfoToJMechanismInfo(JNIEnv* env, const CK_MECHANISM_INFO* source, jobject target);
 
 void CopyCKVersionToJVersion(JNIEnv* env, const CK_VERSION* source, jobject target);
 // Fills the arrays that the date already holds, the month from the year's first two characters: wanted. The
@@ -24,32 +24,31 @@ void CopyCKDateToJDate(JNIEnv* env, const CK_DATE* source, CK_ULONG length, jobj
 
 // min(count, length of the array) elements; the rest of the array keeps what it held. The object arrays'
 // elements are changed in place and null ones skipped.
-void CopyCKByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG count, jbyteArray target);
-void CopyCKULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jlongArray target);
-// Stop at the first element of another class.
-void CopyCKULongArrayToJObjectHandleArray(
+bool CopyCKByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG count, jbyteArray target);
+bool CopyCKULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jlongArray target);
+bool CopyCKULongArrayToJObjectHandleArray(
     JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target);
-void CopyCKULongArrayToJMechanismTypeArray(
+bool CopyCKULongArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_ULONG* source, CK_ULONG count, jobjectArray target);
-void CopyCKMechanismTypeArrayToJMechanismTypeArray(
+bool CopyCKMechanismTypeArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_MECHANISM_TYPE* source, CK_ULONG count, jobjectArray target);
 
 // A served template back into the caller's CK_ATTRIBUTE objects, for the elements below both the count and
 // the array's length. Each value is written into the object that pValue holds, in the way of that object's
 // class; valueLen gets the native length. An attribute of type CKA_WILDCARD takes the native type; who knows
 // that there is none of them spares the search.
-void CopyCKAttributeArrayToJAttributeArray(JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count,
+bool CopyCKAttributeArrayToJAttributeArray(JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count,
     jobjectArray target, bool mayHaveWildcards = true);
 void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target);
 // Silent where the native value is too short for the object; UnsupportedOperationException for a class that
 // cannot be written to. Long and Boolean objects are changed in place: wanted.
-void CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target);
+bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target);
 
 // What a mechanism has returned through its parameter, into the Java parameter object from which the native
 // parameter was made.
 void CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target);
 
 // Calls the object's setValue(long).
-void setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value);
+bool setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value);
 
 } // namespace zerlin

@@ -28,59 +28,55 @@ CK_ULONG minimumLength(ValueKind kind)
     }
 }
 
-void writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const void* pValue, CK_ULONG length)
+// False with an exception pending.
+bool writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const void* pValue, CK_ULONG length)
 {
     const auto* const bytes = static_cast<const CK_BYTE*>(pValue);
     switch (kind) {
     case ValueKind::ByteArray:
         return CopyCKByteArrayToJByteArray(env, bytes, length, static_cast<jbyteArray>(target));
     case ValueKind::Long:
-        SetLongField(env, cls, target, "value", numberAt(bytes));
-        return;
+        return SetLongField(env, cls, target, "value", numberAt(bytes));
     case ValueKind::BBool: {
         const jmethodID setValue = GetMethodID(env, cls, "setValue", "(Z)V");
-        if (setValue == nullptr) return;
-        return env->CallVoidMethod(target, setValue, *bytes == CK_TRUE ? JNI_TRUE : JNI_FALSE);
+        if (setValue == nullptr) return false;
+        env->CallVoidMethod(target, setValue, *bytes == CK_TRUE ? JNI_TRUE : JNI_FALSE);
+        return !env->ExceptionCheck();
     }
     case ValueKind::Date:
-        return CopyCKDateToJDate(env, static_cast<const CK_DATE*>(pValue), length, target);
+        CopyCKDateToJDate(env, static_cast<const CK_DATE*>(pValue), length, target);
+        return !env->ExceptionCheck();
     case ValueKind::Handle:
-        SetLongField(env, cls, target, "m_value", numberAt(bytes));
-        return;
+        return SetLongField(env, cls, target, "m_value", numberAt(bytes));
     case ValueKind::Constant:
         return setLongValue(env, cls, target, numberAt(bytes));
     case ValueKind::MechanismTypeArray:
-        if (length % sizeof(CK_MECHANISM_TYPE) != 0) return;
+        if (length % sizeof(CK_MECHANISM_TYPE) != 0) return true;
         return CopyCKMechanismTypeArrayToJMechanismTypeArray(env,
             static_cast<const CK_MECHANISM_TYPE*>(pValue), length / sizeof(CK_MECHANISM_TYPE),
             static_cast<jobjectArray>(target));
     default: {
         const jfieldID value = GetFieldID(env, cls, "value", "Z");
-        if (value == nullptr) return;
-        return env->SetBooleanField(target, value, *bytes); // a Boolean: the raw byte, wanted
+        if (value == nullptr) return false;
+        env->SetBooleanField(target, value, *bytes); // a Boolean: the raw byte, wanted
+        return true;
     }
     }
 }
 
 // What a value of Java is given from a native one. The classes are those of the rows that can be written to.
-void writeObject(JNIEnv* env, const jclass* classes, std::size_t likely, const void* pValue, CK_ULONG length,
+// False with an exception pending.
+bool writeObject(JNIEnv* env, const jclass* classes, std::size_t likely, const void* pValue, CK_ULONG length,
     jobject target)
 {
-    if (target == nullptr || pValue == nullptr || length == 0) return;
+    if (target == nullptr || pValue == nullptr || length == 0) return true;
     const std::size_t row = valueClassOf(env, classes, ROWS, target, likely);
-    if (row == ROWS) return throwUnsupportedClass(env, "Can not copy from CK type to %s", target);
+    if (row == ROWS) {
+        throwUnsupportedClass(env, "Can not copy from CK type to %s", target);
+        return false;
+    }
     const ValueKind kind = VALUE_CLASSES[row].kind;
-    if (length < minimumLength(kind)) return;
-    writeValue(env, kind, classes[row], target, pValue, length);
-}
-
-// False with an exception pending.
-bool writeType(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBUTE& source, jobject target)
-{
-    const jobject type = env->GetObjectField(target, fields.type);
-    if (typeOf(env, fields, type) != CKA_WILDCARD) return true;
-    setLongValue(env, fields.typeClass, type, source.type);
-    return !env->ExceptionCheck();
+    return length < minimumLength(kind) || writeValue(env, kind, classes[row], target, pValue, length);
 }
 
 // The target is a CK_ATTRIBUTE or null. False with an exception pending.
@@ -88,28 +84,33 @@ bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const jclass* cl
     const CK_ATTRIBUTE& source, bool mayBeWildcard, jobject target)
 {
     if (target == nullptr) return true;
-    if (mayBeWildcard && !writeType(env, fields, source, target)) return false;
+    if (mayBeWildcard) {
+        const jobject type = env->GetObjectField(target, fields.type);
+        const bool isWildcard = typeOf(env, fields, type) == CKA_WILDCARD;
+        if (isWildcard && !setLongValue(env, fields.typeClass, type, source.type)) return false;
+    }
     const jobject value = env->GetObjectField(target, fields.pValue);
-    writeObject(env, classes, likelyRow(source.type), source.pValue, source.ulValueLen, value);
-    if (env->ExceptionCheck()) return false;
+    const std::size_t likely = likelyRow(source.type);
+    if (!writeObject(env, classes, likely, source.pValue, source.ulValueLen, value)) return false;
     env->SetLongField(target, fields.valueLen, static_cast<jlong>(source.ulValueLen));
     return true;
 }
 
 } // namespace
 
-void CopyCKAttributeArrayToJAttributeArray(
+bool CopyCKAttributeArrayToJAttributeArray(
     JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target, bool mayHaveWildcards)
 {
     const jclass cls = FindClass(env, "[Lhalvorn/zerlin/CK_ATTRIBUTE;");
-    if (cls == nullptr || source == nullptr || target == nullptr) return;
-    if (!env->IsInstanceOf(target, cls)) return;
+    if (cls == nullptr) return false;
+    if (source == nullptr || target == nullptr || !env->IsInstanceOf(target, cls)) return true;
     const jsize length = elementsToCopy(env, target, count);
+    if (length == 0) return true;
     AttributeFields fields;
-    if (length == 0 || !findAttributeFields(env, fields)) return;
+    if (!findAttributeFields(env, fields)) return false;
     const jclass* const classes = findValueClasses(env, ROWS);
-    if (classes == nullptr) return;
-    forEachElement<4>(env, target, length, [&](jsize i, jobject element) {
+    if (classes == nullptr) return false;
+    return forEachElement<4>(env, target, length, [&](jsize i, jobject element) {
         return writeAttribute(env, fields, classes, source[i], mayHaveWildcards, element);
     });
 }
@@ -123,10 +124,10 @@ void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobjec
     writeAttribute(env, fields, classes, *source, true, attributeOrNull(env, fields, false, target));
 }
 
-void CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target)
+bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target)
 {
     const jclass* const classes = findValueClasses(env, ROWS);
-    if (classes != nullptr) writeObject(env, classes, 0, pValue, length, target);
+    return classes != nullptr && writeObject(env, classes, 0, pValue, length, target);
 }
 
 } // namespace zerlin

@@ -33,6 +33,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DeriveKey(JNIEnv* env,
     const CK_RV rv =
         C_DeriveKey(session, &mechanism.native, baseKey, attributes.attributes, toCK(ulAttributeCount), &key);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
-    return result(env, rv);
+    if (rv == CKR_OK && !writeKey(env, handleClass, phKey, key, pMechanism, mechanism)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

@@ -29,9 +29,8 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1FindObjects(JNIEnv* en
     CK_ULONG count = 0;
     const CK_RV rv = C_FindObjects(session, objects.data, toCK(ulMaxObjectCount), &count);
     if (hasRaised(env)) return nullptr;
-    SetLongField(env, longRefClass, pulObjectCount, "value", count);
-    if (rv == CKR_OK) {
-        CopyCKULongArrayToJObjectHandleArray(env, objects.data, objects.readable(count), phObject);
-    }
-    return result(env, rv);
+    if (!SetLongField(env, longRefClass, pulObjectCount, "value", count)) return nullptr;
+    const bool isWritten = rv != CKR_OK || CopyCKULongArrayToJObjectHandleArray(
+                                               env, objects.data, objects.readable(count), phObject);
+    return isWritten ? ckRVToJRV(env, rv) : nullptr;
 }

@@ -29,6 +29,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKey(JNIEnv* en
     CK_OBJECT_HANDLE key = 0;
     const CK_RV rv = C_GenerateKey(session, &mechanism.native, attributes.attributes, toCK(ulCount), &key);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
-    return result(env, rv);
+    if (rv == CKR_OK && !writeKey(env, handleClass, phKey, key, pMechanism, mechanism)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

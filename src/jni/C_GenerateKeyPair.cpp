@@ -1,6 +1,6 @@
 // C_GenerateKeyPair: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/frame.h"
+#include "jni/keys.h"
 
 using namespace zerlin;
 
@@ -38,10 +38,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKeyPair(JNIEnv
         &publicKey, &privateKey);
     if (hasRaised(env)) return nullptr;
     if (rv != CKR_OK) return ckRVToJRV(env, rv);
-    SetLongField(env, handleClass, phPublicKey, "m_value", publicKey);
-    if (env->ExceptionCheck()) return nullptr;
-    SetLongField(env, handleClass, phPrivateKey, "m_value", privateKey);
-    if (env->ExceptionCheck()) return nullptr;
-    CopyCKMechanismToJMechanism(env, &mechanism.native, pMechanism);
-    return result(env, rv);
+    const bool isWritten = SetLongField(env, handleClass, phPublicKey, "m_value", publicKey) &&
+                           writeKey(env, handleClass, phPrivateKey, privateKey, pMechanism, mechanism);
+    return isWritten ? ckRVToJRV(env, rv) : nullptr;
 }

@@ -27,6 +27,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetAttributeValue(
     const CK_RV rv = C_GetAttributeValue(session, object, attributes.attributes, toCK(ulCount));
     if (hasRaised(env)) return nullptr;
     // Whatever the result, so that a sensitive or missing attribute does not hide what was served.
-    CopyCKAttributeArrayToJAttributeArray(env, attributes.attributes, toCK(ulCount), pTemplate, hasWildcards);
-    return result(env, rv);
+    const bool isWritten = CopyCKAttributeArrayToJAttributeArray(
+        env, attributes.attributes, toCK(ulCount), pTemplate, hasWildcards);
+    return isWritten ? ckRVToJRV(env, rv) : nullptr;
 }

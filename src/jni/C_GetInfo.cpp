@@ -19,7 +19,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetInfo(JNIEnv* env, j
     if (hasRaised(env)) return nullptr;
     if (rv == CKR_OK) {
         info.libraryVersion = {3, 10}; // the version of this binding, wanted
-        CopyCKInfoToJInfo(env, &info, pInfo);
+        if (!CopyCKInfoToJInfo(env, &info, pInfo)) return nullptr;
     }
-    return result(env, rv);
+    return ckRVToJRV(env, rv);
 }

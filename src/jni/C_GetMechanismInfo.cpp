@@ -21,6 +21,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetMechanismInfo(
     CK_MECHANISM_INFO info{};
     const CK_RV rv = C_GetMechanismInfo(toCK(slotID), mechanism, &info);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK) CopyCKMechanismInfoToJMechanismInfo(env, &info, pInfo);
-    return result(env, rv);
+    if (rv == CKR_OK && !CopyCKMechanismInfoToJMechanismInfo(env, &info, pInfo)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

@@ -21,6 +21,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetSessionInfo(
     CK_SESSION_INFO info{};
     const CK_RV rv = C_GetSessionInfo(session, &info);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK) CopyCKSessionInfoToJSessionInfo(env, &info, pInfo);
-    return result(env, rv);
+    if (rv == CKR_OK && !CopyCKSessionInfoToJSessionInfo(env, &info, pInfo)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

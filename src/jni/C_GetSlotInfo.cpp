@@ -18,6 +18,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetSlotInfo(
     CK_SLOT_INFO info{};
     const CK_RV rv = C_GetSlotInfo(toCK(slotID), &info);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK) CopyCKSlotInfoToJSlotInfo(env, &info, pInfo);
-    return result(env, rv);
+    if (rv == CKR_OK && !CopyCKSlotInfoToJSlotInfo(env, &info, pInfo)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

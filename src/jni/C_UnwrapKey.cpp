@@ -36,6 +36,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1UnwrapKey(JNIEnv* env,
     const CK_RV rv = C_UnwrapKey(session, &mechanism.native, unwrappingKey, wrappedKey.data,
         toCK(ulWrappedKeyLen), attributes.attributes, toCK(ulAttributeCount), &key);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK) writeKey(env, handleClass, phKey, key, pMechanism, mechanism);
-    return result(env, rv);
+    if (rv == CKR_OK && !writeKey(env, handleClass, phKey, key, pMechanism, mechanism)) return nullptr;
+    return ckRVToJRV(env, rv);
 }

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <type_traits>
 
 #include <jni.h>
 
@@ -181,7 +180,7 @@ private:
 // the Java array. CKR_HOST_MEMORY when the caller's capacity cannot be had.
 template <typename Element, typename JArray, typename Call>
 jobject callWithOutput(JNIEnv* env, CallMemory& memory, Content content, jclass longRefClass,
-    jobject pulLength, JArray jOutput, void (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray),
+    jobject pulLength, JArray jOutput, bool (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray),
     Call call)
 {
     const jfieldID value = fieldOf(env, longRefClass, pulLength, "value", "J");
@@ -199,9 +198,7 @@ jobject callWithOutput(JNIEnv* env, CallMemory& memory, Content content, jclass 
         env->SetLongField(pulLength, value, static_cast<jlong>(length));
     }
     if (rv != CKR_OK || jOutput == nullptr) return ckRVToJRV(env, rv);
-    copyToJava(env, output.data, output.readable(length), jOutput);
-    // Only the objects of an array can raise an exception.
-    return std::is_same_v<JArray, jobjectArray> ? result(env, rv) : ckRVToJRV(env, rv);
+    return copyToJava(env, output.data, output.readable(length), jOutput) ? ckRVToJRV(env, rv) : nullptr;
 }
 
 // The natives that take nothing but a session.

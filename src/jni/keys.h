@@ -6,12 +6,14 @@
 namespace zerlin {
 
 // The new key's handle into the caller's object, then what the mechanism has returned into its parameter.
-inline void writeKey(JNIEnv* env, jclass handleClass, jobject phKey, CK_OBJECT_HANDLE key, jobject pMechanism,
+// False with an exception pending.
+inline bool writeKey(JNIEnv* env, jclass handleClass, jobject phKey, CK_OBJECT_HANDLE key, jobject pMechanism,
     const Mechanism& mechanism)
 {
-    SetLongField(env, handleClass, phKey, "m_value", key);
-    if (env->ExceptionCheck()) return;
+    if (!SetLongField(env, handleClass, phKey, "m_value", key)) return false;
+    if (mechanism.native.pParameter == nullptr) return true;
     CopyCKMechanismToJMechanism(env, &mechanism.native, pMechanism);
+    return !env->ExceptionCheck();
 }
 
 } // namespace zerlin

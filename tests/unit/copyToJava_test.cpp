@@ -40,7 +40,7 @@ TEST_F(CopyToJava, datesKeepTheirArrays)
     EXPECT_EQ(text(env, {date}), "[2024..-20-1]"); // the month from the year's first characters: wanted
 }
 
-constexpr std::pair<const char*, void (*)(JNIEnv*, const CK_ULONG*, CK_ULONG, jobjectArray)> OBJECT_ARRAYS[] =
+constexpr std::pair<const char*, bool (*)(JNIEnv*, const CK_ULONG*, CK_ULONG, jobjectArray)> OBJECT_ARRAYS[] =
     {
         {HANDLE, CopyCKULongArrayToJObjectHandleArray},
         {MECHANISM_TYPE, CopyCKULongArrayToJMechanismTypeArray},
