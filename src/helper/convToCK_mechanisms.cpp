@@ -62,6 +62,8 @@ constexpr ParameterConverter s_converters[] = {
 };
 
 constexpr std::size_t ROWS = std::size(s_converters);
+constexpr std::size_t PSS_ROW = 1;
+static_assert(s_converters[PSS_ROW].structure == &RSA_PKCS_PSS);
 
 // The classes of the rows, and last the class that most parameters have, which no row is for.
 template <std::size_t... row>
@@ -71,9 +73,12 @@ constexpr auto parameterClassPaths(std::index_sequence<row...>)
 }
 constexpr auto PARAMETER_CLASS_PATHS = parameterClassPaths(std::make_index_sequence<ROWS>());
 
-// The row of whose class the object is, or null. The classes are those of the paths.
+// The row of whose class the object is, or null. The classes are those of the paths. No object is of two
+// rows, so that the order of the tests cannot change which one it is: the parameter of signatures comes
+// first.
 const ParameterConverter* converterOf(JNIEnv* env, const jclass* classes, jobject object)
 {
+    if (env->IsInstanceOf(object, classes[PSS_ROW])) return &s_converters[PSS_ROW];
     for (std::size_t row = 0; row < ROWS; ++row) {
         if (env->IsInstanceOf(object, classes[row])) return &s_converters[row];
     }

@@ -67,6 +67,12 @@ bool readNumber(Reading& reading, const Member& member)
     return true;
 }
 
+// As jMechanismTypeToCKMechanismType: the field's own class vouches for the object's.
+CK_MECHANISM_TYPE mechanismTypeOf(JNIEnv* env, jobject type)
+{
+    return GetLongField(env, FindClass(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE"), type, "m_value");
+}
+
 // A member whose object holds the value. False with an exception pending.
 template <typename Native>
 bool readHolder(
@@ -204,7 +210,7 @@ bool readMember(Reading& reading, const Member& member)
     case MemberKind::Unread:
         return readNumber(reading, member);
     case MemberKind::MechanismType:
-        return readHolder(reading, member, MECHANISM_TYPE, jMechanismTypeToCKMechanismType);
+        return readHolder(reading, member, MECHANISM_TYPE, mechanismTypeOf);
     case MemberKind::OaepSource:
         return readHolder(reading, member, OAEP_SOURCE_TYPE, jRsaPkcsOaepSourceTypeToCKRsaPkcsOaepSourceType);
     case MemberKind::ObjectHandle:

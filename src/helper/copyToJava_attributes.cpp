@@ -92,7 +92,9 @@ bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const jclass* cl
     const jobject value = env->GetObjectField(target, fields.pValue);
     const std::size_t likely = likelyRow(source.type);
     if (!writeObject(env, classes, likely, source.pValue, source.ulValueLen, value)) return false;
-    env->SetLongField(target, fields.valueLen, static_cast<jlong>(source.ulValueLen));
+    const auto length = static_cast<jlong>(source.ulValueLen);
+    if (env->GetLongField(target, fields.valueLen) == length) return true; // reading costs less than writing
+    env->SetLongField(target, fields.valueLen, length);
     return true;
 }
 
