@@ -12,8 +12,7 @@ namespace {
 [[gnu::used]] const char* const fileVersion =
     "FileVersion: \"$RCSfile: prod/zerlin/src/helper/memory $\" \"$Revision: 1.1.1.2 $\"";
 
-constexpr std::size_t SMALL = 1024; // what is no bigger is taken from chunks
-constexpr std::size_t CHUNK = 16 * SMALL;
+constexpr std::size_t CHUNK = std::size_t{16} << 10;
 
 // From here on malloc would fetch fresh pages for every call too, one by one.
 constexpr std::size_t BIG = std::size_t{512} << 10;
@@ -81,7 +80,7 @@ void CallMemory::map(std::size_t size)
 
 CK_BYTE_PTR CallMemory::takeMore(std::size_t size, bool isZeroed)
 {
-    if (size <= SMALL) {
+    if (size <= CHUNKED_SIZE) {
         CK_BYTE_PTR const taken = takeFromChunk(size);
         if (taken != nullptr && isZeroed) std::memset(taken, 0, size);
         return taken;

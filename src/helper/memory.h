@@ -30,11 +30,20 @@ inline void wipeAndFree(void* memory)
 // Whether bytes must be overwritten when the call is over.
 enum class Content { Secret, Public };
 
+// Two buffers of a KiB and some. The address sanitizer sees the ends of buffers only where each is malloc's.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t STACK_SIZE = 1;
+constexpr std::size_t CHUNKED_SIZE = 0;
+#else
+constexpr std::size_t STACK_SIZE = 2560;
+constexpr std::size_t CHUNKED_SIZE = 1024; // what is no bigger is taken from chunks
+#endif
+
 // The buffers of one call: small ones on the stack or, where that is used up, in chunks; big ones in one
 // mapping of its own, whose pages cost far less than malloc's and go back to the system, which clears them;
 // from malloc what lies between.
 struct CallMemory {
-    alignas(8) CK_BYTE stack[2560]; // two buffers of a KiB and some
+    alignas(8) CK_BYTE stack[STACK_SIZE];
     std::size_t stackUsed = 0;
     struct Chunk* chunks = nullptr; // the last one first
     CK_BYTE_PTR mapping = nullptr;
