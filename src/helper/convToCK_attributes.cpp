@@ -218,7 +218,7 @@ bool convertTemplate(
     const jclass arrayClass = FindClass(env, "[Lhalvorn/zerlin/CK_ATTRIBUTE;");
     if (classes == nullptr || arrayClass == nullptr) return false;
     const bool isTyped = env->IsInstanceOf(array, arrayClass);
-    return forEachElement<4>(env, array, length, [&](jsize i, jobject element) {
+    return forEachElement<3>(env, array, length, [&](jsize i, jobject element) {
         const jobject object = attributeOrNull(env, fields, isTyped, element);
         return convertAttribute(env, memory, fields, classes, object, (*data)[i]);
     });

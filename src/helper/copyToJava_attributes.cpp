@@ -112,7 +112,7 @@ bool CopyCKAttributeArrayToJAttributeArray(
     if (!findAttributeFields(env, fields)) return false;
     const jclass* const classes = findValueClasses(env, ROWS);
     if (classes == nullptr) return false;
-    return forEachElement<4>(env, target, length, [&](jsize i, jobject element) {
+    return forEachElement<3>(env, target, length, [&](jsize i, jobject element) {
         return writeAttribute(env, fields, classes, source[i], mayHaveWildcards, element);
     });
 }

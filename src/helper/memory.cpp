@@ -89,7 +89,7 @@ CK_BYTE_PTR CallMemory::takeMore(std::size_t size, bool isZeroed)
         if (mapping == nullptr) map(size);
         if (mapping != nullptr && size <= mappingSize - mappingUsed) {
             CK_BYTE_PTR const taken = mapping + mappingUsed;
-            mappingUsed += size;
+            mappingUsed += roundedUp(size, 8);
             return taken;
         }
     }

@@ -3,6 +3,7 @@
 #include "failures.h"
 #include "jvm.h"
 #include "param_text.h"
+#include "values.h"
 
 namespace {
 
@@ -44,6 +45,23 @@ TEST_F(Mechanisms, theParameterOfTypeZeroIsNeverFreed)
         EXPECT_EQ(rvOf(env, NATIVE(C_1DigestInit)(env, nullptr, session(env), jMechanism)), CKR_OK);
         ASSERT_EQ(heap.blocks.size(), 1U);
         std::free(heap.blocks.begin()->first);
+    }
+}
+
+// The deepest that conversions nest: a value of no known class in a template in a parameter.
+TEST_F(Mechanisms, fewReferencesAreHeldAtOnce)
+{
+    const jobject label = attribute(env, 3, bytes(env, "abc"), 3);
+    const jobject unknown = attribute(env, 3, longRef(env, 1), 4);
+    const jobject parameter = alloc(env, "halvorn/zerlin/params/CK_PKCS12_PBE_IMPORT_PARAMS");
+    for (std::size_t known = 0; known < 8; ++known) {
+        std::vector<jobject> elements(known, label);
+        elements.push_back(unknown);
+        setObject(env, parameter, "certAttr", "[Lhalvorn/zerlin/CK_ATTRIBUTE;", attributes(env, elements));
+        const Call made = call(NATIVE(C_1DigestInit), session(env), mechanism(env, 1, parameter, 32));
+        const Watched watched = watch(env, {}, [&] { EXPECT_EQ(made(env), nullptr); });
+        EXPECT_LE(watched.maxLocalRefs, 16U);
+        EXPECT_EQ(takeException(env).substr(0, 39), "java.lang.UnsupportedOperationException");
     }
 }
 
