@@ -10,6 +10,7 @@
 #include "helper/jutil.h"
 #include "helper/memory.h"
 #include "helper/parameters.h"
+#include "helper/valueClasses.h"
 #include "util/assertion.h"
 
 namespace zerlin {
@@ -104,6 +105,8 @@ bool convertParameter(
     const jclass* const classes = FindClasses(env, PARAMETER_CLASS_PATHS);
     if (classes == nullptr) return false;
     if (env->IsInstanceOf(object, classes[ROWS])) {
+        // As every bare value, it is taken only where all the classes of values can be found.
+        if (findValueClasses(env, std::size(VALUE_CLASSES)) == nullptr) return false;
         CK_BYTE_PTR bytes = nullptr;
         jByteArrayToCKByteArray(env, static_cast<jbyteArray>(object), &bytes, &mechanism.ulParameterLen);
         mechanism.pParameter = bytes;

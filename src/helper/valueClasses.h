@@ -4,6 +4,7 @@
 
 #include <array>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include <jni.h>
@@ -94,14 +95,22 @@ inline constexpr std::size_t TESTED_ROWS[] = {
     0, 2, 1, 12, 9, 3, 4, 5, 6, 7, 8, 10, 11, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25};
 static_assert(std::size(TESTED_ROWS) == std::size(VALUE_CLASSES));
 
+consteval std::size_t rowOf(std::string_view path)
+{
+    std::size_t row = 0;
+    while (path != VALUE_CLASSES[row].path.text)
+        ++row;
+    return row;
+}
+
 // The row that a value of an attribute of that type nearly always has.
 inline std::size_t likelyRow(CK_ATTRIBUTE_TYPE type)
 {
     switch (type) {
     case CKA_CLASS:
-        return 12;
+        return rowOf("halvorn/zerlin/constants/CK_OBJECT_CLASS");
     case CKA_KEY_TYPE:
-        return 9;
+        return rowOf("halvorn/zerlin/constants/CK_KEY_TYPE");
     case CKA_TOKEN:
     case CKA_PRIVATE:
     case CKA_SENSITIVE:
@@ -114,12 +123,12 @@ inline std::size_t likelyRow(CK_ATTRIBUTE_TYPE type)
     case CKA_DERIVE:
     case CKA_EXTRACTABLE:
     case CKA_MODIFIABLE:
-        return 2;
+        return rowOf("halvorn/zerlin/CK_BBOOL");
     case CKA_VALUE_LEN:
     case CKA_MODULUS_BITS:
-        return 1;
+        return rowOf("java/lang/Long");
     default:
-        return 0;
+        return rowOf("[B");
     }
 }
 

@@ -25,9 +25,10 @@ public final class CK {
      * Looks a constant up by its name without the prefix. The only name known is
      * {@code "UNAVAILABLE_INFORMATION"}.
      *
-     * @param name the name, case-sensitive, without {@code CK_}; null crashes the JVM
+     * @param name the name, case-sensitive, without {@code CK_}
      * @return the value, 0 to 4294967295
      * @throws UnsupportedOperationException {@code "Constant ... not recognised"} for every other name
+     * @throws NullPointerException for null
      */
     public static native long GetConstantValue(String name);
 }
