@@ -29,25 +29,38 @@ bool isSame(const char* known, Literal wanted)
     return known == wanted.text || std::strcmp(known, wanted.text) == 0;
 }
 
-// The entry of that key, or the free one where it belongs. There are more entries than paths.
+bool isOf(const memory::Class& entry, Literal path)
+{
+    const char* const known = entry.path.load(std::memory_order_acquire);
+    return known != nullptr && isSame(known, path);
+}
+
+bool isOf(const memory::Member& entry, jclass owner, Literal name, Literal signature)
+{
+    return entry.owner.load(std::memory_order_acquire) == owner && isSame(entry.name, name) &&
+           isSame(entry.signature, signature);
+}
+
+// The entry of that key, or the free one where it belongs; that one another thread may give to another key as
+// soon as the lock is not held. There are more entries than keys.
 memory::Class& entryOf(Literal path)
 {
     std::size_t slot = memory::slotOf(path);
-    for (;; slot = (slot + 1) % memory::CLASS_SLOTS) {
-        const char* const known = memory::classes[slot].path.load(std::memory_order_acquire);
-        if (known == nullptr || isSame(known, path)) return memory::classes[slot];
+    while (memory::classes[slot].path.load(std::memory_order_acquire) != nullptr &&
+           !isOf(memory::classes[slot], path)) {
+        slot = (slot + 1) % memory::CLASS_SLOTS;
     }
+    return memory::classes[slot];
 }
 
 memory::Member& entryOf(jclass owner, Literal name, Literal signature)
 {
     std::size_t slot = memory::slotOf(owner, name, signature);
-    for (;; slot = (slot + 1) % memory::MEMBER_SLOTS) {
-        memory::Member& entry = memory::members[slot];
-        const jclass known = entry.owner.load(std::memory_order_acquire);
-        if (known == nullptr) return entry;
-        if (known == owner && isSame(entry.name, name) && isSame(entry.signature, signature)) return entry;
+    while (memory::members[slot].owner.load(std::memory_order_acquire) != nullptr &&
+           !isOf(memory::members[slot], owner, name, signature)) {
+        slot = (slot + 1) % memory::MEMBER_SLOTS;
     }
+    return memory::members[slot];
 }
 
 const Table* tableOf(std::span<const Literal> paths)
@@ -85,8 +98,8 @@ template <typename ID>
 ID findMember(JNIEnv* env, jclass cls, Literal name, Literal signature,
     ID (JNIEnv::*lookUp)(jclass, const char*, const char*))
 {
-    const memory::Member& entry = entryOf(cls, name, signature);
-    if (entry.owner.load(std::memory_order_acquire) != nullptr) return static_cast<ID>(entry.id);
+    const memory::Member& known = entryOf(cls, name, signature);
+    if (isOf(known, cls, name, signature)) return static_cast<ID>(known.id);
     if (env->ExceptionCheck()) return nullptr;
     const ID id = (env->*lookUp)(cls, name.text, signature.text);
     if (id != nullptr) rememberMember(cls, name, signature, id);
@@ -103,7 +116,7 @@ Member members[MEMBER_SLOTS];
 jclass findClass(JNIEnv* env, Literal path)
 {
     const Class& known = entryOf(path);
-    if (known.path.load(std::memory_order_acquire) != nullptr) return known.reference;
+    if (isOf(known, path)) return known.reference;
     if (env->ExceptionCheck()) return nullptr;
     const LocalRef<jclass> found(env, env->FindClass(path.text));
     if (found == nullptr) return nullptr;
