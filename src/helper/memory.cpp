@@ -80,7 +80,7 @@ void CallMemory::map(std::size_t size)
 
 CK_BYTE_PTR CallMemory::takeMore(std::size_t size, bool isZeroed)
 {
-    if (size <= CHUNKED_SIZE) {
+    if (size < UNCHUNKED_SIZE) {
         CK_BYTE_PTR const taken = takeFromChunk(size);
         if (taken != nullptr && isZeroed) std::memset(taken, 0, size);
         return taken;

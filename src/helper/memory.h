@@ -33,10 +33,10 @@ enum class Content { Secret, Public };
 // Two buffers of a KiB and some. The address sanitizer sees the ends of buffers only where each is malloc's.
 #ifdef __SANITIZE_ADDRESS__
 constexpr std::size_t STACK_SIZE = 1;
-constexpr std::size_t CHUNKED_SIZE = 0;
+constexpr std::size_t UNCHUNKED_SIZE = 1;
 #else
 constexpr std::size_t STACK_SIZE = 2560;
-constexpr std::size_t CHUNKED_SIZE = 1024; // what is no bigger is taken from chunks
+constexpr std::size_t UNCHUNKED_SIZE = 1025; // what is smaller is taken from chunks
 #endif
 
 // The buffers of one call: small ones on the stack or, where that is used up, in chunks; big ones in one
