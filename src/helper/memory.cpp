@@ -67,15 +67,17 @@ void CallMemory::wipeChunks() const
 void CallMemory::map(std::size_t size)
 {
     const std::size_t room = 2 * size + BIG;
-    void* const mapped = mmap(nullptr, room + HUGE_PAGE, PROT_READ | PROT_WRITE,
-        MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    const std::size_t wanted = room + 2 * HUGE_PAGE; // where it begins is not known
+    void* const mapped =
+        mmap(nullptr, wanted, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     if (mapped == MAP_FAILED) return;
     mapping = static_cast<CK_BYTE_PTR>(mapped);
-    mappingSize = room + HUGE_PAGE;
+    mappingSize = wanted;
     const auto address = reinterpret_cast<std::uintptr_t>(mapped);
     mappingUsed = roundedUp(address, HUGE_PAGE) - address;
-    // The bytes beyond whole huge pages are but a few: ordinary pages will do.
-    madvise(mapping + mappingUsed, room / HUGE_PAGE * HUGE_PAGE, MADV_HUGEPAGE);
+    // Ordinary pages will do for what is beyond them by a few bytes.
+    const std::size_t hugePages = (room + HUGE_PAGE / 2) / HUGE_PAGE;
+    madvise(mapping + mappingUsed, hugePages * HUGE_PAGE, MADV_HUGEPAGE);
 }
 
 CK_BYTE_PTR CallMemory::takeMore(std::size_t size, bool isZeroed)
@@ -89,7 +91,7 @@ CK_BYTE_PTR CallMemory::takeMore(std::size_t size, bool isZeroed)
         if (mapping == nullptr) map(size);
         if (mapping != nullptr && size <= mappingSize - mappingUsed) {
             CK_BYTE_PTR const taken = mapping + mappingUsed;
-            mappingUsed += roundedUp(size, 8);
+            mappingUsed = std::min(mappingSize, mappingUsed + roundedUp(size, 8));
             return taken;
         }
     }

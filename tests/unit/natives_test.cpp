@@ -80,6 +80,32 @@ TEST_F(Natives, buffersHaveTheirSizes)
     EXPECT_EQ(list, 2999 * sizeof(CK_SLOT_ID)) << "one to spare";
 }
 
+// On the stack, in chunks, from malloc and in the mapping: every value whole, none over another.
+TEST_F(Natives, valuesOfAllSizesStandSideBySide)
+{
+    std::vector<jobject> values;
+    for (const jsize size :
+        {3, 1000, 1024, 1025, 2000, 3000, 524287, 524288, 700001, 700001, 524288, 1500000})
+        for (int twice = 0; twice < 2; ++twice)
+            values.push_back(attribute(env, 17, bytes(env, Bytes(size, CK_BYTE(values.size() + 1))), size));
+    recorder::script().attributeLimit = 0;
+    recorder::script().C_CreateObject = [&](auto, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, auto) {
+        EXPECT_EQ(ulCount, values.size());
+        for (CK_ULONG i = 0; i < ulCount; ++i) {
+            const auto* const data = static_cast<const CK_BYTE*>(pTemplate[i].pValue);
+            const auto length = static_cast<std::ptrdiff_t>(pTemplate[i].ulValueLen);
+            EXPECT_EQ(std::count(data, data + length, CK_BYTE(i + 1)), length) << i;
+        }
+        return CKR_OK;
+    };
+    const HeapWatch heap;
+    const auto count = static_cast<jlong>(values.size());
+    EXPECT_EQ(rvOf(env, call(NATIVE(C_1CreateObject), session(env), attributes(env, values), count,
+                            object(env, 0))(env)),
+        CKR_OK);
+    EXPECT_EQ(heap.blocks.size(), 0U);
+}
+
 TEST_F(Natives, attributesAreReadBackWhateverTheResult)
 {
     for (const CK_RV rv : {CKR_OK, CKR_ATTRIBUTE_SENSITIVE, CKR_DEVICE_ERROR}) {
