@@ -87,14 +87,14 @@ TEST_F(Natives, valuesOfAllSizesStandSideBySide)
     for (const jsize size :
         {3, 1000, 1024, 1025, 2000, 3000, 524287, 524288, 700001, 700001, 524288, 1500000})
         for (int twice = 0; twice < 2; ++twice)
-            values.push_back(attribute(env, 17, bytes(env, Bytes(size, CK_BYTE(values.size() + 1))), size));
+            values.push_back(attribute(env, 17, bytes(env, Bytes(size, CK_BYTE(values.size() + 64))), size));
     recorder::script().attributeLimit = 0;
     recorder::script().C_CreateObject = [&](auto, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, auto) {
         EXPECT_EQ(ulCount, values.size());
         for (CK_ULONG i = 0; i < ulCount; ++i) {
             const auto* const data = static_cast<const CK_BYTE*>(pTemplate[i].pValue);
             const auto length = static_cast<std::ptrdiff_t>(pTemplate[i].ulValueLen);
-            EXPECT_EQ(std::count(data, data + length, CK_BYTE(i + 1)), length) << i;
+            EXPECT_EQ(std::count(data, data + length, CK_BYTE(i + 64)), length) << i;
         }
         return CKR_OK;
     };
