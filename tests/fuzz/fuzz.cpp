@@ -1,12 +1,12 @@
 // Calls natives with hostile arguments, over a Cryptoki library that answers at random, and asks after each
 // call what must hold whatever the arguments were. Every call has its own seed, made of --seed and its
 // number, so that --seed S --first N --calls 1 repeats it alone.
-#include "failing_alloc.h"
-#include "faulty_env.h"
-#include "jni_helpers.h"
-#include "jvm.h"
+#include "harness/failing_alloc.h"
+#include "harness/faulty_env.h"
+#include "harness/jni_helpers.h"
+#include "harness/jvm.h"
 
-#include "double/recorder.h"
+#include "fakes/recorder.h"
 #include "halvorn_zerlin_Cryptoki.h"
 
 #include <algorithm>
@@ -375,6 +375,8 @@ void printToldAndAbort(int)
 }
 
 } // namespace
+
+const char* const CLASS_PATH = ZERLIN_CLASSPATH;
 
 extern "C" [[gnu::weak]] void __sanitizer_set_death_callback(void (*callback)());
 

@@ -233,10 +233,10 @@ const std::string COUNTS = "1111322334355112354145234434135533553253233533353533
 
 [[noreturn]] void expectForwarded()
 {
-    setenv("ZERLIN_MODULE", ZERLIN_MODULE_DOUBLE, 1);
+    setenv("ZERLIN_MODULE", ZERLIN_RECORDING_MODULE, 1);
     CK_FUNCTION_LIST_PTR list = nullptr;
     if (C_GetFunctionList(&list) != CKR_OK || list->C_GetFunctionList != C_GetFunctionList) std::_Exit(1);
-    void* const module = dlopen(ZERLIN_MODULE_DOUBLE, RTLD_NOW | RTLD_NOLOAD);
+    void* const module = dlopen(ZERLIN_RECORDING_MODULE, RTLD_NOW | RTLD_NOLOAD);
     const auto last = static_cast<const CK_ULONG*>(dlsym(module, "lastArguments"));
     using Function =
         CK_RV (*)(CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG);

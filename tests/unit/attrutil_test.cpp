@@ -1,5 +1,5 @@
 // Attribute templates and sets: lookup, numbers, kinds, the rules of what may change, memory.
-#include "failing_alloc.h"
+#include "harness/failing_alloc.h"
 #include "zerlin/attrutil.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Attribute values and templates from Java to native.
 #include "helper/convToCK.h"
 
-#include "failures.h"
+#include "harness/failures.h"
 #include "values.h"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Attributes from native to new Java objects.
 #include "helper/convToJava.h"
 
-#include "failures.h"
+#include "harness/failures.h"
 #include "values.h"
 
 #include <set>

@@ -1,6 +1,6 @@
 // Native values that become new Java objects.
 #include "conversion_cases.h"
-#include "natives.h"
+#include "harness/natives.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Every conversion with each of its JNI calls and allocations failing in turn.
 #include "conversion_cases.h"
-#include "failures.h"
+#include "harness/failures.h"
 #include "values.h"
 
 #include <cstdlib>

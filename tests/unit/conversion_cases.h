@@ -2,12 +2,12 @@
 // sides, typed out a second time.
 #pragma once
 
+#include "harness/jni_helpers.h"
+#include "harness/jvm.h"
 #include "helper/convToCK.h"
 #include "helper/convToJava.h"
 #include "helper/copyToCK.h"
 #include "helper/copyToJava.h"
-#include "jni_helpers.h"
-#include "jvm.h"
 
 #include <algorithm>
 #include <utility>

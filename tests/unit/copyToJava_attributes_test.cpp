@@ -1,7 +1,7 @@
 // Attribute values from native into the Java objects that a template holds.
 #include "helper/copyToJava.h"
 
-#include "failures.h"
+#include "harness/failures.h"
 #include "values.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // Native results that are copied into Java objects of the caller's.
 #include "conversion_cases.h"
-#include "natives.h"
+#include "harness/natives.h"
 
 namespace {
 

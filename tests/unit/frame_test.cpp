@@ -1,6 +1,6 @@
 // What all natives have in common, over a table to which every native adds its row: how arguments become what
 // the Cryptoki library is given, what is refused, what comes back, and what happens when a JNI call fails.
-#include "failures.h"
+#include "harness/failures.h"
 #include "param_text.h"
 #include "values.h"
 

@@ -1,8 +1,8 @@
 // What the other tests rely on: a complaint of the JVM is seen, a call that was told to fail fails, and what
 // is held or misused is seen. With the JDK's own classes only.
-#include "faulty_env.h"
-#include "jni_helpers.h"
-#include "jvm.h"
+#include "harness/faulty_env.h"
+#include "harness/jni_helpers.h"
+#include "harness/jvm.h"
 
 namespace {
 

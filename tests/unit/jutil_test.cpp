@@ -1,6 +1,6 @@
 // Lookups and their memory, the field accessors and the exceptions that the library throws.
 #include "conversion_cases.h"
-#include "faulty_env.h"
+#include "harness/faulty_env.h"
 #include "helper/jutil.h"
 
 #include <atomic>

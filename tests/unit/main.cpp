@@ -1,5 +1,9 @@
 // Runs the unit tests.
+#include "harness/jvm.h"
+
 #include <gtest/gtest.h>
+
+const char* const CLASS_PATH = ZERLIN_CLASSPATH;
 
 int main(int argc, char** argv)
 {

@@ -1,7 +1,7 @@
 // Mechanisms on their way to the Cryptoki library and back to the heap: what is no parameter structure, and
 // who frees when.
-#include "failures.h"
-#include "jvm.h"
+#include "harness/failures.h"
+#include "harness/jvm.h"
 #include "param_text.h"
 #include "values.h"
 

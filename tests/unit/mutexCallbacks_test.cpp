@@ -1,6 +1,6 @@
 // Java's locking callbacks: what C_Initialize makes of them, how long they stay registered, and what becomes
 // of a call that the Cryptoki library makes to one, on whatever thread.
-#include "failures.h"
+#include "harness/failures.h"
 #include "helper/jutil.h"
 #include "jni/mutexCallbacks.h"
 

@@ -1,9 +1,9 @@
 // The natives that name constants and tell the sizes of mechanism parameters.
-#include "failures.h"
 #include "halvorn_zerlin_CK_MECHANISM.h"
 #include "halvorn_zerlin_CTUtil.h"
 #include "halvorn_zerlin_constants_CK.h"
-#include "jvm.h"
+#include "harness/failures.h"
+#include "harness/jvm.h"
 #include "param_text.h"
 
 namespace {

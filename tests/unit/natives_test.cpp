@@ -1,6 +1,6 @@
 // What is particular to single natives, beyond what all have in common.
-#include "failures.h"
 #include "halvorn_zerlin_CTUtil.h"
+#include "harness/failures.h"
 #include "param_text.h"
 #include "values.h"
 

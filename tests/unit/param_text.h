@@ -3,7 +3,7 @@
 // null.
 #pragma once
 
-#include "natives.h"
+#include "harness/natives.h"
 
 #include <algorithm>
 #include <cstring>

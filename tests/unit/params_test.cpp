@@ -1,6 +1,6 @@
 // Mechanism parameter objects as the Cryptoki library sees them, and what is left of them afterwards.
-#include "failures.h"
-#include "jvm.h"
+#include "harness/failures.h"
+#include "harness/jvm.h"
 #include "param_text.h"
 
 namespace {

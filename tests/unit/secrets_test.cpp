@@ -1,7 +1,7 @@
 // Secrets that go through the natives, in whatever form and size, leave nothing behind in this process's
 // native memory: neither where heap memory was freed nor on the stack.
 #include "halvorn_zerlin_CTUtil.h"
-#include "jvm.h"
+#include "harness/jvm.h"
 #include "param_text.h"
 #include "values.h"
 

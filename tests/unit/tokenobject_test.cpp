@@ -1,5 +1,5 @@
 // The token object helpers: which calls they make, when they stop.
-#include "../double/recorder.h"
+#include "fakes/recorder.h"
 #include "zerlin/tokenobject.h"
 
 #include <gtest/gtest.h>

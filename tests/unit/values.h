@@ -1,7 +1,7 @@
 // Attribute values as Java objects, one of each class, and the attributes that hold them.
 #pragma once
 
-#include "natives.h"
+#include "harness/natives.h"
 
 namespace jni {
 

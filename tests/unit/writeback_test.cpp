@@ -1,9 +1,9 @@
 // Mechanism parameters from native to Java: the results that key-producing calls leave in the caller's
 // parameter object, and the new objects that are made of a native mechanism.
-#include "failures.h"
+#include "harness/failures.h"
+#include "harness/jvm.h"
 #include "helper/convToCK.h"
 #include "helper/convToJava.h"
-#include "jvm.h"
 #include "param_text.h"
 
 namespace {

@@ -1,9 +1,9 @@
 // Natives called as the C functions that they are, with Java arguments that a test can change one by one.
 #pragma once
 
-#include "../double/recorder.h"
+#include "fakes/recorder.h"
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni_helpers.h"
+#include "harness/jni_helpers.h"
 
 #include <cstring>
 #include <functional>

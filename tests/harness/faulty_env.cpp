@@ -1,6 +1,6 @@
 // Wraps those entries of the JNI function table that the library uses. The table of the real environment is
 // replaced, not the environment: the JVM finds its thread by the environment's address.
-#include "faulty_env.h"
+#include "harness/faulty_env.h"
 
 #include <algorithm>
 #include <type_traits>

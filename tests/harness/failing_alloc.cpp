@@ -1,5 +1,5 @@
 // The wrappers that the linker puts in the place of malloc, calloc, realloc and free.
-#include "failing_alloc.h"
+#include "harness/failing_alloc.h"
 
 #include <cstddef>
 

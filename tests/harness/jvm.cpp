@@ -1,9 +1,9 @@
 // Starts the JVM and collects what it prints, so that its warnings about JNI calls fail the test that made
 // them.
-#include "jvm.h"
+#include "harness/jvm.h"
 
-#include "double/recorder.h"
-#include "jni_helpers.h"
+#include "fakes/recorder.h"
+#include "harness/jni_helpers.h"
 
 #include <array>
 #include <cstdarg>
@@ -31,7 +31,7 @@ jint JNICALL collectPrinted(FILE* stream, const char* format, va_list arguments)
 
 JavaVM* startJvm()
 {
-    std::string classPath = "-Djava.class.path=" ZERLIN_CLASSPATH;
+    std::string classPath = std::string("-Djava.class.path=") + CLASS_PATH;
     const auto option = [](const char* text) { return JavaVMOption{const_cast<char*>(text), nullptr}; };
     std::array options = {
         JavaVMOption{const_cast<char*>("vfprintf"), reinterpret_cast<void*>(collectPrinted)},

@@ -2,10 +2,10 @@
 // a process that an assertion ends.
 #pragma once
 
-#include "failing_alloc.h"
-#include "faulty_env.h"
-#include "jvm.h"
-#include "natives.h"
+#include "harness/failing_alloc.h"
+#include "harness/faulty_env.h"
+#include "harness/jvm.h"
+#include "harness/natives.h"
 
 #include <algorithm>
 #include <csignal>

@@ -1,5 +1,5 @@
 // The recording Cryptoki library: how each kind of argument is written down, then the functions themselves.
-#include "recorder.h"
+#include "fakes/recorder.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,7 +1,7 @@
 // Java objects for tests, with plain JNI calls.
-#include "jni_helpers.h"
+#include "harness/jni_helpers.h"
 
-#include "jvm.h"
+#include "harness/jvm.h"
 
 #include <stdexcept>
 

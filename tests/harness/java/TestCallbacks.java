@@ -1,4 +1,4 @@
-// Locking callbacks for the unit tests, which note that they were called.
+// Locking callbacks for the tests, which note that they were called.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 

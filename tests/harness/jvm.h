@@ -1,9 +1,12 @@
-// The JVM that lives inside the unit program, and the fixture of every test that uses it.
+// The JVM that lives inside a test program, and the fixture of every test that uses it.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <jni.h>
 #include <string>
+
+// Where the JVM finds its classes: each program says so itself.
+extern const char* const CLASS_PATH;
 
 // The one JVM of the process, started with -Xcheck:jni by the first call; that call's thread is attached.
 JavaVM* jvm();
