@@ -1,7 +1,7 @@
 // Zerlin beside the PKCS#11 binding inside the JDK: the same operations in one JVM, in one run, over one
 // Cryptoki library that does nothing, so that what is compared is the bindings alone.
 //
-// Arguments: the file of that library, the nanoseconds that SoftToken printed (or nothing), and --quick.
+// Arguments: the file of that library, the nanoseconds that SoftTokenCipher printed (or nothing), and --quick.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 import halvorn.zerlin.Cryptoki;

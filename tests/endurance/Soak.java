@@ -9,6 +9,8 @@ import halvorn.zerlin.Cryptoki;
 
 import java.util.Locale;
 
+import token.FreshToken;
+
 final class Soak {
     // The JVM's own heap moves by some ten KiB: rounding of its blocks, tables that grow once.
     private static final long HEAP_SLACK = 64 * 1024;
@@ -29,7 +31,7 @@ final class Soak {
 
     private boolean run(long calls) throws Exception {
         Cryptoki.C_Initialize(null).orThrow();
-        Work.prepareToken(Work.firstSlot());
+        FreshToken.initialise(FreshToken.slots()[0], Work.LABEL);
         Cryptoki.C_Finalize(null).orThrow();
         // So that every class is loaded and most methods are compiled.
         work(calls / 10);
@@ -58,7 +60,7 @@ final class Soak {
     private long work(long calls) throws Exception {
         Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.javaLocking()).orThrow();
         try {
-            Work work = new Work(Work.firstSlot(), isReal, true, seed++);
+            Work work = new Work(FreshToken.slots()[0], isReal, true, seed++);
             while (work.calls() < calls) {
                 work.round();
             }

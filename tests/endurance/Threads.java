@@ -8,6 +8,8 @@ import java.util.ArrayList;
 import java.util.List;
 import java.util.concurrent.*;
 
+import token.FreshToken;
+
 final class Threads {
     static final int THREADS = 8;
 
@@ -24,9 +26,9 @@ final class Threads {
 
     private static long work(int rounds, CK_C_INITIALIZE_ARGS arguments) throws Exception {
         Cryptoki.C_Initialize(arguments).orThrow();
-        long slot = Work.firstSlot();
-        Work.prepareToken(slot);
-        CK_SESSION_HANDLE session = Work.open(slot);
+        long slot = FreshToken.slots()[0];
+        FreshToken.initialise(slot, Work.LABEL);
+        CK_SESSION_HANDLE session = FreshToken.openSession(slot, FreshToken.READ_WRITE);
         List<Callable<Long>> works = new ArrayList<>();
         for (int i = 0; i < THREADS; i++) {
             Work work = new Work(slot, true, false, i);

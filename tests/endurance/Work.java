@@ -1,20 +1,19 @@
 // What one thread does in its own session, over and over: some hundred calls of every kind, wrong ones among
 // them, with every result checked.
 
+import static token.FreshToken.*;
+
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
 import halvorn.zerlin.params.*;
 
 import java.io.ByteArrayOutputStream;
-import java.nio.charset.StandardCharsets;
 import java.security.MessageDigest;
 import java.util.Arrays;
 import java.util.Random;
 
 final class Work {
-    private static final long READ_WRITE = CKF.SERIAL_SESSION | CKF.RW_SESSION;
-    private static final byte[] SO_PIN = ascii("so-secret");
-    private static final byte[] USER_PIN = ascii("user-secret");
+    static final String LABEL = "endurance"; // of the token
     private static final byte[] P256 = {6, 8, 0x2a, (byte) 0x86, 0x48, (byte) 0xce, 0x3d, 3, 1, 7};
     private static final int SELDOM = 64; // rounds, for what is slow
 
@@ -38,35 +37,10 @@ final class Work {
         this.isAlone = isAlone;
         random = new Random(seed);
         label = "work " + seed;
-        session = open(slot);
+        session = openSession(slot, READ_WRITE);
         if (isAlone) {
             login(session, CKU.USER, USER_PIN).orThrow();
         }
-    }
-
-    /** Makes the token in the slot anew. */
-    static void prepareToken(long slot) {
-        Cryptoki.C_InitToken(slot, SO_PIN, SO_PIN.length, CK_TOKEN_INFO.paddedLabel("endurance")).orThrow();
-        CK_SESSION_HANDLE session = open(slot);
-        login(session, CKU.SO, SO_PIN).orThrow();
-        Cryptoki.C_InitPIN(session, USER_PIN, USER_PIN.length).orThrow();
-        Cryptoki.C_CloseSession(session).orThrow();
-    }
-
-    static long firstSlot() {
-        long[] slots = new long[2];
-        Cryptoki.C_GetSlotList(true, slots, new LongRef(2)).orThrow();
-        return slots[0];
-    }
-
-    static CK_SESSION_HANDLE open(long slot) {
-        CK_SESSION_HANDLE session = new CK_SESSION_HANDLE();
-        Cryptoki.C_OpenSession(slot, READ_WRITE, null, null, session).orThrow();
-        return session;
-    }
-
-    private static CK_RV login(CK_SESSION_HANDLE session, long user, byte[] pin) {
-        return Cryptoki.C_Login(session, new CK_USER_TYPE(user), pin, pin.length);
     }
 
     long calls() {
@@ -101,7 +75,7 @@ final class Work {
     }
 
     private void informs() {
-        CK_SESSION_HANDLE other = open(slot);
+        CK_SESSION_HANDLE other = openSession(slot, READ_WRITE);
         CK_SESSION_INFO info = new CK_SESSION_INFO();
         ok(Cryptoki.C_GetSessionInfo(other, info));
         expect(info.flags == READ_WRITE, "session info");
@@ -111,7 +85,7 @@ final class Work {
         ok(Cryptoki.C_GetSlotInfo(slot, new CK_SLOT_INFO()));
         CK_TOKEN_INFO token = new CK_TOKEN_INFO();
         ok(Cryptoki.C_GetTokenInfo(slot, token));
-        expect(token.getLabel().equals("endurance"), "token info");
+        expect(token.getLabel().equals(LABEL), "token info");
         LongRef count = new LongRef();
         ok(Cryptoki.C_GetMechanismList(slot, null, count));
         ok(Cryptoki.C_GetMechanismList(slot, CK_MECHANISM_TYPE.array((int) count.value), count));
@@ -368,10 +342,6 @@ final class Work {
         byte[] data = new byte[length];
         random.nextBytes(data);
         return data;
-    }
-
-    private static byte[] ascii(String text) {
-        return text.getBytes(StandardCharsets.US_ASCII);
     }
 
     private void ok(CK_RV answer) {

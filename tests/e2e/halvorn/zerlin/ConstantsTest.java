@@ -1,9 +1,10 @@
 // Holds the Java constant classes, include/zerlin/cryptoki.h and the names in the native library together.
 package halvorn.zerlin;
 
-import static halvorn.zerlin.SoftToken.*;
+import static halvorn.zerlin.TestToken.bytes;
 import static java.nio.charset.StandardCharsets.US_ASCII;
 import static org.junit.jupiter.api.Assertions.assertEquals;
+import static token.FreshToken.ascii;
 
 import halvorn.zerlin.constants.*;
 

@@ -2,8 +2,9 @@
 // vectors and the JDK's own cryptography.
 package halvorn.zerlin;
 
-import static halvorn.zerlin.SoftToken.*;
+import static halvorn.zerlin.TestToken.*;
 import static org.junit.jupiter.api.Assertions.*;
+import static token.FreshToken.*;
 
 import halvorn.zerlin.constants.*;
 import halvorn.zerlin.params.*;
@@ -25,7 +26,7 @@ import org.junit.jupiter.params.provider.*;
 
 class CryptoTest {
     @RegisterExtension
-    static final SoftToken token = new SoftToken();
+    static final TestToken token = new TestToken();
 
     private static final HexFormat HEX = HexFormat.of();
     private static final byte[] TEXT = ascii("the text that is signed");

@@ -1,8 +1,9 @@
 // Initialisation and locking, slots and tokens, PINs and sessions, on the real soft token.
 package halvorn.zerlin;
 
-import static halvorn.zerlin.SoftToken.*;
+import static halvorn.zerlin.TestToken.*;
 import static org.junit.jupiter.api.Assertions.*;
+import static token.FreshToken.*;
 
 import halvorn.zerlin.constants.*;
 
@@ -13,6 +14,7 @@ import java.util.concurrent.atomic.AtomicLong;
 
 import org.junit.jupiter.api.AfterEach;
 import org.junit.jupiter.api.Test;
+import token.FreshToken;
 
 class FirstCallsTest {
     // Also drops callbacks that a refused C_Initialize left registered.
@@ -51,7 +53,7 @@ class FirstCallsTest {
             return java.lockMutex.LockMutex(mutex);
         };
         Cryptoki.C_Initialize(watched).orThrow();
-        openSession(freshToken("watched"), READ_WRITE);
+        openSession(FreshToken.create("watched"), READ_WRITE);
         assertTrue(locked.get() > 0 && !alive.isEmpty());
         Cryptoki.C_Finalize(null).orThrow();
         assertEquals(Collections.emptySet(), alive);
@@ -60,7 +62,7 @@ class FirstCallsTest {
     @Test
     void theLoginCountsInEverySession() {
         Cryptoki.C_Initialize(null).orThrow();
-        long slot = freshToken("sessions");
+        long slot = FreshToken.create("sessions");
         CK_SESSION_HANDLE reader = openSession(slot, READ_ONLY);
         CK_SESSION_HANDLE writer = openSession(slot, READ_WRITE);
         assertAnswers(CKR.PIN_INCORRECT, login(reader, CKU.USER, SO_PIN));
@@ -75,7 +77,7 @@ class FirstCallsTest {
     @Test
     void threadsWorkSideBySide() throws Exception {
         Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.javaLocking()).orThrow();
-        long slot = freshToken("threads");
+        long slot = FreshToken.create("threads");
         Callable<Void> work = () -> {
             for (int i = 0; i < 150; i++) {
                 CK_SESSION_HANDLE session = openSession(slot, READ_ONLY);

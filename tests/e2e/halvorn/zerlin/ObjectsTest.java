@@ -1,8 +1,9 @@
 // Objects on the real soft token: made, copied, found, read, changed and destroyed.
 package halvorn.zerlin;
 
-import static halvorn.zerlin.SoftToken.*;
+import static halvorn.zerlin.TestToken.*;
 import static org.junit.jupiter.api.Assertions.*;
+import static token.FreshToken.*;
 
 import halvorn.zerlin.constants.*;
 
@@ -13,10 +14,11 @@ import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.RegisterExtension;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.ValueSource;
+import token.FreshToken;
 
 class ObjectsTest {
     @RegisterExtension
-    static final SoftToken token = new SoftToken();
+    static final TestToken token = new TestToken();
 
     private static CK_OBJECT_HANDLE data(String label) {
         return token.create(template(CKA.CLASS, CKO.DATA, CKA.LABEL, label));
@@ -94,7 +96,7 @@ class ObjectsTest {
 
     @Test
     void anObjectIsCopiedBetweenTokens() {
-        CK_SESSION_HANDLE target = openSession(freshToken("target"), READ_WRITE);
+        CK_SESSION_HANDLE target = openSession(FreshToken.create("target"), READ_WRITE);
         login(target, CKU.USER, USER_PIN).orThrow();
         CK_OBJECT_HANDLE key = token.secretKey(CKK.AES, ascii("sixteen bytes ok"));
         CK_OBJECT_HANDLE copy = new CK_OBJECT_HANDLE();

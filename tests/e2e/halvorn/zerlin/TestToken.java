@@ -2,69 +2,30 @@
 package halvorn.zerlin;
 
 import static org.junit.jupiter.api.Assertions.assertEquals;
+import static token.FreshToken.*;
 
 import halvorn.zerlin.constants.*;
 
-import java.nio.charset.StandardCharsets;
 import java.util.Arrays;
 import java.util.stream.Stream;
 
 import org.junit.jupiter.api.extension.*;
+import token.FreshToken;
 
-final class SoftToken implements BeforeAllCallback, AfterAllCallback {
-    static final byte[] SO_PIN = ascii("so-secret");
-    static final byte[] USER_PIN = ascii("user-secret");
-    static final long READ_ONLY = CKF.SERIAL_SESSION;
-    static final long READ_WRITE = CKF.SERIAL_SESSION | CKF.RW_SESSION;
-
+final class TestToken implements BeforeAllCallback, AfterAllCallback {
     /** Read/write, the user logged in. */
     CK_SESSION_HANDLE session;
 
     @Override
     public void beforeAll(ExtensionContext context) {
         Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
-        session = openSession(freshToken(context.getDisplayName()), READ_WRITE);
+        session = openSession(FreshToken.create(context.getDisplayName()), READ_WRITE);
         login(session, CKU.USER, USER_PIN).orThrow();
     }
 
     @Override
     public void afterAll(ExtensionContext context) {
         Cryptoki.C_Finalize(null).orThrow();
-    }
-
-    /** Initialises a token that was not yet, sets the PINs, and returns its slot. */
-    static long freshToken(String label) {
-        for (long slot : slots()) {
-            CK_TOKEN_INFO info = new CK_TOKEN_INFO();
-            Cryptoki.C_GetTokenInfo(slot, info).orThrow();
-            if ((info.flags & CKF.TOKEN_INITIALIZED) == 0) {
-                Cryptoki.C_InitToken(slot, SO_PIN, SO_PIN.length, CK_TOKEN_INFO.paddedLabel(label)).orThrow();
-                CK_SESSION_HANDLE session = openSession(slot, READ_WRITE);
-                login(session, CKU.SO, SO_PIN).orThrow();
-                Cryptoki.C_InitPIN(session, USER_PIN, USER_PIN.length).orThrow();
-                Cryptoki.C_CloseSession(session).orThrow();
-                return slot;
-            }
-        }
-        throw new IllegalStateException("no slot with a token to be initialised");
-    }
-
-    static long[] slots() {
-        LongRef count = new LongRef();
-        Cryptoki.C_GetSlotList(true, null, count).orThrow();
-        long[] slots = new long[(int) count.value];
-        Cryptoki.C_GetSlotList(true, slots, count).orThrow();
-        return slots;
-    }
-
-    static CK_SESSION_HANDLE openSession(long slot, long flags) {
-        CK_SESSION_HANDLE session = new CK_SESSION_HANDLE();
-        Cryptoki.C_OpenSession(slot, flags, null, null, session).orThrow();
-        return session;
-    }
-
-    static CK_RV login(CK_SESSION_HANDLE session, long user, byte[] pin) {
-        return Cryptoki.C_Login(session, new CK_USER_TYPE(user), pin, pin.length);
     }
 
     /** Fails unless the call answered so; tells both values by name. */
@@ -146,9 +107,5 @@ final class SoftToken implements BeforeAllCallback, AfterAllCallback {
     CK_RV verify(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data, byte[] signature) {
         Cryptoki.C_VerifyInit(session, mechanism, key).orThrow();
         return Cryptoki.C_Verify(session, data, data.length, signature, signature.length);
-    }
-
-    static byte[] ascii(String text) {
-        return text.getBytes(StandardCharsets.US_ASCII);
     }
 }

@@ -9,30 +9,22 @@ import halvorn.zerlin.CK_SESSION_HANDLE;
 import halvorn.zerlin.Cryptoki;
 import halvorn.zerlin.LongRef;
 import halvorn.zerlin.constants.CKA;
-import halvorn.zerlin.constants.CKF;
 import halvorn.zerlin.constants.CKM;
 
-import java.nio.charset.StandardCharsets;
-import java.util.Arrays;
 import java.util.List;
 
-final class SoftToken {
+import token.FreshToken;
+
+final class SoftTokenCipher {
     private static final int BYTES = 1 << 20;
 
-    private SoftToken() {
+    private SoftTokenCipher() {
     }
 
     public static void main(String[] arguments) throws Exception {
         Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
-        long[] slots = new long[1];
-        Cryptoki.C_GetSlotList(true, slots, new LongRef(1)).orThrow();
-        byte[] pin = "so-secret".getBytes(StandardCharsets.US_ASCII);
-        byte[] label = new byte[32];
-        Arrays.fill(label, (byte) ' ');
-        Cryptoki.C_InitToken(slots[0], pin, pin.length, label).orThrow();
-
-        CK_SESSION_HANDLE session = new CK_SESSION_HANDLE();
-        Cryptoki.C_OpenSession(slots[0], CKF.SERIAL_SESSION | CKF.RW_SESSION, null, null, session).orThrow();
+        long slot = FreshToken.create("benchmark");
+        CK_SESSION_HANDLE session = FreshToken.openSession(slot, FreshToken.READ_WRITE);
         CK_ATTRIBUTE[] template = {
             new CK_ATTRIBUTE(CKA.VALUE_LEN, 32),
             new CK_ATTRIBUTE(CKA.PRIVATE, false),
