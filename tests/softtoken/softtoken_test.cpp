@@ -142,7 +142,7 @@ struct SoftToken : testing::Test {
     CK_OBJECT_HANDLE made = 77;
 };
 
-TEST_F(SoftToken, aCopyKeepsTheAttributesButThoseGiven)
+TEST_F(SoftToken, aCopyTakesTheGivenAttributesAndKeepsTheOthers)
 {
     for (const CK_SESSION_HANDLE to : {source, target}) {
         for (const Attributes& object : {DATA, KEY + READABLE}) {
@@ -155,7 +155,7 @@ TEST_F(SoftToken, aCopyKeepsTheAttributesButThoseGiven)
     }
 }
 
-TEST_F(SoftToken, whatCannotBeCopiedIsRefused)
+TEST_F(SoftToken, uncopyableObjectsAreRefused)
 {
     const std::pair<CK_OBJECT_HANDLE, CK_RV> rows[] = {
         {create(source, KEY + Attributes{{CKA_SENSITIVE, YES}}), CKR_ATTRIBUTE_SENSITIVE},
@@ -217,7 +217,7 @@ struct OtherModule : testing::Test {
     std::_Exit(wrong);
 }
 
-TEST_F(OtherModule, anUnusableOneIsToldInOneLineAndAnswersNothing)
+TEST_F(OtherModule, anUnusableModuleIsReportedInOneLineAndDoesNothing)
 {
     const std::pair<const char*, std::string> rows[] = {{"/nowhere/module.so", "No such file"},
         {"/dev/null", "file too short"}, {"libm.so.6", "it has no C_GetFunctionList"},

@@ -33,7 +33,7 @@ std::string text(const AttributeSet* set)
     return set == nullptr ? " no set" : out.str();
 }
 
-TEST(Attrutil, kindsGoByTypeAndLength)
+TEST(Attrutil, typeAndLengthDecideTheKindOfAnAttribute)
 {
     const Types booleans = {0x1, 0x2, 0x86, 0x103, 0x104, 0x105, 0x106, 0x107, 0x108, 0x109, 0x10A, 0x10B,
         0x10C, 0x162, 0x163, 0x164, 0x165, 0x170, 0x301, 0x302, 0x80000127, 0x80000128, 0x80000129,
@@ -62,7 +62,7 @@ TEST(Attrutil, kindsGoByTypeAndLength)
 }
 
 // For each object: which types must not change. With each type's present value, in and out of copy mode.
-TEST(Attrutil, whatMayChangeDependsOnTheObjectTheValueAndTheMode)
+TEST(Attrutil, objectValueAndModeDecideWhetherAnAttributeMayChange)
 {
     const Types always = {
         0x0, 0x80, 0x100, 0x163, 0x166, 0x80000101, 0x80000102, 0x80000103, 0x80000151, 0x80000200};
@@ -96,7 +96,7 @@ TEST(Attrutil, whatMayChangeDependsOnTheObjectTheValueAndTheMode)
     }
 }
 
-TEST(AttrutilDeathTest, numbersWidenAndErrorsAbort)
+TEST(AttrutilDeathTest, numbersWidenAndAWrongTypeAborts)
 {
     CK_ULONG number = 0xAAAAAAAA;
     CK_ATTRIBUTE target = {CKA_CLASS, &number, sizeof number};
@@ -107,7 +107,7 @@ TEST(AttrutilDeathTest, numbersWidenAndErrorsAbort)
         at_assign(&target, &source->attrs[1]), "attrutil.c:.*Assertion `tgtNa->type == srcNa->type'");
 }
 
-TEST(Attrutil, assigningKeepsToTheRoom)
+TEST(Attrutil, assignmentStaysWithinTheCapacity)
 {
     struct Row {
         CK_ATTRIBUTE_TYPE type;
@@ -142,7 +142,7 @@ TEST(Attrutil, assigningKeepsToTheRoom)
 }
 
 // The operation's code and what the set is then: when the n-th allocation fails, and, last, when none does.
-TEST(AttrutilSets, writesKeepToTheirRulesAndSurviveFailedAllocations)
+TEST(AttrutilSets, changesFollowTheirRulesAndSurviveFailedAllocations)
 {
     using Operation = CK_RV (*)(OwnedSet & set, const AttributeSet& with);
     const Operation add = [](auto& set, auto& with) {
@@ -187,7 +187,7 @@ TEST(AttrutilSets, writesKeepToTheirRulesAndSurviveFailedAllocations)
     EXPECT_EQ(heap.freed.front(), std::string(6, '\xAA'));
 }
 
-TEST(AttrutilSets, attributesAndSetsCompare)
+TEST(AttrutilSets, comparisonsReturnTheirCodes)
 {
     const std::string nul("\0", 1);
     // One, other, attrcmp, CmpAttributes with values, CmpAttributeSets, MatchAttributeSet.

@@ -31,7 +31,7 @@ Lines converted(JNIEnv* env, jobjectArray array)
     return lines;
 }
 
-TEST_F(ConvToCKAttributes, valuesByTheirClass)
+TEST_F(ConvToCKAttributes, theClassOfAValueDecidesItsNativeForm)
 {
     const jclass character = find(env, "java/lang/Character");
     std::vector<Value> rows = values(env);
@@ -52,7 +52,7 @@ TEST_F(ConvToCKAttributes, valuesByTheirClass)
     }
 }
 
-TEST_F(ConvToCKAttributes, theLengthIsTheGivenOneButForNumbersOfFour)
+TEST_F(ConvToCKAttributes, theGivenLengthIsKeptExceptForFourByteNumbers)
 {
     const jlong LABEL = 3, CLASS = 0, MECHANISM_LIST = 0x80000104;
     const jobject seven = bytes(env, "1234567"), three = longs(env, {1, 2, 3});
@@ -69,7 +69,7 @@ TEST_F(ConvToCKAttributes, theLengthIsTheGivenOneButForNumbersOfFour)
     }
 }
 
-TEST_F(ConvToCKAttributes, whatIsNullOrBadOrEmpty)
+TEST_F(ConvToCKAttributes, nullElementsAreUnavailableAndABadValueEndsTheTemplate)
 {
     const jobject untyped = attribute(env, 3, bytes(env, "two"), 3);
     setObject(env, untyped, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;", nullptr);
@@ -83,7 +83,7 @@ TEST_F(ConvToCKAttributes, whatIsNullOrBadOrEmpty)
 }
 
 // A large array has memory of its own. The one of objects comes after the sweep: each element is a call.
-TEST_F(ConvToCKAttributes, whateverFailsNothingIsLeftOfATemplate)
+TEST_F(ConvToCKAttributes, aFailureLeavesNothingOfATemplate)
 {
     std::vector<jobject> small;
     for (const Value& value : values(env))

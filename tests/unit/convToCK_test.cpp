@@ -28,7 +28,7 @@ struct ConvToCK : JniTest {
     }
 };
 
-TEST_F(ConvToCK, typedValues)
+TEST_F(ConvToCK, typedValuesBecomeNumbers)
 {
     const char* otherPath = "halvorn/zerlin/LongRef";
     for (const TypedClass& typed : TYPED_CLASSES) {
@@ -42,7 +42,7 @@ TEST_F(ConvToCK, typedValues)
     EXPECT_EQ(jBBoolToCKBBool(env, make(env, "java/lang/Boolean", "(Z)V", JNI_TRUE)), CK_FALSE);
 }
 
-TEST_F(ConvToCK, arrays)
+TEST_F(ConvToCK, arraysBecomeNativeCopies)
 {
     for (const std::size_t count : LENGTHS) {
         SCOPED_TRACE(count);

@@ -32,7 +32,7 @@ const std::pair<const char*, std::set<CK_ULONG>> TYPES[] = {
                            0x80000185, 0x80000186, 0x80000187, 0x80000189, 0x8000018a, 0x80000200}},
 };
 
-TEST_F(ConvToJavaAttributes, theTypeDecidesTheClass)
+TEST_F(ConvToJavaAttributes, theAttributeTypeDecidesTheClassOfItsValue)
 {
     const Bytes value(8, '1');
     for (CK_ULONG type = 0; type <= 0x80000400; type += type == 0x400 ? 0x7ffffc00 : 1) {
@@ -47,7 +47,7 @@ TEST_F(ConvToJavaAttributes, theTypeDecidesTheClass)
     }
 }
 
-TEST_F(ConvToJavaAttributes, valuesAreTakenFromTheirFirstBytes)
+TEST_F(ConvToJavaAttributes, valuesAreReadFromTheirFirstBytes)
 {
     const std::tuple<CK_ULONG, Bytes, const char*> rows[] = {
         {0x000, {0x00, 0x02, 0x00, 0x80}, "[0x80000200]"},
@@ -76,7 +76,7 @@ TEST_F(ConvToJavaAttributes, aTemplateBecomesNewAttributesInItsOrder)
     EXPECT_NE(ckAttributeArrayToJAttributeArray(env, source, 0), nullptr);
 }
 
-TEST_F(ConvToJavaAttributes, whateverFailsNothingIsReturned)
+TEST_F(ConvToJavaAttributes, aFailedConversionReturnsNothing)
 {
     const Bytes value(8, '1');
     std::vector<CK_ATTRIBUTE> source(10, native(3, value));

@@ -9,7 +9,7 @@ using namespace jni;
 
 struct ConvToJava : JniTest {};
 
-TEST_F(ConvToJava, typedValues)
+TEST_F(ConvToJava, numbersBecomeTypedValues)
 {
     for (const CK_ULONG native : {CK_ULONG{0}, CK_ULONG{0x80000100}, ALL_ONES}) {
         const auto check = [&](jobject object, const char* path, const char* field) {
@@ -23,7 +23,7 @@ TEST_F(ConvToJava, typedValues)
     }
 }
 
-TEST_F(ConvToJava, booleansVersionsAndDates)
+TEST_F(ConvToJava, booleansVersionsAndDatesBecomeObjects)
 {
     EXPECT_TRUE(getBool(env, ckBBoolToJBBool(env, 1), "m_value"));
     EXPECT_FALSE(getBool(env, ckBBoolToJBBool(env, 2), "m_value"));
@@ -35,7 +35,7 @@ TEST_F(ConvToJava, booleansVersionsAndDates)
         "[2.200, null, 2024-07-15, null]"); // the month from its own place, unlike the copy into a date
 }
 
-TEST_F(ConvToJava, arrays)
+TEST_F(ConvToJava, nativeArraysBecomeJavaArrays)
 {
     for (const CK_ULONG count : LENGTHS) {
         const LocalFrame frame(env);

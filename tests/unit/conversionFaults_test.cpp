@@ -36,7 +36,7 @@ struct ConversionFaults : JniTest {
     }
 };
 
-TEST_F(ConversionFaults, typedValues)
+TEST_F(ConversionFaults, typedValuesReportEachFailure)
 {
     for (const TypedClass& typed : TYPED_CLASSES) {
         const jobject object = holder(env, typed.path, 5);
@@ -50,7 +50,7 @@ TEST_F(ConversionFaults, typedValues)
     }
 }
 
-TEST_F(ConversionFaults, arrays)
+TEST_F(ConversionFaults, arraysReportEachFailure)
 {
     const CK_ULONG words[300] = {};
     const jbyteArray byteArray = bytes(env, Bytes(20));
@@ -67,7 +67,7 @@ TEST_F(ConversionFaults, arrays)
     failEach("handles", [&] { CopyCKULongArrayToJObjectHandleArray(env, words, 20, handles); });
 }
 
-TEST_F(ConversionFaults, recordsAndValues)
+TEST_F(ConversionFaults, recordsAndAttributesReportEachFailure)
 {
     for (const Record& record : RECORDS) {
         Bytes native = recordBytes();

@@ -27,7 +27,7 @@ struct CopyToCK : JniTest {
     }
 };
 
-TEST_F(CopyToCK, arrays)
+TEST_F(CopyToCK, arraysAreCutToTheCapacity)
 {
     for (const std::size_t count : LENGTHS) {
         SCOPED_TRACE(count);
@@ -42,7 +42,7 @@ TEST_F(CopyToCK, arrays)
     }
 }
 
-TEST_F(CopyToCK, valuesOfAnyClass)
+TEST_F(CopyToCK, valuesOfEachClassAreCopiedOrRefused)
 {
     struct Row {
         jobject value;

@@ -21,7 +21,7 @@ struct CopyToJavaAttributes : JniTest {
 
 const std::string CANNOT = "java.lang.UnsupportedOperationException: Can not copy from CK type to ";
 
-TEST_F(CopyToJavaAttributes, valuesByTheClassOfTheTarget)
+TEST_F(CopyToJavaAttributes, theClassOfTheTargetDecidesHowAValueIsWritten)
 {
     for (const auto& [target, given, length, written, told] : values(env)) {
         const std::string before = text(env, {target});
@@ -43,7 +43,7 @@ TEST_F(CopyToJavaAttributes, valuesByTheClassOfTheTarget)
     EXPECT_EQ(after({1, 0, 0, 0x80, 2, 0, 0, 0x80}, types), "[[0x80000001]]");
 }
 
-TEST_F(CopyToJavaAttributes, anAttributeTakesItsLengthAndAWildcardTheType)
+TEST_F(CopyToJavaAttributes, anAttributeTakesTheLengthAndAWildcardAlsoTheType)
 {
     const Bytes five = {1, 2, 3, 4, 5}, two = {1, 2};
     const CK_ATTRIBUTE unavailable = {3, const_cast<CK_BYTE*>(five.data()), 0xffffffff};
@@ -60,7 +60,7 @@ TEST_F(CopyToJavaAttributes, anAttributeTakesItsLengthAndAWildcardTheType)
     }
 }
 
-TEST_F(CopyToJavaAttributes, anArrayIsWalkedToItsEndTheCountOrAnException)
+TEST_F(CopyToJavaAttributes, copyingStopsAtTheEndTheCountOrAnException)
 {
     const Bytes one = {1};
     const std::vector<CK_ATTRIBUTE> source(3, native(3, one));
@@ -78,7 +78,7 @@ TEST_F(CopyToJavaAttributes, anArrayIsWalkedToItsEndTheCountOrAnException)
     }
 }
 
-TEST_F(CopyToJavaAttributes, whateverFailsItsExceptionComesOut)
+TEST_F(CopyToJavaAttributes, eachFailedJniCallRaisesItsException)
 {
     std::vector<jobject> targets = {attribute(env, 65535, nullptr, 0)}; // whose type is written, too
     for (const Value& value : values(env))

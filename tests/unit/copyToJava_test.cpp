@@ -9,7 +9,7 @@ using namespace jni;
 
 struct CopyToJava : JniTest {};
 
-TEST_F(CopyToJava, recordsInBothDirections)
+TEST_F(CopyToJava, recordsSurviveTheWayToJavaAndBack)
 {
     for (const Record& record : RECORDS) {
         SCOPED_TRACE(record.path);
@@ -29,7 +29,7 @@ TEST_F(CopyToJava, recordsInBothDirections)
     }
 }
 
-TEST_F(CopyToJava, datesKeepTheirArrays)
+TEST_F(CopyToJava, datesAreWrittenIntoTheirArrays)
 {
     CK_DATE native;
     std::memcpy(&native, "20240715", 8);
@@ -47,7 +47,7 @@ constexpr std::pair<const char*, bool (*)(JNIEnv*, const CK_ULONG*, CK_ULONG, jo
         {MECHANISM_TYPE, CopyCKMechanismTypeArrayToJMechanismTypeArray},
 };
 
-TEST_F(CopyToJava, arrays)
+TEST_F(CopyToJava, copiesEndWithTheShorterArray)
 {
     constexpr std::pair<std::size_t, std::size_t> rows[] = {
         {0, 3}, {3, 0}, {10, 4}, {2, 4}, {255, 300}, {256, 300}, {257, 300}, {300, 256}};

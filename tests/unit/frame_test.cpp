@@ -261,7 +261,7 @@ void forEach(JNIEnv* env, const std::function<void(const Native&)>& test)
     }
 }
 
-TEST_F(Frame, whereverAJniCallFailsItsExceptionComesOut)
+TEST_F(Frame, eachFailedJniCallRaisesItsException)
 {
     forEach(env, [this](const Native& native) {
         native.answer({[] { return CKR_OK; }});
@@ -276,7 +276,7 @@ TEST_F(Frame, whereverAJniCallFailsItsExceptionComesOut)
 
 // What cannot be had for a conversion is an error of Java's, and for an output buffer CKR_HOST_MEMORY; the
 // Cryptoki library is not called either way.
-TEST_F(Frame, withoutMemoryNothingIsCalledOrLeft)
+TEST_F(Frame, aFailedAllocationCallsNothingAndLeavesNothing)
 {
     forEach(env, [this](const Native& native) {
         native.answer({[] { return CKR_OK; }});
@@ -299,7 +299,7 @@ TEST_F(Frame, withoutMemoryNothingIsCalledOrLeft)
 }
 
 // As a locking callback that throws makes it.
-TEST_F(Frame, anExceptionFromWithinTheLibraryStaysAndNothingIsWrittenBack)
+TEST_F(Frame, anExceptionRaisedInTheLibraryStaysAndNothingIsWrittenBack)
 {
     forEach(env, [this](const Native& native) {
         native.prepare(env)(env); // so that every lookup is remembered, and would let a native go on
@@ -318,7 +318,7 @@ TEST_F(Frame, anExceptionFromWithinTheLibraryStaysAndNothingIsWrittenBack)
     });
 }
 
-TEST_F(Frame, successIsWrittenBackAndOfErrorsOnlyLengths)
+TEST_F(Frame, successWritesBackEverythingAndAnErrorOnlyLengths)
 {
     forEach(env, [this](const Native& native) {
         for (const CK_RV rv : {CKR_OK, CKR_BUFFER_TOO_SMALL, CKR_DEVICE_REMOVED, 0xffffffffUL}) {
@@ -347,7 +347,7 @@ TEST_F(Frame, successIsWrittenBackAndOfErrorsOnlyLengths)
     });
 }
 
-TEST_F(Frame, whatIsRequiredIsLookedForBeforeAnythingIsConverted)
+TEST_F(Frame, requiredArgumentsAreCheckedBeforeAnyConversion)
 {
     forEach(env, [this](const Native& native) {
         const bool hasHandle = native.has('N') || native.has('n');
@@ -396,7 +396,7 @@ std::string replaced(std::string line, const std::string& part, const std::strin
     return line.replace(line.find(part), part.size(), other);
 }
 
-TEST_F(Frame, aHandleOrTypeThatIsNullOrOfAnotherClassIsLeftToTheLibrary)
+TEST_F(Frame, nullOrForeignHandlesAndTypesAreLeftToTheLibrary)
 {
     forEach(env, [&](const Native& native) {
         for (std::size_t i = 0; i < native.letters.size(); ++i) {
@@ -412,7 +412,7 @@ TEST_F(Frame, aHandleOrTypeThatIsNullOrOfAnotherClassIsLeftToTheLibrary)
     });
 }
 
-TEST_F(Frame, bytesAndTemplatesGoWithTheLengthThatIsGiven)
+TEST_F(Frame, bytesAndTemplatesArePassedWithTheGivenLength)
 {
     struct Row {
         bool isNull;
@@ -464,7 +464,7 @@ TEST_F(Frame, bytesAndTemplatesGoWithTheLengthThatIsGiven)
 }
 
 // Of natives whose last arguments are an array for output and its LongRef.
-TEST_F(Frame, outputGoesThroughABufferOfTheCapacityThatIsGiven)
+TEST_F(Frame, outputGoesThroughABufferOfTheGivenCapacity)
 {
     struct Row {
         bool isNull;
@@ -502,7 +502,7 @@ TEST_F(Frame, outputGoesThroughABufferOfTheCapacityThatIsGiven)
     });
 }
 
-TEST_F(Frame, aCapacityThatCannotBeHadIsRefused)
+TEST_F(Frame, aCapacityThatCannotBeAllocatedIsRefused)
 {
     forEach(env, [this](const Native& native) {
         if (!native.isSized()) return;

@@ -10,7 +10,7 @@ using namespace jni;
 
 struct Harness : JniTest {};
 
-TEST_F(Harness, aCallWithAnExceptionPendingIsAWarning)
+TEST_F(Harness, aCallWithAPendingExceptionIsReported)
 {
     env->FindClass("no/such/Class");
     env->FindClass("java/lang/Object");
@@ -28,7 +28,7 @@ void useDate(JNIEnv* env)
     env->GetFieldID(cls, "fastTime", "J");
 }
 
-TEST_F(Harness, whatIsToFailFails)
+TEST_F(Harness, injectedFaultsHappen)
 {
     const struct {
         Fault fault;
@@ -46,7 +46,7 @@ TEST_F(Harness, whatIsToFailFails)
     }
 }
 
-TEST_F(Harness, whatIsHeldOrMisusedIsSeen)
+TEST_F(Harness, heldAndMisusedReferencesAreReported)
 {
     const jstring text = string(env, "text");
     const char* held = nullptr;

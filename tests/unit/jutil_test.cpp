@@ -23,7 +23,7 @@ struct Jutil : JniTest {
     }
 };
 
-TEST_F(Jutil, accessors)
+TEST_F(Jutil, fieldsAreReadAndWrittenAndMissingOnesRaise)
 {
     const jobject ref = holder(env, "halvorn/zerlin/LongRef", 0x580000001);
     const jclass refClass = env->GetObjectClass(ref);
@@ -93,7 +93,7 @@ TEST_F(Jutil, foreignClassReferencesAreNotRemembered)
 }
 
 // One thread's first use of a class or field while others use it or meet it for the first time too.
-TEST_F(Jutil, threadsMeetTheSameLookups)
+TEST_F(Jutil, threadsMayMakeTheSameFirstLookup)
 {
     constexpr int threads = 8;
     std::atomic<int> wrong = 0;
@@ -117,7 +117,7 @@ TEST_F(Jutil, threadsMeetTheSameLookups)
     EXPECT_EQ(wrong, 0);
 }
 
-TEST_F(Jutil, exceptions)
+TEST_F(Jutil, exceptionTextsKeepTheirArgumentsWhole)
 {
     const std::string prefix = "java.lang.UnsupportedOperationException: ";
     const std::string text = "%s%n" + std::string(1000, 'x');

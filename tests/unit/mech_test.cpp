@@ -57,7 +57,7 @@ TEST(Mech, eachMechanismAndKeyTypeHasItsLists)
     }
 }
 
-TEST(MechDeathTest, aListAnswersItsGeneratorsAndItsMechanismsForAKeyType)
+TEST(MechDeathTest, listsAreFilteredForGeneratorsAndKeyTypes)
 {
     using Function = CK_MECHANISM_TYPE* (*)(const MechData*, CK_ULONG*);
     const Function keys = genkMechanismTabFromMechanismTab;

@@ -49,7 +49,7 @@ TEST_F(Mechanisms, theParameterOfTypeZeroIsNeverFreed)
 }
 
 // The deepest that conversions nest: a value of no known class in a template in a parameter.
-TEST_F(Mechanisms, fewReferencesAreHeldAtOnce)
+TEST_F(Mechanisms, nestedConversionsHoldFewReferencesAtOnce)
 {
     const jobject label = attribute(env, 3, bytes(env, "abc"), 3);
     const jobject unknown = attribute(env, 3, longRef(env, 1), 4);
@@ -65,7 +65,7 @@ TEST_F(Mechanisms, fewReferencesAreHeldAtOnce)
     }
 }
 
-TEST_F(Mechanisms, aPendingExceptionIsKeptAndTheParameterIsFreedAllTheSame)
+TEST_F(Mechanisms, aPendingExceptionIsKeptAndTheParameterIsFreed)
 {
     initialiseWithCallbacks(env);
     recorder::script().byteLimit = 0;

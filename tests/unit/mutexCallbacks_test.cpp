@@ -101,7 +101,7 @@ struct MutexCallbacks : JniTest {
 
 const char* const NAMES[] = {"CreateMutex", "LockMutex", "UnlockMutex", "DestroyMutex"};
 
-TEST_F(MutexCallbacks, theLibraryIsGivenAFunctionForEachCallback)
+TEST_F(MutexCallbacks, theLibraryGetsAFunctionForEachCallback)
 {
     struct Row {
         const char* initials;
@@ -151,7 +151,7 @@ TEST_F(MutexCallbacks, theRegistrationLastsUntilAFinalizeSucceeds)
     EXPECT_TRUE(watched.globalRefs.empty());
 }
 
-TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackAndAnswersTheLowHalf)
+TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackAndReturnsTheLowHalf)
 {
     const std::pair<jlong, CK_RV> rows[] = {
         {0, CKR_OK}, {0x1A1, CKR_MUTEX_NOT_LOCKED}, {0x1'0000'0005, 5}, {-1, 0xffffffff}};
@@ -170,7 +170,7 @@ TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackAndAnswersTheLowHalf)
     }
 }
 
-TEST_F(MutexCallbacks, withoutAMutexOrACallbackItIsBad)
+TEST_F(MutexCallbacks, aMissingMutexOrCallbackReturnsMutexBad)
 {
     initialise(answering(0));
     EXPECT_EQ(given.CreateMutex(nullptr), CKR_MUTEX_BAD);
@@ -185,7 +185,7 @@ TEST_F(MutexCallbacks, withoutAMutexOrACallbackItIsBad)
     EXPECT_EQ(all.LockMutex(string(env, "m")), CKR_MUTEX_BAD);
 }
 
-TEST_F(MutexCallbacks, whateverFailsAnInitialisationLeavesNothing)
+TEST_F(MutexCallbacks, aFailedInitialisationLeavesNothing)
 {
     const jobject args = answering(0);
     const auto work = [&] {
@@ -207,7 +207,7 @@ TEST_F(MutexCallbacks, whateverFailsAnInitialisationLeavesNothing)
     }
 }
 
-TEST_F(MutexCallbacks, whateverJniCallFailsTheMutexIsBad)
+TEST_F(MutexCallbacks, eachFailedJniCallReturnsMutexBad)
 {
     initialise(answering(0));
     const CK_VOID_PTR mutex = newMutex();
@@ -252,7 +252,7 @@ TEST_F(MutexCallbacks, anUnknownThreadIsAttachedForTheCall)
     }).join();
 }
 
-TEST_F(MutexCallbacks, aThreadStaysAttachedWithTheExceptionOfItsCallback)
+TEST_F(MutexCallbacks, aThreadStaysAttachedWhileItsCallbacksExceptionIsPending)
 {
     initialise(made(CALLBACKS, "throwing"));
     const jobject mutex = env->NewGlobalRef(string(env, "m"));
@@ -272,7 +272,7 @@ TEST_F(MutexCallbacks, aThreadStaysAttachedWithTheExceptionOfItsCallback)
 }
 
 // Every second thread is unknown to the JVM and attached anew for every call.
-TEST_F(MutexCallbacks, javaLockingExcludes)
+TEST_F(MutexCallbacks, javaLocksExcludeOtherThreads)
 {
     initialise(made(ARGS, "javaLocking"));
     const CK_VOID_PTR mutex = newMutex();
@@ -298,7 +298,7 @@ TEST_F(MutexCallbacks, javaLockingExcludes)
     EXPECT_EQ(given.DestroyMutex(mutex), CKR_OK);
 }
 
-TEST_F(MutexCallbacks, withoutAJvmOnlyCreateFails)
+TEST_F(MutexCallbacks, withoutAJvmOnlyCreateMutexFails)
 {
     initialise(answering(5));
     for (const jint result : {JNI_ERR, JNI_OK}) {

@@ -72,7 +72,7 @@ TEST_F(Names, eachKindHasItsOwnTable)
     }
 }
 
-TEST_F(Names, oneConstantIsKnown)
+TEST_F(Names, onlyOneConstantIsKnown)
 {
     const auto constant = Java_halvorn_zerlin_constants_CK_GetConstantValue;
     EXPECT_EQ(constant(env, nullptr, string(env, "UNAVAILABLE_INFORMATION")), 4294967295);
@@ -96,7 +96,7 @@ TEST_F(Names, everyParameterHasTheSizeOfItsNativeForm)
         takeException(env), "java.lang.UnsupportedOperationException: No Conversion from [J to a CK type");
 }
 
-TEST_F(Names, whateverFailsItsExceptionComesOut)
+TEST_F(Names, eachFailureRaisesItsException)
 {
     for (const NameRow& row : NAMES) {
         const jobject value = make(env, row.cls, "(J)V", row.value), length = longRef(env, 99);

@@ -45,7 +45,7 @@ TEST(NameTables, holdEveryRowInOrderAndNameNothingElse)
     }
 }
 
-TEST(NameTables, takeNamesExactlyAndSearchToTheCount)
+TEST(NameTables, matchNamesExactlyAndSearchUpToTheCount)
 {
     for (const char* name : {"cka_label", "CKM_LABEL", "CKA_CKA_LABEL", "LABE", "LABELS", "CKA_", ""})
         EXPECT_EQ(valAttribute(name), 0xFFFFFFFF) << '"' << name << '"';

@@ -14,7 +14,7 @@ using namespace jni;
 
 struct Natives : JniTest {};
 
-TEST_F(Natives, argumentsAreHandedOn)
+TEST_F(Natives, unusualArgumentsReachTheLibrary)
 {
     const jobject any = string(env, "any object");
     const jobject other = string(env, "another one");
@@ -60,7 +60,7 @@ TEST_F(Natives, theLibraryVersionIsTheBindingsOwn)
     EXPECT_NE(text(env, {info}).find("libraryVersion=3.10]]"), std::string::npos);
 }
 
-TEST_F(Natives, buffersHaveTheirSizes)
+TEST_F(Natives, bigBuffersHaveTheirExactSizes)
 {
     std::size_t state = 0;
     std::size_t list = 0;
@@ -81,7 +81,7 @@ TEST_F(Natives, buffersHaveTheirSizes)
 }
 
 // On the stack, in chunks, from malloc and in the mapping: every value whole, none over another.
-TEST_F(Natives, valuesOfAllSizesStandSideBySide)
+TEST_F(Natives, valuesOfAllSizesArriveWholeInOneTemplate)
 {
     std::vector<jobject> values;
     for (const jsize size :
@@ -106,7 +106,7 @@ TEST_F(Natives, valuesOfAllSizesStandSideBySide)
     EXPECT_EQ(heap.blocks.size(), 0U);
 }
 
-TEST_F(Natives, attributesAreReadBackWhateverTheResult)
+TEST_F(Natives, attributesAreReadBackWhateverTheReturnValue)
 {
     for (const CK_RV rv : {CKR_OK, CKR_ATTRIBUTE_SENSITIVE, CKR_DEVICE_ERROR}) {
         recorder::script().C_GetAttributeValue = [&](auto, auto, CK_ATTRIBUTE_PTR pTemplate, auto) {
@@ -186,7 +186,7 @@ TEST_F(Natives, objectsAreFoundByTheirLabels)
 }
 
 // Whichever of its calls is the first to notice: the native ends there, and nothing is written.
-TEST_F(Natives, aTokenThatGoesAwayEndsWhatTakesSeveralCalls)
+TEST_F(Natives, aLostTokenEndsNativesThatMakeSeveralCalls)
 {
     for (std::size_t lost = 1; lost <= 3; ++lost) {
         const auto step = [&](auto...) {
@@ -218,7 +218,7 @@ TEST_F(Natives, aTokenThatGoesAwayEndsWhatTakesSeveralCalls)
     }
 }
 
-TEST_F(Natives, oneAttributeIsReadWhenItsLengthFitsOrWritten)
+TEST_F(Natives, oneAttributeIsReadIfItFitsAndWritten)
 {
     const jobject type = make(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", "(J)V", jlong{17});
     const std::tuple<jlong, CK_ULONG, CK_RV, const char*> rows[] = {
@@ -245,7 +245,7 @@ TEST_F(Natives, oneAttributeIsReadWhenItsLengthFitsOrWritten)
         "C_SetAttributeValue(41, 42, {{17, [6162], 2}}, 1)");
 }
 
-TEST_F(Natives, whereverAUtilityFailsItsExceptionComesOut)
+TEST_F(Natives, eachFailureOfAUtilityNativeRaisesItsException)
 {
     recorder::script().byteLimit = 0;
     recorder::script().C_FindObjects = [](auto, auto, auto, auto pulCount) { return *pulCount = 1, CKR_OK; };

@@ -80,7 +80,7 @@ TEST_F(Params, aParameterLenOtherThanTheStructuresSizeAborts)
 
 // Without memory for the structure itself the call goes on without a parameter. A structure within it has no
 // such fate: what the Cryptoki library is to fill in must not be missing.
-TEST_F(Params, whereverAJniCallOrAnAllocationFailsNothingIsLeft)
+TEST_F(Params, aFailedJniCallOrAllocationLeavesNothing)
 {
     recorder::script().byteLimit = 0; // addresses differ
     for (const ParamRow& row : PARAMS) {

@@ -217,7 +217,7 @@ void Secrets::expectNothingLeft(const std::vector<Call>& all)
     }
 }
 
-TEST_F(Secrets, ofNoNativeAnyIsLeft)
+TEST_F(Secrets, noNativeLeavesSecretsInMemory)
 {
     ASSERT_EQ(findSecret(javaHeap()), nullptr);
     for (const jsize n : {40, 3000, 1200000}) { // on the stack, on the heap, in a mapping of its own
@@ -227,7 +227,7 @@ TEST_F(Secrets, ofNoNativeAnyIsLeft)
     }
 }
 
-TEST_F(Secrets, ofNoMechanismParameterAnyIsLeft)
+TEST_F(Secrets, noMechanismParameterLeavesSecretsInMemory)
 {
     for (const ParamRow& row : PARAMS) {
         if (row.java.find('[') == row.java.npos) continue;

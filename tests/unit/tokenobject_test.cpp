@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(Tokenobject, makesTheseCalls)
+TEST(Tokenobject, eachHelperMakesItsCalls)
 {
     recorder::reset();
     recorder::script().C_FindObjects = [](auto, auto phObject, auto, auto pulObjectCount) {

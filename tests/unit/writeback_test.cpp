@@ -113,7 +113,7 @@ TEST_F(WriteBack, resultsGoIntoTheCallersObjects)
     }
 }
 
-TEST_F(WriteBack, aNewParameterIsOfTheClassThatMechanismAndSizeTell)
+TEST_F(WriteBack, mechanismAndSizeDecideTheClassOfANewParameter)
 {
     std::vector<ParamRow> rows(std::begin(PARAMS), std::end(PARAMS));
     rows.push_back({"CK_OBJECT_HANDLE 9", 4, "09000000", "", {0x360, 0x80000364}});

@@ -54,7 +54,7 @@ class CryptoTest {
 
     // NIST SP 800-38A, F.1.1, and RFC 4493, example 2.
     @Test
-    void aCipherTextAndAMacAreThePublishedOnes() {
+    void cipherTextAndMacMatchPublishedVectors() {
         CK_OBJECT_HANDLE key = token.secretKey(CKK.AES, HEX.parseHex("2b7e151628aed2a6abf7158809cf4f3c"));
         byte[] text = HEX.parseHex("6bc1bee22e409f96e93d7e117393172a");
         byte[] cipherText = token.encrypt(new CK_MECHANISM(CKM.AES_ECB), key, text);
@@ -68,7 +68,7 @@ class CryptoTest {
     @CsvSource({"SHA_1, a9993e364706816aba3e25717850c26c9cd0d89d",
         "SHA256, ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad",
         "SHA384, cb00753f45a35e8bb5a03d699ac65007272c32ab0eded1631a8b605a43ff5bed8086072ba1e7cc2358baeca134c825a7"})
-    void aDigestIsThePublishedOne(String mechanism, String expected) throws Exception {
+    void digestsMatchPublishedVectors(String mechanism, String expected) throws Exception {
         CK_MECHANISM digest = new CK_MECHANISM(CKM.class.getField(mechanism).getLong(null));
         Cryptoki.C_DigestInit(token.session, digest).orThrow();
         assertEquals(expected, HEX.formatHex(token.whole(Cryptoki::C_Digest, ascii("abc"))));
@@ -135,7 +135,7 @@ class CryptoTest {
 
     // The key and text of RFC 4231, test case 6, and then any.
     @Test
-    void anHmacIsThePublishedOneAndAgreesWithTheJdk() throws Exception {
+    void hmacsMatchAPublishedVectorAndTheJdk() throws Exception {
         byte[] longKey = new byte[131];
         Arrays.fill(longKey, (byte) 0xaa);
         assertEquals("60e431591ee0b67f0d8a26aacbf5b77f8e0bc6213728c5140546040f0ee37f54",

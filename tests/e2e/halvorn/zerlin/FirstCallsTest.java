@@ -60,7 +60,7 @@ class FirstCallsTest {
     }
 
     @Test
-    void theLoginCountsInEverySession() {
+    void aLoginHoldsInEverySession() {
         Cryptoki.C_Initialize(null).orThrow();
         long slot = FreshToken.create("sessions");
         CK_SESSION_HANDLE reader = openSession(slot, READ_ONLY);

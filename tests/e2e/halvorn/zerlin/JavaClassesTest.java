@@ -104,7 +104,7 @@ class JavaClassesTest {
     }
 
     @Test
-    void aNumberGetsAnObjectThatNobodyShares() {
+    void numbersBecomeUnsharedObjects() {
         Object first = new CK_ATTRIBUTE(CKA.VALUE_LEN, 1).pValue;
         assertEquals(1L, first);
         assertNotSame(first, new CK_ATTRIBUTE(CKA.VALUE_LEN, 1).pValue);
@@ -121,7 +121,7 @@ class JavaClassesTest {
 
     @ParameterizedTest
     @MethodSource("typedValuesAndTexts")
-    void aTypedValueTellsItsName(TypedValue value, String text) {
+    void aTypedValuesTextIsItsName(TypedValue value, String text) {
         assertEquals(text, value.toString());
     }
 

@@ -26,7 +26,7 @@ class ObjectsTest {
 
     // One call in which some attributes are served and some are refused.
     @Test
-    void aMixedTemplateDeliversAllThatTheTokenServed() {
+    void aPartlyRefusedTemplateDeliversTheOtherValues() {
         // Not private: SoftHSM 2.6.1 cannot read the date of a private object.
         CK_OBJECT_HANDLE key = token.create(template(CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, CKK.AES,
                 CKA.VALUE, new byte[16], CKA.LABEL, "label", CKA.SENSITIVE, true, CKA.PRIVATE, false,
@@ -109,7 +109,7 @@ class ObjectsTest {
     }
 
     @Test
-    void aTemplateMayBeHuge() {
+    void aHugeTemplateIsReadAndWritten() {
         int count = 10_000;
         CK_OBJECT_HANDLE object = data("huge");
         CK_ATTRIBUTE[] labels = Stream.generate(() -> CK_ATTRIBUTE.buffer(CKA.LABEL, 8)).limit(count)
