@@ -3,7 +3,7 @@
 
 #include <jni.h>
 
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
 #include "zerlin/cryptoki.h"
 
 namespace zerlin {
@@ -13,19 +13,17 @@ struct AttributeFields {
     jfieldID type;
     jfieldID pValue;
     jfieldID valueLen;
-    jclass typeClass;
     jfieldID typeValue;
 };
 
 // False with an exception pending when one of them is missing.
 inline bool findAttributeFields(JNIEnv* env, AttributeFields& fields)
 {
-    fields.cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
-    fields.typeClass = FindClass(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE");
-    fields.type = GetFieldID(env, fields.cls, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;");
-    fields.typeValue = GetFieldID(env, fields.typeClass, "m_value", "J");
-    fields.pValue = GetFieldID(env, fields.cls, "pValue", "Ljava/lang/Object;");
-    fields.valueLen = GetFieldID(env, fields.cls, "valueLen", "J");
+    fields.cls = FindClass(env, java::ATTRIBUTE.cls);
+    fields.type = GetFieldID(env, java::ATTRIBUTE.type);
+    fields.typeValue = GetFieldID(env, java::ATTRIBUTE_TYPE.m_value);
+    fields.pValue = GetFieldID(env, java::ATTRIBUTE.pValue);
+    fields.valueLen = GetFieldID(env, java::ATTRIBUTE.valueLen);
     return fields.valueLen != nullptr && fields.pValue != nullptr && fields.typeValue != nullptr &&
            fields.type != nullptr;
 }

@@ -5,23 +5,23 @@
 
 #include "helper/copyToCK.h"
 #include "helper/elements.h"
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace zerlin {
 namespace {
 
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/convToCK $\" \"$Revision: 1.1.1.2 $\"";
-
 constexpr CK_ULONG NO_VALUE = ~CK_ULONG{0};
 
-// The m_value of an object of that class. IsInstanceOf lets a null object pass, and the field accessor
-// answers NO_VALUE for it, whatever the failure value.
-CK_ULONG valueOf(JNIEnv* env, jobject object, Literal path, CK_ULONG failureValue)
+// The m_value of an object of that field's class. IsInstanceOf lets a null object pass, and the field
+// accessor returns NO_VALUE for it, whatever the failure value.
+CK_ULONG valueOf(JNIEnv* env, jobject object, JavaField& m_value, CK_ULONG failureValue)
 {
-    const jclass cls = FindClass(env, path);
+    const jclass cls = FindClass(env, m_value.owner);
     if (cls == nullptr || !env->IsInstanceOf(object, cls)) return failureValue;
-    return GetLongField(env, cls, object, "m_value");
+    return GetLongField(env, object, m_value);
 }
 
 template <typename Native>
@@ -34,12 +34,11 @@ Native* allocate(JNIEnv* env, std::size_t size)
 
 // What the value method of a boxed object returns, in a new buffer.
 template <typename Native, typename JValue>
-Native* unbox(JNIEnv* env, jobject object, Literal path, Literal method, Literal signature,
+Native* unbox(JNIEnv* env, jobject object, JavaMethod& method,
     JValue (JNIEnv::*call)(jobject, jmethodID, ...), Native (*convert)(JValue))
 {
-    const jclass cls = FindClass(env, path);
-    if (cls == nullptr || object == nullptr) return nullptr;
-    const jmethodID valueMethod = GetMethodID(env, cls, method, signature);
+    if (FindClass(env, method.owner) == nullptr || object == nullptr) return nullptr;
+    const jmethodID valueMethod = GetMethodID(env, method);
     if (valueMethod == nullptr) return nullptr;
     const JValue value = (env->*call)(object, valueMethod);
     if (env->ExceptionCheck()) return nullptr;
@@ -100,101 +99,100 @@ void convertObjects(
 
 CK_OBJECT_HANDLE jObjectHandleToCKObjectHandle(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/CK_OBJECT_HANDLE", 0);
+    return valueOf(env, object, java::OBJECT_HANDLE.m_value, 0);
 }
 
 CK_SESSION_HANDLE jSessionHandleToCKSessionHandle(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/CK_SESSION_HANDLE", 0);
+    return valueOf(env, object, java::SESSION_HANDLE.m_value, 0);
 }
 
 CK_ATTRIBUTE_TYPE jAttributeTypeToCKAttributeType(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", 0);
+    return valueOf(env, object, java::ATTRIBUTE_TYPE.m_value, 0);
 }
 
 CK_CERTIFICATE_TYPE jCertificateTypeToCKCertificateType(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_CERTIFICATE_TYPE", NO_VALUE);
+    return valueOf(env, object, java::CERTIFICATE_TYPE.m_value, NO_VALUE);
 }
 
 CK_HW_FEATURE_TYPE jHWFeatureTypeToCKHWFeatureType(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_HW_FEATURE_TYPE", NO_VALUE);
+    return valueOf(env, object, java::HW_FEATURE_TYPE.m_value, NO_VALUE);
 }
 
 CK_KEY_TYPE jKeyTypeToCKKeyType(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_KEY_TYPE", NO_VALUE);
+    return valueOf(env, object, java::KEY_TYPE.m_value, NO_VALUE);
 }
 
 CK_MECHANISM_TYPE jMechanismTypeToCKMechanismType(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", NO_VALUE);
+    return valueOf(env, object, java::MECHANISM_TYPE.m_value, NO_VALUE);
 }
 
 CK_OBJECT_CLASS jObjectClassToCKObjectClass(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_OBJECT_CLASS", NO_VALUE);
+    return valueOf(env, object, java::OBJECT_CLASS.m_value, NO_VALUE);
 }
 
 CK_RSA_PKCS_OAEP_SOURCE_TYPE jRsaPkcsOaepSourceTypeToCKRsaPkcsOaepSourceType(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_RSA_PKCS_OAEP_SOURCE_TYPE", NO_VALUE);
+    return valueOf(env, object, java::RSA_PKCS_OAEP_SOURCE_TYPE.m_value, NO_VALUE);
 }
 
 CK_RV jRVToCKRV(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_RV", NO_VALUE);
+    return valueOf(env, object, java::RV.m_value, NO_VALUE);
 }
 
 CK_STATE jStateToCKState(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_STATE", NO_VALUE);
+    return valueOf(env, object, java::STATE.m_value, NO_VALUE);
 }
 
 CK_USER_TYPE jUserTypeToCKUserType(JNIEnv* env, jobject object)
 {
-    return valueOf(env, object, "halvorn/zerlin/constants/CK_USER_TYPE", NO_VALUE);
+    return valueOf(env, object, java::USER_TYPE.m_value, NO_VALUE);
 }
 
 CK_BBOOL jBBoolToCKBBool(JNIEnv* env, jobject object)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_BBOOL");
+    const jclass cls = FindClass(env, java::BBOOL.cls);
     if (cls == nullptr || object == nullptr || !env->IsInstanceOf(object, cls)) return CK_FALSE;
-    const jfieldID field = GetFieldID(env, cls, "m_value", "Z");
+    const jfieldID field = GetFieldID(env, java::BBOOL.m_value);
     return field == nullptr ? CK_FALSE : booleanToCK(env->GetBooleanField(object, field));
 }
 
 CK_ULONG_PTR jLongObjectToCKULongPtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, "java/lang/Long", "longValue", "()J", &JNIEnv::CallLongMethod, longToCK);
+    return unbox(env, object, java::LONG.longValue, &JNIEnv::CallLongMethod, longToCK);
 }
 
 CK_ULONG_PTR jIntegerObjectToCKULongPtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, "java/lang/Integer", "intValue", "()I", &JNIEnv::CallIntMethod, intToCK);
+    return unbox(env, object, java::INTEGER.intValue, &JNIEnv::CallIntMethod, intToCK);
 }
 
 CK_BBOOL* jBooleanObjectToCKBBoolPtr(JNIEnv* env, jobject object)
 {
-    return unbox(
-        env, object, "java/lang/Boolean", "booleanValue", "()Z", &JNIEnv::CallBooleanMethod, booleanToCK);
+    return unbox(env, object, java::BOOLEAN.booleanValue, &JNIEnv::CallBooleanMethod, booleanToCK);
 }
 
 CK_BYTE_PTR jByteObjectToCKBytePtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, "java/lang/Byte", "byteValue", "()B", &JNIEnv::CallByteMethod, byteToCK);
+    return unbox(env, object, java::BYTE.byteValue, &JNIEnv::CallByteMethod, byteToCK);
 }
 
 CK_CHAR_PTR jCharObjectToCKCharPtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, "java/lang/Char", "charValue", "()C", &JNIEnv::CallCharMethod, charToCK);
+    return unbox(env, object, java::CHAR.charValue, &JNIEnv::CallCharMethod, charToCK);
 }
 
 CK_DATE* jDateObjectToCKDatePtr(JNIEnv* env, jobject object)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_DATE");
+    const jclass cls = FindClass(env, java::DATE.cls);
     if (cls == nullptr || !env->IsInstanceOf(object, cls)) return nullptr;
     // Cleared, so that the two bytes that are never written carry nothing out of this process.
     auto* const date = static_cast<CK_DATE*>(std::calloc(1, sizeof(CK_DATE)));

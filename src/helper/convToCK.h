@@ -9,6 +9,13 @@
 
 namespace zerlin {
 
+// Whether the conversion of a handle, a constant or a number failed. The JVM is asked only where the value is
+// one that a failure returns.
+inline bool hasFailed(JNIEnv* env, CK_ULONG value)
+{
+    return (value == 0 || value == CK_UNAVAILABLE_INFORMATION) && env->ExceptionCheck();
+}
+
 // The value inside a handle or typed constant object. A null object gives 0xFFFFFFFF; an object of another
 // class, or a failed lookup, gives 0 from the first three and 0xFFFFFFFF from the others.
 CK_OBJECT_HANDLE jObjectHandleToCKObjectHandle(JNIEnv* env, jobject object);
@@ -84,12 +91,13 @@ void jMechanismParameterToCKMechanismParameter(
 // pending, and keeps it.
 void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR mechanism);
 
-// The same two for a native, which remembers between them what class the parameter had: quicker, and safe
-// from a Java mechanism that changes meanwhile. convertMechanism fills a cleared record and answers false
-// with an exception pending; a parameter may have been made all the same.
-struct ParameterConverter;
-bool convertMechanism(
-    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const ParameterConverter*& converter);
-void freeMechanismParameter(const ParameterConverter* converter, const CK_MECHANISM& mechanism);
+// The same for a native, which remembers in between what structure the parameter has, if any: quicker, and
+// safe from a Java mechanism that changes meanwhile. convertMechanism fills a cleared record and returns
+// false with an exception pending; a parameter may have been made all the same. assertParameterLength aborts
+// the process when the length that the Java object declares is not that of the structure.
+struct Structure;
+bool convertMechanism(JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure);
+void assertParameterLength(const Structure* structure, CK_ULONG paramLen);
+void freeMechanismParameter(const Structure* structure, const CK_MECHANISM& mechanism);
 
 } // namespace zerlin

@@ -5,17 +5,14 @@
 #include "helper/attributeFields.h"
 #include "helper/convToCK.h"
 #include "helper/elements.h"
-#include "helper/jutil.h"
 #include "helper/valueClasses.h"
+#include "util/fileVersion.h"
 #include "zerlin/attrutil.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace zerlin {
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/convToCK_attributes $\" \"$Revision: 1.1.1.2 $\"";
-
-constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
 
 // Where the buffers of a template come from: the memory of a call, or malloc where there is none.
 CK_BYTE_PTR newBuffer(JNIEnv* env, CallMemory* memory, std::size_t size)
@@ -37,16 +34,16 @@ void* newValue(JNIEnv* env, CallMemory* memory, Native value, CK_ULONG* length)
 }
 
 // The m_value of a handle or typed constant whose class is known.
-void* heldNumber(JNIEnv* env, CallMemory* memory, jclass cls, jobject value, CK_ULONG* length)
+void* heldNumber(JNIEnv* env, CallMemory* memory, JavaField& m_value, jobject value, CK_ULONG* length)
 {
-    const CK_ULONG number = GetLongField(env, cls, value, "m_value");
+    const CK_ULONG number = GetLongField(env, value, m_value);
     if (number == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return nullptr;
     return newValue(env, memory, number, length);
 }
 
-void* heldBoolean(JNIEnv* env, CallMemory* memory, jclass cls, jobject value, CK_ULONG* length)
+void* heldBoolean(JNIEnv* env, CallMemory* memory, jobject value, CK_ULONG* length)
 {
-    const jfieldID field = GetFieldID(env, cls, "m_value", "Z");
+    const jfieldID field = GetFieldID(env, java::BBOOL.m_value);
     if (field == nullptr) return nullptr;
     return newValue(env, memory, booleanToCK(env->GetBooleanField(value, field)), length);
 }
@@ -98,21 +95,20 @@ void jIntArrayToCKULongArray(JNIEnv* env, jintArray array, CK_ULONG_PTR* data, C
     jLongArrayToCKULongArray(env, longs, data, length);
 }
 
-void* convertValue(
-    JNIEnv* env, CallMemory* memory, ValueKind kind, jclass cls, jobject value, CK_ULONG* length)
+void* convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, jobject value, CK_ULONG* length)
 {
-    switch (kind) {
+    switch (row.kind) {
     case ValueKind::ByteArray:
         return bytesOf(env, memory, static_cast<jbyteArray>(value), length);
     case ValueKind::Long:
         return unboxedValue(jLongObjectToCKULongPtr(env, value), length);
     case ValueKind::BBool:
-        return heldBoolean(env, memory, cls, value, length);
+        return heldBoolean(env, memory, value, length);
     case ValueKind::Date:
         return unboxedValue(jDateObjectToCKDatePtr(env, value), length);
     case ValueKind::Handle:
     case ValueKind::Constant:
-        return heldNumber(env, memory, cls, value, length);
+        return heldNumber(env, memory, *row.m_value, value, length);
     case ValueKind::MechanismTypeArray:
         return arrayValue(env, value, length, jMechanismTypeArrayToCKMechanismTypeArray);
     case ValueKind::Boolean:
@@ -137,28 +133,28 @@ void* convertValue(
     return nullptr;
 }
 
-// False with an exception pending. The classes are those of all rows; the likely row is tested first.
-bool convertObject(JNIEnv* env, CallMemory* memory, const jclass* classes, std::size_t likely, jobject value,
-    CK_VOID_PTR* data, CK_ULONG* length)
+// False with an exception pending. The likely row is tested first.
+bool convertObject(
+    JNIEnv* env, CallMemory* memory, std::size_t likely, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
 {
     *data = nullptr;
     *length = 0;
     if (value == nullptr) return true;
-    const std::size_t row = valueClassOf(env, classes, ROWS, value, likely);
-    if (row == ROWS) {
+    const std::size_t row = valueClassOf(env, VALUE_ROWS, value, likely);
+    if (row == VALUE_ROWS) {
         throwUnsupportedClass(env, "No Conversion from %s to a CK type", value);
         return false;
     }
-    const ValueKind kind = VALUE_CLASSES[row].kind;
-    *data = convertValue(env, memory, kind, classes[row], value, length);
+    const ValueClass& valueClass = VALUE_CLASSES[row];
+    *data = convertValue(env, memory, valueClass, value, length);
     // Only an array of objects leaves a buffer when it fails.
-    return kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : *data != nullptr;
+    return valueClass.kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : *data != nullptr;
 }
 
 // The object is a CK_ATTRIBUTE or null. False with an exception pending; the record may have a value all the
 // same.
-bool convertAttribute(JNIEnv* env, CallMemory* memory, const AttributeFields& fields, const jclass* classes,
-    jobject object, CK_ATTRIBUTE& attribute)
+bool convertAttribute(
+    JNIEnv* env, CallMemory* memory, const AttributeFields& fields, jobject object, CK_ATTRIBUTE& attribute)
 {
     if (object == nullptr) {
         attribute.type = CK_UNAVAILABLE_INFORMATION;
@@ -167,7 +163,7 @@ bool convertAttribute(JNIEnv* env, CallMemory* memory, const AttributeFields& fi
     attribute.type = typeOf(env, fields, env->GetObjectField(object, fields.type));
     const jobject value = env->GetObjectField(object, fields.pValue);
     const std::size_t likely = likelyRow(attribute.type);
-    if (!convertObject(env, memory, classes, likely, value, &attribute.pValue, &attribute.ulValueLen)) {
+    if (!convertObject(env, memory, likely, value, &attribute.pValue, &attribute.ulValueLen)) {
         return false;
     }
     const auto valueLen = static_cast<CK_ULONG>(env->GetLongField(object, fields.valueLen));
@@ -180,8 +176,7 @@ bool convertAttribute(JNIEnv* env, CallMemory* memory, const AttributeFields& fi
 
 void jObjectToPrimitiveCKObjectPtrPtr(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
 {
-    const jclass* const classes = findValueClasses(env, ROWS);
-    if (classes != nullptr) convertObject(env, nullptr, classes, 0, value, data, length);
+    if (FindClasses(env, READABLE_VALUES)) convertObject(env, nullptr, 0, value, data, length);
 }
 
 CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object)
@@ -189,9 +184,8 @@ CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object)
     CK_ATTRIBUTE attribute{};
     AttributeFields fields;
     if (!findAttributeFields(env, fields)) return attribute;
-    const jclass* const classes = findValueClasses(env, ROWS);
-    if (classes == nullptr) return attribute;
-    convertAttribute(env, nullptr, fields, classes, attributeOrNull(env, fields, false, object), attribute);
+    if (!FindClasses(env, READABLE_VALUES)) return attribute;
+    convertAttribute(env, nullptr, fields, attributeOrNull(env, fields, false, object), attribute);
     return attribute;
 }
 
@@ -214,13 +208,13 @@ bool convertTemplate(
     if (length == 0) return true;
     AttributeFields fields;
     if (!findAttributeFields(env, fields)) return false;
-    const jclass* const classes = findValueClasses(env, ROWS);
-    const jclass arrayClass = FindClass(env, "[Lhalvorn/zerlin/CK_ATTRIBUTE;");
-    if (classes == nullptr || arrayClass == nullptr) return false;
+    if (!FindClasses(env, READABLE_VALUES)) return false;
+    const jclass arrayClass = FindClass(env, java::ATTRIBUTE_ARRAY);
+    if (arrayClass == nullptr) return false;
     const bool isTyped = env->IsInstanceOf(array, arrayClass);
     return forEachElement<3>(env, array, length, [&](jsize i, jobject element) {
         const jobject object = attributeOrNull(env, fields, isTyped, element);
-        return convertAttribute(env, memory, fields, classes, object, (*data)[i]);
+        return convertAttribute(env, memory, fields, object, (*data)[i]);
     });
 }
 

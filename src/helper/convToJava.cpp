@@ -2,31 +2,33 @@
 #include "helper/convToJava.h"
 
 #include "helper/elements.h"
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
+#include "helper/records.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace zerlin {
 namespace {
 
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/convToJava $\" \"$Revision: 1.1.1.2 $\"";
-
-jobject newHolder(JNIEnv* env, Literal path, CK_ULONG value, Literal field = "m_value")
+// A new object of the field's class that holds the value in that field.
+jobject newHolder(JNIEnv* env, JavaField& field, CK_ULONG value)
 {
-    const jclass cls = FindClass(env, path);
+    const jclass cls = FindClass(env, field.owner);
     if (cls == nullptr) return nullptr;
     const jobject holder = env->AllocObject(cls);
     if (holder == nullptr) return nullptr;
-    const jfieldID valueField = GetFieldID(env, cls, field, "J");
+    const jfieldID valueField = GetFieldID(env, field);
     // The fields of a new object are zero already.
     if (valueField != nullptr && value != 0) env->SetLongField(holder, valueField, static_cast<jlong>(value));
     return holder;
 }
 
-jobjectArray newObjects(
-    JNIEnv* env, Literal path, const CK_ULONG* source, CK_ULONG n, jobject (*make)(JNIEnv*, CK_ULONG))
+jobjectArray newObjects(JNIEnv* env, JavaClass& elementClass, const CK_ULONG* source, CK_ULONG n,
+    jobject (*make)(JNIEnv*, CK_ULONG))
 {
     if (source == nullptr) return nullptr;
-    const jclass cls = FindClass(env, path);
+    const jclass cls = FindClass(env, elementClass);
     if (cls == nullptr) return nullptr;
     const jobjectArray array = env->NewObjectArray(static_cast<jsize>(n), cls, nullptr);
     if (array == nullptr) return nullptr;
@@ -47,76 +49,76 @@ jobjectArray newObjects(
 
 jobject ckObjectHandleToJObjectHandle(JNIEnv* env, CK_OBJECT_HANDLE value)
 {
-    return newHolder(env, "halvorn/zerlin/CK_OBJECT_HANDLE", value);
+    return newHolder(env, java::OBJECT_HANDLE.m_value, value);
 }
 
 jobject ckSessionHandleToJSessionHandle(JNIEnv* env, CK_SESSION_HANDLE value)
 {
-    return newHolder(env, "halvorn/zerlin/CK_SESSION_HANDLE", value);
+    return newHolder(env, java::SESSION_HANDLE.m_value, value);
 }
 
 jobject ckAttributeTypeToJAttributeType(JNIEnv* env, CK_ATTRIBUTE_TYPE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", value);
+    return newHolder(env, java::ATTRIBUTE_TYPE.m_value, value);
 }
 
 jobject ckCertificateTypeToJCertificateType(JNIEnv* env, CK_CERTIFICATE_TYPE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_CERTIFICATE_TYPE", value);
+    return newHolder(env, java::CERTIFICATE_TYPE.m_value, value);
 }
 
 jobject ckHWFeatureTypeToJHWFeatureType(JNIEnv* env, CK_HW_FEATURE_TYPE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_HW_FEATURE_TYPE", value);
+    return newHolder(env, java::HW_FEATURE_TYPE.m_value, value);
 }
 
 jobject ckKeyTypeToJKeyType(JNIEnv* env, CK_KEY_TYPE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_KEY_TYPE", value);
+    return newHolder(env, java::KEY_TYPE.m_value, value);
 }
 
 jobject ckMechanismTypeToJMechanismType(JNIEnv* env, CK_MECHANISM_TYPE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", value);
+    return newHolder(env, java::MECHANISM_TYPE.m_value, value);
 }
 
 jobject ckObjectClassToJObjectClass(JNIEnv* env, CK_OBJECT_CLASS value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_OBJECT_CLASS", value);
+    return newHolder(env, java::OBJECT_CLASS.m_value, value);
 }
 
 jobject ckRsaPkcsOaepSourceTypeToJRsaPkcsOaepSourceType(JNIEnv* env, CK_RSA_PKCS_OAEP_SOURCE_TYPE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_RSA_PKCS_OAEP_SOURCE_TYPE", value);
+    return newHolder(env, java::RSA_PKCS_OAEP_SOURCE_TYPE.m_value, value);
 }
 
 jobject ckRVToJRV(JNIEnv* env, CK_RV value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_RV", value);
+    return newHolder(env, java::RV.m_value, value);
 }
 
 jobject ckStateToJState(JNIEnv* env, CK_STATE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_STATE", value);
+    return newHolder(env, java::STATE.m_value, value);
 }
 
 jobject ckUserTypeToJUserType(JNIEnv* env, CK_USER_TYPE value)
 {
-    return newHolder(env, "halvorn/zerlin/constants/CK_USER_TYPE", value);
+    return newHolder(env, java::USER_TYPE.m_value, value);
 }
 
 jobject LongRefObj(JNIEnv* env, CK_ULONG value)
 {
-    return newHolder(env, "halvorn/zerlin/LongRef", value, "value");
+    return newHolder(env, java::LONG_REF.value, value);
 }
 
 jobject ckBBoolToJBBool(JNIEnv* env, CK_BBOOL value)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_BBOOL");
+    const jclass cls = FindClass(env, java::BBOOL.cls);
     if (cls == nullptr) return nullptr;
     const jobject object = env->AllocObject(cls);
     if (object == nullptr) return nullptr;
-    const jmethodID setValue = GetMethodID(env, cls, "setValue", "(Z)V");
+    const jmethodID setValue = GetMethodID(env, java::BBOOL.setValue);
     if (setValue == nullptr) return nullptr;
     env->CallVoidMethod(object, setValue, value == CK_TRUE ? JNI_TRUE : JNI_FALSE);
     return env->ExceptionCheck() ? nullptr : object;
@@ -124,9 +126,9 @@ jobject ckBBoolToJBBool(JNIEnv* env, CK_BBOOL value)
 
 jobject ckULongPtrToJLongObject(JNIEnv* env, const CK_ULONG* value)
 {
-    const jclass cls = FindClass(env, "java/lang/Long");
+    const jclass cls = FindClass(env, java::LONG.cls);
     if (cls == nullptr) return nullptr;
-    const jmethodID constructor = GetMethodID(env, cls, "<init>", "(J)V");
+    const jmethodID constructor = GetMethodID(env, java::LONG.constructor);
     if (constructor == nullptr) return nullptr;
     return env->NewObject(cls, constructor, static_cast<jlong>(*value));
 }
@@ -134,37 +136,28 @@ jobject ckULongPtrToJLongObject(JNIEnv* env, const CK_ULONG* value)
 jobject ckVersionPtrToJVersion(JNIEnv* env, const CK_VERSION* version)
 {
     if (version == nullptr) return nullptr;
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_VERSION");
+    const jclass cls = FindClass(env, java::VERSION.cls);
     if (cls == nullptr) return nullptr;
     const jobject object = env->AllocObject(cls);
     if (object == nullptr) return nullptr;
-    const bool isSet = SetByteField(env, cls, object, "major", static_cast<jbyte>(version->major)) &&
-                       SetByteField(env, cls, object, "minor", static_cast<jbyte>(version->minor));
+    const bool isSet = SetByteField(env, object, java::VERSION.major, static_cast<jbyte>(version->major)) &&
+                       SetByteField(env, object, java::VERSION.minor, static_cast<jbyte>(version->minor));
     return isSet ? object : nullptr;
 }
 
 jobject ckDatePtrToJDateObject(JNIEnv* env, const CK_DATE* date)
 {
     if (date == nullptr) return nullptr;
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_DATE");
+    const jclass cls = FindClass(env, java::DATE.cls);
     if (cls == nullptr) return nullptr;
     const jobject object = env->AllocObject(cls);
     if (object == nullptr) return nullptr;
-    struct Piece {
-        Literal name;
-        const CK_CHAR* digits;
-        CK_ULONG width;
-    };
-    const Piece pieces[] = {
-        {"year", date->year, sizeof date->year},
-        {"month", date->month, sizeof date->month},
-        {"day", date->day, sizeof date->day},
-    };
-    for (const Piece& piece : pieces) {
-        const LocalRef<jbyteArray> digits(env, ckCharArrayToJByteArray(env, piece.digits, piece.width));
-        if (env->ExceptionCheck()) return nullptr;
-        SetObjectField(env, cls, object, piece.name, "[B", digits);
-        if (env->ExceptionCheck()) return nullptr;
+    const auto* const digits = reinterpret_cast<const CK_BYTE*>(date);
+    for (const DatePiece& piece : DATE_PIECES) {
+        const LocalRef<jbyteArray> array(
+            env, ckCharArrayToJByteArray(env, digits + piece.offset, piece.width));
+        if (array == nullptr) return nullptr;
+        if (!SetObjectField(env, object, piece.field, array)) return nullptr;
     }
     return object;
 }
@@ -194,14 +187,13 @@ jlongArray ckULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULON
 
 jobjectArray ckObjHandleArrayToJObjHandleArray(JNIEnv* env, const CK_OBJECT_HANDLE* source, CK_ULONG n)
 {
-    return newObjects(env, "halvorn/zerlin/CK_OBJECT_HANDLE", source, n, ckObjectHandleToJObjectHandle);
+    return newObjects(env, java::OBJECT_HANDLE.cls, source, n, ckObjectHandleToJObjectHandle);
 }
 
 jobjectArray ckMechanismTypeArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_MECHANISM_TYPE* source, CK_ULONG n)
 {
-    return newObjects(
-        env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", source, n, ckMechanismTypeToJMechanismType);
+    return newObjects(env, java::MECHANISM_TYPE.cls, source, n, ckMechanismTypeToJMechanismType);
 }
 
 } // namespace zerlin

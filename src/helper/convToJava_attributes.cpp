@@ -4,13 +4,13 @@
 #include <iterator>
 
 #include "helper/convToJava.h"
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace zerlin {
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/convToJava_attributes $\" \"$Revision: 1.1.1.2 $\"";
 
 enum class NewValue { Class, CertificateType, KeyType, HWFeatureType, BBool, Date, Long, MechanismTypes };
 
@@ -105,26 +105,26 @@ jobject ckAttributeValueToJObject(JNIEnv* env, const CK_ATTRIBUTE* attribute)
 jobject ckAttributePtrToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* attribute)
 {
     if (attribute == nullptr) return nullptr;
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
+    const jclass cls = FindClass(env, java::ATTRIBUTE.cls);
     if (cls == nullptr) return nullptr;
     const jobject object = env->AllocObject(cls);
     if (object == nullptr) return nullptr;
     const LocalRef<jobject> type(env, ckAttributeTypeToJAttributeType(env, attribute->type));
     if (env->ExceptionCheck()) return nullptr;
-    SetObjectField(env, cls, object, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;", type);
+    SetObjectField(env, object, java::ATTRIBUTE.type, type);
     if (env->ExceptionCheck()) return nullptr;
     const LocalRef<jobject> value(env, ckAttributeValueToJObject(env, attribute));
     if (env->ExceptionCheck()) return nullptr;
-    SetObjectField(env, cls, object, "pValue", "Ljava/lang/Object;", value);
+    SetObjectField(env, object, java::ATTRIBUTE.pValue, value);
     if (env->ExceptionCheck()) return nullptr;
-    SetLongField(env, cls, object, "valueLen", attribute->ulValueLen);
+    SetLongField(env, object, java::ATTRIBUTE.valueLen, attribute->ulValueLen);
     return env->ExceptionCheck() ? nullptr : object;
 }
 
 jobjectArray ckAttributeArrayToJAttributeArray(JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count)
 {
     if (source == nullptr) return nullptr;
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
+    const jclass cls = FindClass(env, java::ATTRIBUTE.cls);
     if (cls == nullptr) return nullptr;
     const LocalRef<jobjectArray> array(env, env->NewObjectArray(static_cast<jsize>(count), cls, nullptr));
     if (array == nullptr) return nullptr;

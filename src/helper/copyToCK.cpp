@@ -6,15 +6,14 @@
 
 #include "helper/convToCK.h"
 #include "helper/elements.h"
-#include "helper/jutil.h"
 #include "helper/records.h"
 #include "helper/valueClasses.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace zerlin {
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/copyToCK $\" \"$Revision: 1.1.1.2 $\"";
 
 template <typename JArray, typename JElement, typename Native>
 void copyElements(JNIEnv* env, JArray array, Native* destination, CK_ULONG capacity,
@@ -26,10 +25,10 @@ void copyElements(JNIEnv* env, JArray array, Native* destination, CK_ULONG capac
 
 // What the value method of a boxed object returns; 0 with an exception pending.
 template <typename JValue>
-JValue unboxed(JNIEnv* env, jclass cls, jobject value, Literal method, Literal signature,
-    JValue (JNIEnv::*call)(jobject, jmethodID, ...))
+JValue unboxed(
+    JNIEnv* env, jobject value, JavaMethod& method, JValue (JNIEnv::*call)(jobject, jmethodID, ...))
 {
-    const jmethodID valueMethod = GetMethodID(env, cls, method, signature);
+    const jmethodID valueMethod = GetMethodID(env, method);
     return valueMethod == nullptr ? JValue{} : (env->*call)(value, valueMethod);
 }
 
@@ -55,8 +54,7 @@ CK_ULONG minimumCapacity(ValueKind kind)
     }
 }
 
-void copyValue(
-    JNIEnv* env, const ValueClass& row, jclass cls, jobject value, CK_VOID_PTR destination, CK_ULONG capacity)
+void copyValue(JNIEnv* env, const ValueClass& row, jobject value, CK_VOID_PTR destination, CK_ULONG capacity)
 {
     auto* const bytes = static_cast<CK_BYTE_PTR>(destination);
     auto* const words = static_cast<CK_ULONG_PTR>(destination);
@@ -64,8 +62,8 @@ void copyValue(
     case ValueKind::ByteArray:
         return CopyJByteArrayToCKByteArray(env, static_cast<jbyteArray>(value), bytes, capacity);
     case ValueKind::Long:
-        return store(env, destination,
-            longToCK(unboxed(env, cls, value, "longValue", "()J", &JNIEnv::CallLongMethod)));
+        return store(
+            env, destination, longToCK(unboxed(env, value, java::LONG.longValue, &JNIEnv::CallLongMethod)));
     case ValueKind::BBool:
         return store(env, destination, jBBoolToCKBBool(env, value));
     case ValueKind::Date:
@@ -78,7 +76,7 @@ void copyValue(
             env, static_cast<jobjectArray>(value), words, capacity / sizeof(CK_MECHANISM_TYPE));
     case ValueKind::Boolean:
         return store(env, destination,
-            booleanToCK(unboxed(env, cls, value, "booleanValue", "()Z", &JNIEnv::CallBooleanMethod)));
+            booleanToCK(unboxed(env, value, java::BOOLEAN.booleanValue, &JNIEnv::CallBooleanMethod)));
     // The capacity in bytes counts elements for the next two number arrays: wanted.
     case ValueKind::LongArray:
         return CopyJLongArrayToCKULongArray(env, static_cast<jlongArray>(value), words, capacity);
@@ -88,59 +86,57 @@ void copyValue(
         return CopyJStringToCKCharArray(env, static_cast<jstring>(value), bytes, capacity);
     case ValueKind::Integer:
         return store(
-            env, destination, intToCK(unboxed(env, cls, value, "intValue", "()I", &JNIEnv::CallIntMethod)));
+            env, destination, intToCK(unboxed(env, value, java::INTEGER.intValue, &JNIEnv::CallIntMethod)));
     case ValueKind::BooleanArray:
         return CopyJBooleanArrayToCKBBoolArray(env, static_cast<jbooleanArray>(value), bytes, capacity);
     case ValueKind::CharArray:
         return CopyJCharArrayToCKCharArray(env, static_cast<jcharArray>(value), bytes, capacity);
     case ValueKind::Byte:
-        return store(env, destination,
-            byteToCK(unboxed(env, cls, value, "byteValue", "()B", &JNIEnv::CallByteMethod)));
+        return store(
+            env, destination, byteToCK(unboxed(env, value, java::BYTE.byteValue, &JNIEnv::CallByteMethod)));
     case ValueKind::Character:
         return store(env, destination,
-            charToCK(unboxed(env, cls, value, "charValue", "()C", &JNIEnv::CallCharMethod)));
+            charToCK(unboxed(env, value, java::CHARACTER.charValue, &JNIEnv::CallCharMethod)));
     }
 }
 
 // One field of an information record. The caller asks for a pending exception.
-void copyField(JNIEnv* env, jclass cls, jobject object, const RecordField& field, CK_BYTE_PTR record)
+void copyField(JNIEnv* env, jobject object, const RecordField& row, CK_BYTE_PTR record)
 {
-    CK_BYTE_PTR const member = record + field.offset;
-    switch (field.kind) {
+    CK_BYTE_PTR const member = record + row.offset;
+    switch (row.kind) {
     case RecordFieldKind::Number: {
-        const CK_ULONG value = GetLongField(env, cls, object, field.name);
+        const CK_ULONG value = GetLongField(env, object, row.field);
         return store(env, member, value);
     }
     case RecordFieldKind::Text: {
-        const LocalRef<jbyteArray> text(env, GetByteArrayField(env, cls, object, field.name));
-        if (!env->ExceptionCheck()) CopyJByteArrayToCKByteArray(env, text, member, field.width);
+        const LocalRef<jbyteArray> text(env, GetByteArrayField(env, object, row.field));
+        if (!env->ExceptionCheck()) CopyJByteArrayToCKByteArray(env, text, member, row.width);
         return;
     }
     case RecordFieldKind::Version: {
-        const LocalRef<jobject> version(
-            env, GetObjectField(env, cls, object, field.name, "Lhalvorn/zerlin/CK_VERSION;"));
+        const LocalRef<jobject> version(env, GetObjectField(env, object, row.field));
         if (!env->ExceptionCheck()) {
             CopyJVersionToCKVersion(env, version, reinterpret_cast<CK_VERSION*>(member));
         }
         return;
     }
     case RecordFieldKind::State: {
-        const LocalRef<jobject> state(
-            env, GetObjectField(env, cls, object, field.name, "Lhalvorn/zerlin/constants/CK_STATE;"));
+        const LocalRef<jobject> state(env, GetObjectField(env, object, row.field));
         if (!env->ExceptionCheck()) store(env, member, jStateToCKState(env, state));
         return;
     }
     }
 }
 
-void copyRecord(
-    JNIEnv* env, jobject object, Literal path, std::span<const RecordField> fields, CK_VOID_PTR record)
+void copyRecord(JNIEnv* env, jobject object, JavaClass& recordClass, std::span<const RecordField> rows,
+    CK_VOID_PTR record)
 {
-    const jclass cls = FindClass(env, path);
+    const jclass cls = FindClass(env, recordClass);
     if (cls == nullptr || object == nullptr || record == nullptr) return;
     if (!env->IsInstanceOf(object, cls)) return;
-    for (const RecordField& field : fields) {
-        copyField(env, cls, object, field, static_cast<CK_BYTE_PTR>(record));
+    for (const RecordField& row : rows) {
+        copyField(env, object, row, static_cast<CK_BYTE_PTR>(record));
         if (env->ExceptionCheck()) return;
     }
 }
@@ -201,67 +197,54 @@ void CopyJMechanismTypeArrayToCKMechanismTypeArray(
 
 void CopyJDateToCKDate(JNIEnv* env, jobject object, CK_DATE* destination)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_DATE");
+    const jclass cls = FindClass(env, java::DATE.cls);
     if (cls == nullptr || object == nullptr || destination == nullptr) return;
     if (!env->IsInstanceOf(object, cls)) return;
-    struct Piece {
-        Literal name;
-        CK_BYTE_PTR place;
-        CK_ULONG width;
-    };
-    const Piece pieces[] = {
-        {"year", destination->year, sizeof destination->year},
-        {"month", destination->year, sizeof destination->month}, // over the year's first two bytes: wanted
-        {"day", destination->day, sizeof destination->day},
-    };
-    for (const Piece& piece : pieces) {
-        const LocalRef<jbyteArray> digits(env, GetByteArrayField(env, cls, object, piece.name));
-        if (env->ExceptionCheck()) return;
-        CopyJByteArrayToCKByteArray(env, digits, piece.place, piece.width);
-        if (env->ExceptionCheck()) return;
+    auto* const date = reinterpret_cast<CK_BYTE_PTR>(destination);
+    for (const DatePiece& piece : DATE_PIECES) {
+        const LocalRef<jbyteArray> digits(env, GetByteArrayField(env, object, piece.field));
+        if (digits == nullptr && env->ExceptionCheck()) return;
+        CopyJByteArrayToCKByteArray(env, digits, date + piece.copiedOffset, piece.width);
     }
 }
 
 void CopyJVersionToCKVersion(JNIEnv* env, jobject object, CK_VERSION* destination)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_VERSION");
+    const jclass cls = FindClass(env, java::VERSION.cls);
     if (cls == nullptr || object == nullptr || destination == nullptr) return;
     if (!env->IsInstanceOf(object, cls)) return;
-    const jbyte major = GetByteField(env, cls, object, "major");
+    const jbyte major = GetByteField(env, object, java::VERSION.major);
     if (env->ExceptionCheck()) return;
     destination->major = byteToCK(major);
-    const jbyte minor = GetByteField(env, cls, object, "minor");
+    const jbyte minor = GetByteField(env, object, java::VERSION.minor);
     if (env->ExceptionCheck()) return;
     destination->minor = byteToCK(minor);
 }
 
 void CopyJObjectPrimativeToCKObjectPtr(JNIEnv* env, jobject value, CK_VOID_PTR destination, CK_ULONG capacity)
 {
-    constexpr std::size_t ROWS = std::size(VALUE_CLASSES);
-    const jclass* const classes = findValueClasses(env, ROWS);
-    if (classes == nullptr) return;
+    if (!FindClasses(env, READABLE_VALUES)) return;
     if (value == nullptr || destination == nullptr || capacity == 0) return;
-    const std::size_t row = valueClassOf(env, classes, ROWS, value);
-    if (row == ROWS || capacity < minimumCapacity(VALUE_CLASSES[row].kind)) {
+    const std::size_t row = valueClassOf(env, VALUE_ROWS, value);
+    if (row == VALUE_ROWS || capacity < minimumCapacity(VALUE_CLASSES[row].kind)) {
         return throwUnsupportedClass(env, "Can not copy from %s to a CK type", value);
     }
-    copyValue(env, VALUE_CLASSES[row], classes[row], value, destination, capacity);
+    copyValue(env, VALUE_CLASSES[row], value, destination, capacity);
 }
 
 void CopyJAttributeToCKAttribute(JNIEnv* env, jobject object, CK_ATTRIBUTE_PTR destination)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_ATTRIBUTE");
+    const jclass cls = FindClass(env, java::ATTRIBUTE.cls);
     if (cls == nullptr || object == nullptr || destination == nullptr) return;
-    const LocalRef<jobject> type(
-        env, GetObjectField(env, cls, object, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;"));
+    const LocalRef<jobject> type(env, GetObjectField(env, object, java::ATTRIBUTE.type));
     if (env->ExceptionCheck()) return;
     destination->type = jAttributeTypeToCKAttributeType(env, type);
     if (env->ExceptionCheck()) return;
-    const LocalRef<jobject> value(env, GetObjectField(env, cls, object, "pValue", "Ljava/lang/Object;"));
+    const LocalRef<jobject> value(env, GetObjectField(env, object, java::ATTRIBUTE.pValue));
     if (env->ExceptionCheck()) return;
     CopyJObjectPrimativeToCKObjectPtr(env, value, destination->pValue, destination->ulValueLen);
     if (env->ExceptionCheck()) return;
-    const CK_ULONG valueLen = GetLongField(env, cls, object, "valueLen");
+    const CK_ULONG valueLen = GetLongField(env, object, java::ATTRIBUTE.valueLen);
     if (!env->ExceptionCheck()) destination->ulValueLen = valueLen;
 }
 
@@ -279,27 +262,27 @@ void CopyJAttributeArrayToCKAttributeArray(
 
 void CopyJInfoToCKInfo(JNIEnv* env, jobject object, CK_INFO* destination)
 {
-    copyRecord(env, object, "halvorn/zerlin/CK_INFO", INFO_FIELDS, destination);
+    copyRecord(env, object, java::INFO.cls, INFO_FIELDS, destination);
 }
 
 void CopyJSlotInfoToCKSlotInfo(JNIEnv* env, jobject object, CK_SLOT_INFO* destination)
 {
-    copyRecord(env, object, "halvorn/zerlin/CK_SLOT_INFO", SLOT_INFO_FIELDS, destination);
+    copyRecord(env, object, java::SLOT_INFO.cls, SLOT_INFO_FIELDS, destination);
 }
 
 void CopyJTokenInfoToCKTokenInfo(JNIEnv* env, jobject object, CK_TOKEN_INFO* destination)
 {
-    copyRecord(env, object, "halvorn/zerlin/CK_TOKEN_INFO", TOKEN_INFO_FIELDS, destination);
+    copyRecord(env, object, java::TOKEN_INFO.cls, TOKEN_INFO_FIELDS, destination);
 }
 
 void CopyJSessionInfoToCKSessionInfo(JNIEnv* env, jobject object, CK_SESSION_INFO* destination)
 {
-    copyRecord(env, object, "halvorn/zerlin/CK_SESSION_INFO", SESSION_INFO_FIELDS, destination);
+    copyRecord(env, object, java::SESSION_INFO.cls, SESSION_INFO_FIELDS, destination);
 }
 
 void CopyJMechInfoToCKMechInfo(JNIEnv* env, jobject object, CK_MECHANISM_INFO* destination)
 {
-    copyRecord(env, object, "halvorn/zerlin/CK_MECHANISM_INFO", MECHANISM_INFO_FIELDS, destination);
+    copyRecord(env, object, java::MECHANISM_INFO.cls, MECHANISM_INFO_FIELDS, destination);
 }
 
 } // namespace zerlin

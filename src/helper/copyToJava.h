@@ -5,6 +5,7 @@
 
 #include <jni.h>
 
+#include "helper/jutil.h"
 #include "zerlin/cryptoki.h"
 
 namespace zerlin {
@@ -46,9 +47,9 @@ bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG
 
 // What a mechanism has returned through its parameter, into the Java parameter object from which the native
 // parameter was made.
-void CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target);
+bool CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target);
 
-// Calls the object's setValue(long).
-bool setLongValue(JNIEnv* env, jclass cls, jobject object, CK_ULONG value);
+// Calls the setValue(long) of the object's class. Does nothing for a null object.
+bool setLongValue(JNIEnv* env, jobject object, JavaMethod& setValue, CK_ULONG value);
 
 } // namespace zerlin

@@ -2,16 +2,13 @@
 #include "helper/attributeFields.h"
 #include "helper/copyToJava.h"
 #include "helper/elements.h"
-#include "helper/jutil.h"
 #include "helper/valueClasses.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace zerlin {
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/copyToJava_attributes $\" \"$Revision: 1.1.1.2 $\"";
-
-constexpr std::size_t ROWS = WRITABLE_VALUE_CLASSES;
 
 // What the native value must have at least; a shorter one is not written.
 CK_ULONG minimumLength(ValueKind kind)
@@ -29,16 +26,16 @@ CK_ULONG minimumLength(ValueKind kind)
 }
 
 // False with an exception pending.
-bool writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const void* pValue, CK_ULONG length)
+bool writeValue(JNIEnv* env, const ValueClass& row, jobject target, const void* pValue, CK_ULONG length)
 {
     const auto* const bytes = static_cast<const CK_BYTE*>(pValue);
-    switch (kind) {
+    switch (row.kind) {
     case ValueKind::ByteArray:
         return CopyCKByteArrayToJByteArray(env, bytes, length, static_cast<jbyteArray>(target));
     case ValueKind::Long:
-        return SetLongField(env, cls, target, "value", numberAt(bytes));
+        return SetLongField(env, target, java::LONG.value, numberAt(bytes));
     case ValueKind::BBool: {
-        const jmethodID setValue = GetMethodID(env, cls, "setValue", "(Z)V");
+        const jmethodID setValue = GetMethodID(env, java::BBOOL.setValue);
         if (setValue == nullptr) return false;
         env->CallVoidMethod(target, setValue, *bytes == CK_TRUE ? JNI_TRUE : JNI_FALSE);
         return !env->ExceptionCheck();
@@ -47,16 +44,16 @@ bool writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const v
         CopyCKDateToJDate(env, static_cast<const CK_DATE*>(pValue), length, target);
         return !env->ExceptionCheck();
     case ValueKind::Handle:
-        return SetLongField(env, cls, target, "m_value", numberAt(bytes));
+        return SetLongField(env, target, *row.m_value, numberAt(bytes));
     case ValueKind::Constant:
-        return setLongValue(env, cls, target, numberAt(bytes));
+        return setLongValue(env, target, *row.setValue, numberAt(bytes));
     case ValueKind::MechanismTypeArray:
         if (length % sizeof(CK_MECHANISM_TYPE) != 0) return true;
         return CopyCKMechanismTypeArrayToJMechanismTypeArray(env,
             static_cast<const CK_MECHANISM_TYPE*>(pValue), length / sizeof(CK_MECHANISM_TYPE),
             static_cast<jobjectArray>(target));
     default: {
-        const jfieldID value = GetFieldID(env, cls, "value", "Z");
+        const jfieldID value = GetFieldID(env, java::BOOLEAN.value);
         if (value == nullptr) return false;
         env->SetBooleanField(target, value, *bytes); // a Boolean: the raw byte, wanted
         return true;
@@ -64,34 +61,32 @@ bool writeValue(JNIEnv* env, ValueKind kind, jclass cls, jobject target, const v
     }
 }
 
-// What a value of Java is given from a native one. The classes are those of the rows that can be written to.
-// False with an exception pending.
-bool writeObject(JNIEnv* env, const jclass* classes, std::size_t likely, const void* pValue, CK_ULONG length,
-    jobject target)
+// Writes a native value into a Java one; the likely row is tested first. False with an exception pending.
+bool writeObject(JNIEnv* env, std::size_t likely, const void* pValue, CK_ULONG length, jobject target)
 {
     if (target == nullptr || pValue == nullptr || length == 0) return true;
-    const std::size_t row = valueClassOf(env, classes, ROWS, target, likely);
-    if (row == ROWS) {
+    const std::size_t row = valueClassOf(env, WRITABLE_VALUE_ROWS, target, likely);
+    if (row == WRITABLE_VALUE_ROWS) {
         throwUnsupportedClass(env, "Can not copy from CK type to %s", target);
         return false;
     }
-    const ValueKind kind = VALUE_CLASSES[row].kind;
-    return length < minimumLength(kind) || writeValue(env, kind, classes[row], target, pValue, length);
+    const ValueClass& valueClass = VALUE_CLASSES[row];
+    return length < minimumLength(valueClass.kind) || writeValue(env, valueClass, target, pValue, length);
 }
 
 // The target is a CK_ATTRIBUTE or null. False with an exception pending.
-bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const jclass* classes,
-    const CK_ATTRIBUTE& source, bool mayBeWildcard, jobject target)
+bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBUTE& source,
+    bool mayBeWildcard, jobject target)
 {
     if (target == nullptr) return true;
     if (mayBeWildcard) {
         const jobject type = env->GetObjectField(target, fields.type);
         const bool isWildcard = typeOf(env, fields, type) == CKA_WILDCARD;
-        if (isWildcard && !setLongValue(env, fields.typeClass, type, source.type)) return false;
+        if (isWildcard && !setLongValue(env, type, java::ATTRIBUTE_TYPE.setValue, source.type)) return false;
     }
     const jobject value = env->GetObjectField(target, fields.pValue);
     const std::size_t likely = likelyRow(source.type);
-    if (!writeObject(env, classes, likely, source.pValue, source.ulValueLen, value)) return false;
+    if (!writeObject(env, likely, source.pValue, source.ulValueLen, value)) return false;
     const auto length = static_cast<jlong>(source.ulValueLen);
     if (env->GetLongField(target, fields.valueLen) == length) return true; // reading costs less than writing
     env->SetLongField(target, fields.valueLen, length);
@@ -103,17 +98,16 @@ bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const jclass* cl
 bool CopyCKAttributeArrayToJAttributeArray(
     JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target, bool mayHaveWildcards)
 {
-    const jclass cls = FindClass(env, "[Lhalvorn/zerlin/CK_ATTRIBUTE;");
+    const jclass cls = FindClass(env, java::ATTRIBUTE_ARRAY);
     if (cls == nullptr) return false;
     if (source == nullptr || target == nullptr || !env->IsInstanceOf(target, cls)) return true;
     const jsize length = elementsToCopy(env, target, count);
     if (length == 0) return true;
     AttributeFields fields;
     if (!findAttributeFields(env, fields)) return false;
-    const jclass* const classes = findValueClasses(env, ROWS);
-    if (classes == nullptr) return false;
+    if (!FindClasses(env, WRITABLE_VALUES)) return false;
     return forEachElement<3>(env, target, length, [&](jsize i, jobject element) {
-        return writeAttribute(env, fields, classes, source[i], mayHaveWildcards, element);
+        return writeAttribute(env, fields, source[i], mayHaveWildcards, element);
     });
 }
 
@@ -121,15 +115,13 @@ void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobjec
 {
     AttributeFields fields;
     if (!findAttributeFields(env, fields) || source == nullptr) return;
-    const jclass* const classes = findValueClasses(env, ROWS);
-    if (classes == nullptr) return;
-    writeAttribute(env, fields, classes, *source, true, attributeOrNull(env, fields, false, target));
+    if (!FindClasses(env, WRITABLE_VALUES)) return;
+    writeAttribute(env, fields, *source, true, attributeOrNull(env, fields, false, target));
 }
 
 bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target)
 {
-    const jclass* const classes = findValueClasses(env, ROWS);
-    return classes != nullptr && writeObject(env, classes, 0, pValue, length, target);
+    return FindClasses(env, WRITABLE_VALUES) && writeObject(env, 0, pValue, length, target);
 }
 
 } // namespace zerlin

@@ -74,6 +74,14 @@ inline CK_ULONG numberAt(const CK_BYTE* place)
     return value;
 }
 
+// The pointer that lies there, aligned or not.
+inline CK_BYTE_PTR pointerAt(const CK_BYTE* place)
+{
+    CK_BYTE_PTR pointer = nullptr;
+    std::memcpy(&pointer, place, sizeof pointer);
+    return pointer;
+}
+
 // How many bytes hold that many bits.
 inline CK_ULONG bytesOfBits(CK_ULONG bits)
 {

@@ -1,4 +1,4 @@
-// The JNI lookups and the memory that makes them quick, the field accessors, and the exceptions thrown.
+// The JNI lookups and what they remember, the names of classes, and the exceptions that the library throws.
 #include "helper/jutil.h"
 
 #include <algorithm>
@@ -7,191 +7,119 @@
 #include <cstring>
 #include <mutex>
 
+#include "helper/javaNames.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
+
 namespace zerlin {
 namespace {
 
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/jutil $\" \"$Revision: 1.1.1.2 $\"";
+// What is known is linked, one thread at a time; readers take no lock.
+std::mutex linking;
+JavaClass* knownClasses = nullptr;
+JavaField* knownFields = nullptr;
+JavaMethod* knownMethods = nullptr;
+JavaClassGroup* knownGroups = nullptr;
 
-struct Table {
-    std::atomic<const Literal*> paths;
-    std::size_t count;
-    jclass classes[32];
-};
-
-Table tables[4];
-std::size_t memberCount = 0;
-std::mutex additions; // entries are only ever added, by one thread at a time
-
-// A literal that the linker did not merge with its equals.
-bool isSame(const char* known, Literal wanted)
+template <typename Name>
+void link(Name& name, Name*& known)
 {
-    return known == wanted.text || std::strcmp(known, wanted.text) == 0;
-}
-
-bool isOf(const memory::Class& entry, Literal path)
-{
-    const char* const known = entry.path.load(std::memory_order_acquire);
-    return known != nullptr && isSame(known, path);
-}
-
-bool isOf(const memory::Member& entry, jclass owner, Literal name, Literal signature)
-{
-    return entry.owner.load(std::memory_order_acquire) == owner && isSame(entry.name, name) &&
-           isSame(entry.signature, signature);
-}
-
-// The entry of that key, or the free one where it belongs; that one another thread may give to another key as
-// soon as the lock is not held. There are more entries than keys.
-memory::Class& entryOf(Literal path)
-{
-    std::size_t slot = memory::slotOf(path);
-    while (memory::classes[slot].path.load(std::memory_order_acquire) != nullptr &&
-           !isOf(memory::classes[slot], path)) {
-        slot = (slot + 1) % memory::CLASS_SLOTS;
-    }
-    return memory::classes[slot];
-}
-
-memory::Member& entryOf(jclass owner, Literal name, Literal signature)
-{
-    std::size_t slot = memory::slotOf(owner, name, signature);
-    while (memory::members[slot].owner.load(std::memory_order_acquire) != nullptr &&
-           !isOf(memory::members[slot], owner, name, signature)) {
-        slot = (slot + 1) % memory::MEMBER_SLOTS;
-    }
-    return memory::members[slot];
-}
-
-const Table* tableOf(std::span<const Literal> paths)
-{
-    for (const Table& table : tables) {
-        const Literal* const known = table.paths.load(std::memory_order_acquire);
-        if (known == nullptr) return nullptr;
-        if (known == paths.data() && table.count == paths.size()) return &table;
-    }
-    return nullptr;
-}
-
-bool isRemembered(jclass reference)
-{
-    return std::ranges::any_of(memory::classes, [reference](const memory::Class& entry) {
-        return entry.path.load(std::memory_order_relaxed) != nullptr && entry.reference == reference;
-    });
-}
-
-void rememberMember(jclass owner, Literal name, Literal signature, void* id)
-{
-    const std::lock_guard lock(additions);
-    // A reference that is not the memory's own may be another class tomorrow. A full memory takes no more.
-    if (!isRemembered(owner) || memberCount == memory::MEMBER_SLOTS / 4) return;
-    memory::Member& entry = entryOf(owner, name, signature);
-    if (entry.owner.load(std::memory_order_relaxed) != nullptr) return;
-    entry.name = name.text;
-    entry.signature = signature.text;
-    entry.id = id;
-    entry.owner.store(owner, std::memory_order_release);
-    ++memberCount;
+    name.nextKnown = known;
+    known = &name;
 }
 
 template <typename ID>
-ID findMember(JNIEnv* env, jclass cls, Literal name, Literal signature,
-    ID (JNIEnv::*lookUp)(jclass, const char*, const char*))
+ID findMember(JNIEnv* env, JavaMember<ID>& member, ID (JNIEnv::*lookUp)(jclass, const char*, const char*),
+    JavaMember<ID>*& known)
 {
-    const memory::Member& known = entryOf(cls, name, signature);
-    if (isOf(known, cls, name, signature)) return static_cast<ID>(known.id);
-    if (env->ExceptionCheck()) return nullptr;
-    const ID id = (env->*lookUp)(cls, name.text, signature.text);
-    if (id != nullptr) rememberMember(cls, name, signature, id);
+    const jclass owner = FindClass(env, member.owner);
+    if (owner == nullptr || env->ExceptionCheck()) return nullptr;
+    const ID id = (env->*lookUp)(owner, member.name, member.signature);
+    if (id == nullptr) return nullptr;
+    const std::lock_guard lock(linking);
+    // Another thread may have been quicker; its answer is the same.
+    if (member.id.load(std::memory_order_relaxed) == nullptr) {
+        link(member, known);
+        member.id.store(id, std::memory_order_release);
+    }
     return id;
+}
+
+// Empties the list. What it held is unknown again when forget has been called on it.
+template <typename Name, typename Forget>
+void unlinkAll(Name*& known, Forget forget)
+{
+    while (known != nullptr) {
+        Name& name = *known;
+        known = name.nextKnown;
+        name.nextKnown = nullptr;
+        forget(name);
+    }
 }
 
 } // namespace
 
-namespace memory {
-
-Class classes[CLASS_SLOTS];
-Member members[MEMBER_SLOTS];
-
-jclass findClass(JNIEnv* env, Literal path)
+jclass findUnknown(JNIEnv* env, JavaClass& cls)
 {
-    const Class& known = entryOf(path);
-    if (isOf(known, path)) return known.reference;
     if (env->ExceptionCheck()) return nullptr;
-    const LocalRef<jclass> found(env, env->FindClass(path.text));
+    const LocalRef<jclass> found(env, env->FindClass(cls.path));
     if (found == nullptr) return nullptr;
     const auto reference = static_cast<jclass>(env->NewWeakGlobalRef(found));
     if (reference == nullptr) return nullptr;
 
-    const std::lock_guard lock(additions);
-    Class& entry = entryOf(path);
-    if (entry.path.load(std::memory_order_relaxed) != nullptr) {
+    const std::lock_guard lock(linking);
+    if (const jclass known = cls.reference.load(std::memory_order_relaxed)) {
         env->DeleteWeakGlobalRef(reference);
-        return entry.reference;
+        return known;
     }
-    entry.reference = reference;
-    entry.path.store(path.text, std::memory_order_release);
+    link(cls, knownClasses);
+    cls.reference.store(reference, std::memory_order_release);
     return reference;
 }
 
-jfieldID findField(JNIEnv* env, jclass cls, Literal name, Literal signature)
+jfieldID findUnknown(JNIEnv* env, JavaField& field)
 {
-    return findMember(env, cls, name, signature, &JNIEnv::GetFieldID);
+    return findMember(env, field, &JNIEnv::GetFieldID, knownFields);
 }
 
-jmethodID findMethod(JNIEnv* env, jclass cls, Literal name, Literal signature)
+jmethodID findUnknown(JNIEnv* env, JavaMethod& method)
 {
-    return findMember(env, cls, name, signature, &JNIEnv::GetMethodID);
+    return findMember(env, method, &JNIEnv::GetMethodID, knownMethods);
 }
 
-} // namespace memory
-
-const jclass* FindClasses(JNIEnv* env, std::span<const Literal> paths)
+bool findUnknown(JNIEnv* env, JavaClassGroup& group)
 {
-    if (const Table* const known = tableOf(paths)) return known->classes;
-    for (const Literal path : paths) {
-        if (FindClass(env, path) == nullptr) return nullptr;
+    const bool areFound =
+        std::ranges::all_of(group.classes, [env](JavaClass* cls) { return FindClass(env, *cls) != nullptr; });
+    if (!areFound) return false;
+    const std::lock_guard lock(linking);
+    if (!group.isKnown.load(std::memory_order_relaxed)) {
+        link(group, knownGroups);
+        group.isKnown.store(true, std::memory_order_release);
     }
-    const std::lock_guard lock(additions);
-    for (Table& table : tables) {
-        const Literal* const known = table.paths.load(std::memory_order_relaxed);
-        if (known == paths.data() && table.count == paths.size()) return table.classes;
-        if (known != nullptr) continue;
-        table.count = paths.size();
-        std::ranges::transform(paths, table.classes, [](Literal path) { return entryOf(path).reference; });
-        table.paths.store(paths.data(), std::memory_order_release);
-        return table.classes;
-    }
-    return nullptr;
+    return true;
 }
 
 void forgetLookups(JNIEnv* env)
 {
-    const std::lock_guard lock(additions);
-    for (Table& table : tables) {
-        table.paths.store(nullptr, std::memory_order_relaxed);
-    }
-    for (memory::Member& entry : memory::members) {
-        entry.owner.store(nullptr, std::memory_order_relaxed);
-    }
-    for (memory::Class& entry : memory::classes) {
-        if (entry.path.exchange(nullptr, std::memory_order_relaxed) != nullptr) {
-            env->DeleteWeakGlobalRef(entry.reference);
-        }
-    }
-    memberCount = 0;
+    const std::lock_guard lock(linking);
+    unlinkAll(knownGroups, [](JavaClassGroup& group) { group.isKnown = false; });
+    unlinkAll(knownFields, [](JavaField& field) { field.id = nullptr; });
+    unlinkAll(knownMethods, [](JavaMethod& method) { method.id = nullptr; });
+    unlinkAll(
+        knownClasses, [env](JavaClass& cls) { env->DeleteWeakGlobalRef(cls.reference.exchange(nullptr)); });
 }
 
 char* GetClassName(JNIEnv* env, jobject object)
 {
-    const jclass objectClass = FindClass(env, "java/lang/Object");
-    const jclass classClass = FindClass(env, "java/lang/Class");
-    if (env->ExceptionCheck()) return nullptr;
-    const jmethodID getClass = GetMethodID(env, objectClass, "getClass", "()Ljava/lang/Class;");
+    if (FindClass(env, java::OBJECT.cls) == nullptr || FindClass(env, java::CLASS.cls) == nullptr)
+        return nullptr;
+    const jmethodID getClass = GetMethodID(env, java::OBJECT.getClass);
     if (getClass == nullptr) return nullptr;
     const LocalRef<jobject> cls(env, env->CallObjectMethod(object, getClass));
     if (env->ExceptionCheck()) return nullptr;
-    const jmethodID getName = GetMethodID(env, classClass, "getName", "()Ljava/lang/String;");
+    const jmethodID getName = GetMethodID(env, java::CLASS.getName);
     if (getName == nullptr) return nullptr;
     const LocalRef<jobject> name(env, env->CallObjectMethod(cls, getName));
     if (env->ExceptionCheck()) return nullptr;
@@ -199,8 +127,8 @@ char* GetClassName(JNIEnv* env, jobject object)
     return copyStringUTF(env, static_cast<jstring>(name.reference), &length);
 }
 
-// The characters go straight into the new buffer: what GetStringUTFChars gives, the JVM frees without
-// overwriting it.
+// The characters go straight into the new buffer: the JVM frees what GetStringUTFChars returns
+// without overwriting it.
 char* copyStringUTF(JNIEnv* env, jstring string, CK_ULONG* length)
 {
     const jsize size = env->GetStringUTFLength(string);
@@ -220,7 +148,7 @@ char* copyStringUTF(JNIEnv* env, jstring string, CK_ULONG* length)
 
 void throwUnsupported(JNIEnv* env, const char* format, const char* text)
 {
-    const jclass cls = FindClass(env, "java/lang/UnsupportedOperationException");
+    const jclass cls = FindClass(env, java::UNSUPPORTED_OPERATION_EXCEPTION);
     if (cls == nullptr) return;
     const std::size_t size = std::strlen(format) + std::strlen(text) + 1;
     auto* const message = static_cast<char*>(std::malloc(size));
@@ -243,13 +171,13 @@ void throwUnsupportedClass(JNIEnv* env, const char* format, jobject object)
 
 void throwNullPointer(JNIEnv* env, const char* message)
 {
-    const jclass cls = FindClass(env, "java/lang/NullPointerException");
+    const jclass cls = FindClass(env, java::NULL_POINTER_EXCEPTION);
     if (cls != nullptr) env->ThrowNew(cls, message);
 }
 
 void throwOutOfMemory(JNIEnv* env)
 {
-    const jclass cls = FindClass(env, "java/lang/OutOfMemoryError");
+    const jclass cls = FindClass(env, java::OUT_OF_MEMORY_ERROR);
     if (cls != nullptr && !env->ExceptionCheck()) env->ThrowNew(cls, "no native memory left");
 }
 

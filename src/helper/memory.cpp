@@ -4,13 +4,13 @@
 #include <cstdint>
 #include <cstring>
 
+#include "util/fileVersion.h"
 #include <sys/mman.h>
+
+FILE_VERSION("1.1.1.2");
 
 namespace zerlin {
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/helper/memory $\" \"$Revision: 1.1.1.2 $\"";
 
 constexpr std::size_t CHUNK = std::size_t{16} << 10;
 

@@ -3,14 +3,14 @@
 #pragma once
 
 #include <array>
+#include <iterator>
 #include <span>
-#include <string_view>
 #include <utility>
 
 #include <jni.h>
 
 #include "helper/convToCK.h"
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
 #include "zerlin/cryptoki.h"
 
 namespace zerlin {
@@ -35,70 +35,76 @@ enum class ValueKind {
 };
 
 struct ValueClass {
-    Literal path;
+    JavaClass& cls;
     ValueKind kind;
-    CK_ULONG (*toCKULong)(JNIEnv*, jobject); // of handles and typed constants
+    JavaField* m_value = nullptr;                      // of handles and typed constants
+    JavaMethod* setValue = nullptr;                    // of typed constants
+    CK_ULONG (*toCKULong)(JNIEnv*, jobject) = nullptr; // of handles and typed constants
 };
+
+constexpr ValueClass handle(java::Handle& names, CK_ULONG (*toCKULong)(JNIEnv*, jobject))
+{
+    return {names.cls, ValueKind::Handle, &names.m_value, nullptr, toCKULong};
+}
+
+constexpr ValueClass constant(java::TypedConstant& names, CK_ULONG (*toCKULong)(JNIEnv*, jobject))
+{
+    return {names.cls, ValueKind::Constant, &names.m_value, &names.setValue, toCKULong};
+}
 
 inline constexpr ValueClass VALUE_CLASSES[] = {
-    {"[B", ValueKind::ByteArray, nullptr},
-    {"java/lang/Long", ValueKind::Long, nullptr},
-    {"halvorn/zerlin/CK_BBOOL", ValueKind::BBool, nullptr},
-    {"halvorn/zerlin/CK_DATE", ValueKind::Date, nullptr},
-    {"halvorn/zerlin/CK_OBJECT_HANDLE", ValueKind::Handle, jObjectHandleToCKObjectHandle},
-    {"halvorn/zerlin/CK_SESSION_HANDLE", ValueKind::Handle, jSessionHandleToCKSessionHandle},
-    {"halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", ValueKind::Constant, jAttributeTypeToCKAttributeType},
-    {"halvorn/zerlin/constants/CK_CERTIFICATE_TYPE", ValueKind::Constant,
-        jCertificateTypeToCKCertificateType},
-    {"halvorn/zerlin/constants/CK_HW_FEATURE_TYPE", ValueKind::Constant, jHWFeatureTypeToCKHWFeatureType},
-    {"halvorn/zerlin/constants/CK_KEY_TYPE", ValueKind::Constant, jKeyTypeToCKKeyType},
-    {"[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;", ValueKind::MechanismTypeArray, nullptr},
-    {"halvorn/zerlin/constants/CK_MECHANISM_TYPE", ValueKind::Constant, jMechanismTypeToCKMechanismType},
-    {"halvorn/zerlin/constants/CK_OBJECT_CLASS", ValueKind::Constant, jObjectClassToCKObjectClass},
-    {"halvorn/zerlin/constants/CK_RSA_PKCS_OAEP_SOURCE_TYPE", ValueKind::Constant,
-        jRsaPkcsOaepSourceTypeToCKRsaPkcsOaepSourceType},
-    {"halvorn/zerlin/constants/CK_RV", ValueKind::Constant, jRVToCKRV},
-    {"halvorn/zerlin/constants/CK_STATE", ValueKind::Constant, jStateToCKState},
-    {"halvorn/zerlin/constants/CK_USER_TYPE", ValueKind::Constant, jUserTypeToCKUserType},
-    {"java/lang/Boolean", ValueKind::Boolean, nullptr},
-    {"[J", ValueKind::LongArray, nullptr},
-    {"java/lang/String", ValueKind::String, nullptr},
-    {"java/lang/Integer", ValueKind::Integer, nullptr},
-    {"[I", ValueKind::IntArray, nullptr},
-    {"[Z", ValueKind::BooleanArray, nullptr},
-    {"[C", ValueKind::CharArray, nullptr},
-    {"java/lang/Byte", ValueKind::Byte, nullptr},
-    {"java/lang/Character", ValueKind::Character, nullptr},
+    {java::BYTE_ARRAY, ValueKind::ByteArray},
+    {java::LONG.cls, ValueKind::Long},
+    {java::BBOOL.cls, ValueKind::BBool},
+    {java::DATE.cls, ValueKind::Date},
+    handle(java::OBJECT_HANDLE, jObjectHandleToCKObjectHandle),
+    handle(java::SESSION_HANDLE, jSessionHandleToCKSessionHandle),
+    constant(java::ATTRIBUTE_TYPE, jAttributeTypeToCKAttributeType),
+    constant(java::CERTIFICATE_TYPE, jCertificateTypeToCKCertificateType),
+    constant(java::HW_FEATURE_TYPE, jHWFeatureTypeToCKHWFeatureType),
+    constant(java::KEY_TYPE, jKeyTypeToCKKeyType),
+    {java::MECHANISM_TYPE_ARRAY, ValueKind::MechanismTypeArray},
+    constant(java::MECHANISM_TYPE, jMechanismTypeToCKMechanismType),
+    constant(java::OBJECT_CLASS, jObjectClassToCKObjectClass),
+    constant(java::RSA_PKCS_OAEP_SOURCE_TYPE, jRsaPkcsOaepSourceTypeToCKRsaPkcsOaepSourceType),
+    constant(java::RV, jRVToCKRV),
+    constant(java::STATE, jStateToCKState),
+    constant(java::USER_TYPE, jUserTypeToCKUserType),
+    {java::BOOLEAN.cls, ValueKind::Boolean},
+    {java::LONG_ARRAY, ValueKind::LongArray},
+    {java::STRING, ValueKind::String},
+    {java::INTEGER.cls, ValueKind::Integer},
+    {java::INT_ARRAY, ValueKind::IntArray},
+    {java::BOOLEAN_ARRAY, ValueKind::BooleanArray},
+    {java::CHAR_ARRAY, ValueKind::CharArray},
+    {java::BYTE.cls, ValueKind::Byte},
+    {java::CHARACTER.cls, ValueKind::Character},
 };
 
-// How many of them can be written back to: the first rows.
-inline constexpr std::size_t WRITABLE_VALUE_CLASSES = 18;
+inline constexpr std::size_t VALUE_ROWS = std::size(VALUE_CLASSES);
+// The first rows can be written back to.
+inline constexpr std::size_t WRITABLE_VALUE_ROWS = 18;
 
+// The classes of all rows, which are found together before any is used.
 template <std::size_t... row>
-constexpr auto valueClassPaths(std::index_sequence<row...>)
+constexpr auto valueClasses(std::index_sequence<row...>)
 {
-    return std::array{VALUE_CLASSES[row].path...};
+    return std::array{&VALUE_CLASSES[row].cls...};
 }
-inline constexpr auto VALUE_CLASS_PATHS =
-    valueClassPaths(std::make_index_sequence<std::size(VALUE_CLASSES)>());
+inline constexpr auto ALL_VALUE_CLASSES = valueClasses(std::make_index_sequence<VALUE_ROWS>());
+inline constinit JavaClassGroup READABLE_VALUES{ALL_VALUE_CLASSES};
+inline constinit JavaClassGroup WRITABLE_VALUES{std::span(ALL_VALUE_CLASSES).first(WRITABLE_VALUE_ROWS)};
 
-// Looks up the first rows' classes, all of them before any is used. Null with an exception pending when one
-// cannot be found.
-inline const jclass* findValueClasses(JNIEnv* env, std::size_t rows)
-{
-    return FindClasses(env, std::span(VALUE_CLASS_PATHS).first(rows));
-}
-
-// The rows in the order of the tests, those that nearly all values have first. No object is of two rows, so
-// that the order cannot change which one it is.
+// The rows in the order of the tests, the classes of nearly all values first. No object is of two rows, so
+// the order cannot change which one it is.
 inline constexpr std::size_t TESTED_ROWS[] = {
     0, 2, 1, 12, 9, 3, 4, 5, 6, 7, 8, 10, 11, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25};
-static_assert(std::size(TESTED_ROWS) == std::size(VALUE_CLASSES));
+static_assert(std::size(TESTED_ROWS) == VALUE_ROWS);
 
-consteval std::size_t rowOf(std::string_view path)
+consteval std::size_t rowOf(const JavaClass& cls)
 {
     std::size_t row = 0;
-    while (path != VALUE_CLASSES[row].path.text)
+    while (&cls != &VALUE_CLASSES[row].cls)
         ++row;
     return row;
 }
@@ -108,9 +114,9 @@ inline std::size_t likelyRow(CK_ATTRIBUTE_TYPE type)
 {
     switch (type) {
     case CKA_CLASS:
-        return rowOf("halvorn/zerlin/constants/CK_OBJECT_CLASS");
+        return rowOf(java::OBJECT_CLASS.cls);
     case CKA_KEY_TYPE:
-        return rowOf("halvorn/zerlin/constants/CK_KEY_TYPE");
+        return rowOf(java::KEY_TYPE.cls);
     case CKA_TOKEN:
     case CKA_PRIVATE:
     case CKA_SENSITIVE:
@@ -123,22 +129,21 @@ inline std::size_t likelyRow(CK_ATTRIBUTE_TYPE type)
     case CKA_DERIVE:
     case CKA_EXTRACTABLE:
     case CKA_MODIFIABLE:
-        return rowOf("halvorn/zerlin/CK_BBOOL");
+        return rowOf(java::BBOOL.cls);
     case CKA_VALUE_LEN:
     case CKA_MODULUS_BITS:
-        return rowOf("java/lang/Long");
+        return rowOf(java::LONG.cls);
     default:
-        return rowOf("[B");
+        return rowOf(java::BYTE_ARRAY);
     }
 }
 
-// The row whose class the value has, or the number of rows.
-inline std::size_t valueClassOf(
-    JNIEnv* env, const jclass* classes, std::size_t rows, jobject value, std::size_t likely = 0)
+// The row whose class the value has, or the number of rows. The classes of the rows have been found.
+inline std::size_t valueClassOf(JNIEnv* env, std::size_t rows, jobject value, std::size_t likely = 0)
 {
-    if (env->IsInstanceOf(value, classes[likely])) return likely;
+    if (IsInstanceOf(env, value, VALUE_CLASSES[likely].cls)) return likely;
     for (const std::size_t row : TESTED_ROWS) {
-        if (row < rows && row != likely && env->IsInstanceOf(value, classes[row])) return row;
+        if (row < rows && row != likely && IsInstanceOf(env, value, VALUE_CLASSES[row].cls)) return row;
     }
     return rows;
 }

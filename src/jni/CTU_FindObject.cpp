@@ -2,14 +2,14 @@
 #include "halvorn_zerlin_CTUtil.h"
 #include "helper/copyToCK.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 #include "zerlin/tokenobject.h"
 
 using namespace zerlin;
 
-namespace {
+FILE_VERSION("1.1.1.3");
 
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CTU_FindObject $\" \"$Revision: 1.1.1.3 $\"";
+namespace {
 
 // The label with a closing NUL; the empty one for a null array.
 struct Label {
@@ -31,8 +31,7 @@ struct Label {
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1FindObject(
     JNIEnv* env, jclass, jobject hSession, jobject objectClass, jbyteArray label, jobject phObject)
 {
-    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (handleClass == nullptr) return nullptr;
+    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
     if (phObject == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (hasFailed(env, session)) return nullptr;
@@ -46,6 +45,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1FindObject(
     const CK_RV rv =
         CT_OpenObject(session, objectClassValue, reinterpret_cast<const char*>(text.data), &object);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK) SetLongField(env, handleClass, phObject, "m_value", object);
+    if (rv == CKR_OK) SetLongField(env, phObject, java::OBJECT_HANDLE.m_value, object);
     return result(env, rv);
 }

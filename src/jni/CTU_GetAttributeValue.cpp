@@ -1,22 +1,17 @@
 // CTU_GetAttributeValue: one attribute of an object into a value object.
 #include "halvorn_zerlin_CTUtil.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 #include "zerlin/attrutil.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CTU_GetAttributeValue $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1GetAttributeValue(JNIEnv* env, jclass,
     jobject hSession, jobject hObject, jobject type, jobject value, jlong ulValueLen, jobject pulValueLen)
 {
-    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (longRefClass == nullptr) return nullptr;
+    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
     if (pulValueLen == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (hasFailed(env, session)) return nullptr;
@@ -31,7 +26,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1GetAttributeValue(JNIE
     const CK_RV rv = GetAttr(session, object, attributeType, native.data, toCK(ulValueLen), &length);
     if (hasRaised(env)) return nullptr;
     if (rv != CKR_OK) return ckRVToJRV(env, rv);
-    SetLongField(env, longRefClass, pulValueLen, "value", length);
+    SetLongField(env, pulValueLen, java::LONG_REF.value, length);
     if (env->ExceptionCheck()) return nullptr;
     CopyCKObjectPtrToJObjectPrimitive(env, native.data, length, value);
     return result(env, rv);

@@ -1,16 +1,12 @@
 // CTU_GetSessionStateValue: a session state by its name.
 #include "halvorn_zerlin_CTUtil.h"
 #include "jni/names.h"
+#include "util/fileVersion.h"
 #include "zerlin/nametables.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CTU_GetSessionStateValue $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1GetSessionStateValue(
     JNIEnv* env, jclass, jbyteArray name)

@@ -1,16 +1,12 @@
 // CTU_SetAttributeValue: one attribute of an object from a value object.
 #include "halvorn_zerlin_CTUtil.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 #include "zerlin/attrutil.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CTU_SetAttributeValue $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_CTUtil_CTU_1SetAttributeValue(
     JNIEnv* env, jclass, jobject hSession, jobject hObject, jobject type, jobject value, jlong ulValueLen)

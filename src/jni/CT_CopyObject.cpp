@@ -1,21 +1,16 @@
 // CT_CopyObject: the vendor's copy of an object between two sessions.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CT_CopyObject $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1CopyObject(JNIEnv* env, jclass, jobject hSession1,
     jobject hSession2, jobject hObject, jobjectArray pTemplate, jlong ulCount, jobject phNewObject)
 {
-    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (handleClass == nullptr) return nullptr;
+    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
     if (phNewObject == nullptr || isMissing(pTemplate, ulCount)) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session1 = jSessionHandleToCKSessionHandle(env, hSession1);
@@ -31,6 +26,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1CopyObject(JNIEnv* en
     const CK_RV rv =
         CT_CopyObject(session1, session2, object, attributes.attributes, toCK(ulCount), &newObject);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK && !SetLongField(env, handleClass, phNewObject, "m_value", newObject)) return nullptr;
+    if (rv == CKR_OK && !SetLongField(env, phNewObject, java::OBJECT_HANDLE.m_value, newObject))
+        return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -1,15 +1,11 @@
 // CT_ResetToken: the vendor's reset of the token behind a session.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/CT_ResetToken $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1ResetToken(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pPin, jlong ulPinLen, jbyteArray pLabel)

@@ -1,21 +1,16 @@
 // C_DeriveKey: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/keys.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_DeriveKey $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DeriveKey(JNIEnv* env, jclass, jobject hSession,
     jobject pMechanism, jobject hBaseKey, jobjectArray pTemplate, jlong ulAttributeCount, jobject phKey)
 {
-    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (handleClass == nullptr) return nullptr;
+    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
     // A null phKey is not refused: the handle is then dropped, wanted.
     if (pMechanism == nullptr) return argumentsBad(env);
     if (isMissing(pTemplate, ulAttributeCount)) return argumentsBad(env);
@@ -33,6 +28,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DeriveKey(JNIEnv* env,
     const CK_RV rv =
         C_DeriveKey(session, &mechanism.native, baseKey, attributes.attributes, toCK(ulAttributeCount), &key);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK && !writeKey(env, handleClass, phKey, key, pMechanism, mechanism)) return nullptr;
+    if (rv == CKR_OK && !writeKey(env, phKey, key, pMechanism, mechanism)) return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -2,15 +2,11 @@
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/frame.h"
 #include "jni/mutexCallbacks.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_Finalize $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Finalize(JNIEnv* env, jclass, jobject pReserved)
 {

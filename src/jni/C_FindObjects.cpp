@@ -1,21 +1,16 @@
 // C_FindObjects: PKCS#11 v2.20, 11.7.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_FindObjects $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1FindObjects(JNIEnv* env, jclass, jobject hSession,
     jobjectArray phObject, jlong ulMaxObjectCount, jobject pulObjectCount)
 {
-    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (longRefClass == nullptr) return nullptr;
+    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
     if (isMissing(phObject, ulMaxObjectCount) || pulObjectCount == nullptr) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
@@ -29,7 +24,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1FindObjects(JNIEnv* en
     CK_ULONG count = 0;
     const CK_RV rv = C_FindObjects(session, objects.data, toCK(ulMaxObjectCount), &count);
     if (hasRaised(env)) return nullptr;
-    if (!SetLongField(env, longRefClass, pulObjectCount, "value", count)) return nullptr;
+    if (!SetLongField(env, pulObjectCount, java::LONG_REF.value, count)) return nullptr;
     const bool isWritten = rv != CKR_OK || CopyCKULongArrayToJObjectHandleArray(
                                                env, objects.data, objects.readable(count), phObject);
     return isWritten ? ckRVToJRV(env, rv) : nullptr;

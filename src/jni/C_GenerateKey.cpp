@@ -1,21 +1,16 @@
 // C_GenerateKey: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/keys.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GenerateKey $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKey(JNIEnv* env, jclass, jobject hSession,
     jobject pMechanism, jobjectArray pTemplate, jlong ulCount, jobject phKey)
 {
-    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (handleClass == nullptr) return nullptr;
+    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
     if (pMechanism == nullptr || phKey == nullptr) return argumentsBad(env);
     if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
 
@@ -29,6 +24,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKey(JNIEnv* en
     CK_OBJECT_HANDLE key = 0;
     const CK_RV rv = C_GenerateKey(session, &mechanism.native, attributes.attributes, toCK(ulCount), &key);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK && !writeKey(env, handleClass, phKey, key, pMechanism, mechanism)) return nullptr;
+    if (rv == CKR_OK && !writeKey(env, phKey, key, pMechanism, mechanism)) return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -1,23 +1,18 @@
 // C_GenerateKeyPair: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/keys.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GenerateKeyPair $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKeyPair(JNIEnv* env, jclass,
     jobject hSession, jobject pMechanism, jobjectArray pPublicKeyTemplate, jlong ulPublicKeyAttributeCount,
     jobjectArray pPrivateKeyTemplate, jlong ulPrivateKeyAttributeCount, jobject phPublicKey,
     jobject phPrivateKey)
 {
-    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (handleClass == nullptr) return nullptr;
+    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
     if (pMechanism == nullptr || phPublicKey == nullptr || phPrivateKey == nullptr) return argumentsBad(env);
     if (isMissing(pPublicKeyTemplate, ulPublicKeyAttributeCount)) return argumentsBad(env);
     if (isMissing(pPrivateKeyTemplate, ulPrivateKeyAttributeCount)) return argumentsBad(env);
@@ -38,7 +33,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKeyPair(JNIEnv
         &publicKey, &privateKey);
     if (hasRaised(env)) return nullptr;
     if (rv != CKR_OK) return ckRVToJRV(env, rv);
-    const bool isWritten = SetLongField(env, handleClass, phPublicKey, "m_value", publicKey) &&
-                           writeKey(env, handleClass, phPrivateKey, privateKey, pMechanism, mechanism);
+    const bool isWritten = SetLongField(env, phPublicKey, java::OBJECT_HANDLE.m_value, publicKey) &&
+                           writeKey(env, phPrivateKey, privateKey, pMechanism, mechanism);
     return isWritten ? ckRVToJRV(env, rv) : nullptr;
 }

@@ -1,25 +1,20 @@
 // C_GetMechanismList: PKCS#11 v2.20, 11.5.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_GetMechanismList $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetMechanismList(
     JNIEnv* env, jclass, jlong slotID, jobjectArray pMechanismList, jobject pulCount)
 {
-    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (longRefClass == nullptr) return nullptr;
+    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
     if (pulCount == nullptr) return argumentsBad(env);
 
     CallMemory memory;
-    return callWithOutput(env, memory, Content::Public, longRefClass, pulCount, pMechanismList,
+    return callWithOutput(env, memory, Content::Public, pulCount, pMechanismList,
         CopyCKULongArrayToJMechanismTypeArray,
         [slotID](CK_MECHANISM_TYPE_PTR mechanisms, CK_ULONG_PTR count) {
             return C_GetMechanismList(toCK(slotID), mechanisms, count);

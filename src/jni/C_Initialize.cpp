@@ -2,17 +2,17 @@
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/frame.h"
 #include "jni/mutexCallbacks.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
+FILE_VERSION("1.1.1.3");
 
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_Initialize $\" \"$Revision: 1.1.1.3 $\"";
+namespace {
 
 bool isInitArgs(JNIEnv* env, jobject object)
 {
-    const jclass cls = FindClass(env, "halvorn/zerlin/CK_C_INITIALIZE_ARGS");
+    const jclass cls = FindClass(env, java::INITIALIZE_ARGS.cls);
     return cls != nullptr && env->IsInstanceOf(object, cls);
 }
 

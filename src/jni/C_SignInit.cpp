@@ -1,15 +1,11 @@
 // C_SignInit: PKCS#11 v2.20, 11.11.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/shapes.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_SignInit $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SignInit(
     JNIEnv* env, jclass, jobject hSession, jobject pMechanism, jobject hKey)

@@ -1,22 +1,17 @@
 // C_UnwrapKey: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/keys.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_UnwrapKey $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1UnwrapKey(JNIEnv* env, jclass, jobject hSession,
     jobject pMechanism, jobject hUnwrappingKey, jbyteArray pWrappedKey, jlong ulWrappedKeyLen,
     jobjectArray pTemplate, jlong ulAttributeCount, jobject phKey)
 {
-    const jclass handleClass = FindClass(env, "halvorn/zerlin/CK_OBJECT_HANDLE");
-    if (handleClass == nullptr) return nullptr;
+    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
     if (pMechanism == nullptr || phKey == nullptr || pWrappedKey == nullptr) return argumentsBad(env);
     if (isMissing(pTemplate, ulAttributeCount)) return argumentsBad(env);
 
@@ -36,6 +31,6 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1UnwrapKey(JNIEnv* env,
     const CK_RV rv = C_UnwrapKey(session, &mechanism.native, unwrappingKey, wrappedKey.data,
         toCK(ulWrappedKeyLen), attributes.attributes, toCK(ulAttributeCount), &key);
     if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK && !writeKey(env, handleClass, phKey, key, pMechanism, mechanism)) return nullptr;
+    if (rv == CKR_OK && !writeKey(env, phKey, key, pMechanism, mechanism)) return nullptr;
     return ckRVToJRV(env, rv);
 }

@@ -1,21 +1,16 @@
 // C_WrapKey: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/C_WrapKey $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1WrapKey(JNIEnv* env, jclass, jobject hSession,
     jobject pMechanism, jobject hWrappingKey, jobject hKey, jbyteArray pWrappedKey, jobject pulWrappedKeyLen)
 {
-    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (longRefClass == nullptr) return nullptr;
+    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
     if (pulWrappedKeyLen == nullptr || pMechanism == nullptr) return argumentsBad(env);
 
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
@@ -29,7 +24,7 @@ JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1WrapKey(JNIEnv* env, j
     const CK_OBJECT_HANDLE key = jObjectHandleToCKObjectHandle(env, hKey);
     if (hasFailed(env, key)) return nullptr;
     CallMemory memory;
-    return callWithOutput(env, memory, Content::Public, longRefClass, pulWrappedKeyLen, pWrappedKey,
+    return callWithOutput(env, memory, Content::Public, pulWrappedKeyLen, pWrappedKey,
         CopyCKByteArrayToJByteArray, [&](CK_BYTE_PTR wrappedKey, CK_ULONG_PTR length) {
             return C_WrapKey(session, &mechanism.native, wrappingKey, key, wrappedKey, length);
         });

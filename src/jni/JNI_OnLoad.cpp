@@ -3,11 +3,11 @@
 
 #include "helper/jutil.h"
 #include "jni/mutexCallbacks.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.3");
 
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/JNI_OnLoad $\" \"$Revision: 1.1.1.3 $\"";
 
 JNIEnv* environment(JavaVM* vm)
 {

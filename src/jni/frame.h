@@ -14,7 +14,7 @@
 #include "helper/convToCK.h"
 #include "helper/convToJava.h"
 #include "helper/copyToJava.h"
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
 #include "helper/memory.h"
 #include "jni/mutexCallbacks.h"
 #include "zerlin/cryptoki.h"
@@ -56,13 +56,6 @@ inline bool isMissing(jarray array, jlong ulCount)
 inline CK_ULONG toCK(jlong value)
 {
     return static_cast<CK_ULONG>(value);
-}
-
-// Whether the conversion of a handle or constant failed: asked only where the value is one that a failure
-// gives.
-inline bool hasFailed(JNIEnv* env, CK_ULONG value)
-{
-    return (value == 0 || value == CK_UNAVAILABLE_INFORMATION) && env->ExceptionCheck();
 }
 
 // Owns the native copy of a Java byte array; null for a null array.
@@ -129,17 +122,18 @@ struct BareValue {
 // Owns the native mechanism made of a Java one.
 struct Mechanism {
     CK_MECHANISM native{};
-    const ParameterConverter* converter = nullptr;
-    const bool failed; // an exception is pending
+    const Structure* structure = nullptr; // of the parameter
+    const bool failed;                    // an exception is pending
 
-    Mechanism(JNIEnv* env, jobject object) : failed(!convertMechanism(env, object, native, converter)) {}
+    Mechanism(JNIEnv* env, jobject object) : failed(!convertMechanism(env, object, native, structure)) {}
     Mechanism(const Mechanism&) = delete;
     Mechanism& operator=(const Mechanism&) = delete;
     ~Mechanism()
     {
         // By the type, not by the parameter: that of a mechanism of type 0 is never freed, wanted.
         if (native.mechanism == 0 || native.pParameter == nullptr) return;
-        freeMechanismParameter(converter, native);
+        assertParameterLength(structure, native.ulParameterLen);
+        freeMechanismParameter(structure, native);
     }
 };
 
@@ -179,11 +173,10 @@ private:
 // a pointer to the length; the length is written back whatever the result, and the elements on CKR_OK, cut to
 // the Java array. CKR_HOST_MEMORY when the caller's capacity cannot be had.
 template <typename Element, typename JArray, typename Call>
-jobject callWithOutput(JNIEnv* env, CallMemory& memory, Content content, jclass longRefClass,
-    jobject pulLength, JArray jOutput, bool (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray),
-    Call call)
+jobject callWithOutput(JNIEnv* env, CallMemory& memory, Content content, jobject pulLength, JArray jOutput,
+    bool (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray), Call call)
 {
-    const jfieldID value = fieldOf(env, longRefClass, pulLength, "value", "J");
+    const jfieldID value = GetFieldID(env, java::LONG_REF.value);
     if (value == nullptr) return nullptr;
     const jlong offered = env->GetLongField(pulLength, value);
     CK_ULONG length = toCK(offered);

@@ -3,15 +3,11 @@
 
 #include "halvorn_zerlin_constants_CK.h"
 #include "jni/frame.h"
+#include "util/fileVersion.h"
 
 using namespace zerlin;
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/getConstantValue $\" \"$Revision: 1.1.1.3 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jlong JNICALL Java_halvorn_zerlin_constants_CK_GetConstantValue(JNIEnv* env, jclass, jstring name)
 {

@@ -4,32 +4,24 @@
 #include <atomic>
 #include <cstdlib>
 
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
+#include "util/fileVersion.h"
 
 namespace zerlin {
+FILE_VERSION("1.1.1.3");
+
 namespace {
 
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/jni/mutexCallbacks $\" \"$Revision: 1.1.1.3 $\"";
-
-constexpr Literal ARGS_CLASS = "halvorn/zerlin/CK_C_INITIALIZE_ARGS";
-
+// A locking callback: the field that holds it, and the names of its interface.
 struct Callback {
-    Literal field;
-    Literal fieldSignature;
-    Literal path;
-    Literal method;
-    Literal methodSignature;
+    JavaField& field;
+    java::Callback& names;
 };
 
-constexpr Callback CREATE = {"createMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_CREATEMUTEX;",
-    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_CREATEMUTEX", "CreateMutex", "()Ljava/lang/Object;"};
-constexpr Callback DESTROY = {"destroyMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_DESTROYMUTEX;",
-    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_DESTROYMUTEX", "DestroyMutex", "(Ljava/lang/Object;)J"};
-constexpr Callback LOCK = {"lockMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_LOCKMUTEX;",
-    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_LOCKMUTEX", "LockMutex", "(Ljava/lang/Object;)J"};
-constexpr Callback UNLOCK = {"unlockMutex", "Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX;",
-    "halvorn/zerlin/CK_C_INITIALIZE_ARGS$CK_UNLOCKMUTEX", "UnlockMutex", "(Ljava/lang/Object;)J"};
+constexpr Callback CREATE = {java::INITIALIZE_ARGS.createMutex, java::CREATE_MUTEX};
+constexpr Callback DESTROY = {java::INITIALIZE_ARGS.destroyMutex, java::DESTROY_MUTEX};
+constexpr Callback LOCK = {java::INITIALIZE_ARGS.lockMutex, java::LOCK_MUTEX};
+constexpr Callback UNLOCK = {java::INITIALIZE_ARGS.unlockMutex, java::UNLOCK_MUTEX};
 
 CK_C_INITIALIZE_ARGS* newInitArgs(JNIEnv* env)
 {
@@ -39,11 +31,10 @@ CK_C_INITIALIZE_ARGS* newInitArgs(JNIEnv* env)
 }
 
 // Fills the adapter and registers it. On failure an exception is pending.
-void fillAdapter(JNIEnv* env, jclass cls, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
+void fillAdapter(JNIEnv* env, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
 {
     const auto isSet = [&](const Callback& callback) {
-        const LocalRef<jobject> object(
-            env, GetObjectField(env, cls, jInitArgs, callback.field, callback.fieldSignature));
+        const LocalRef<jobject> object(env, GetObjectField(env, jInitArgs, callback.field));
         return object != nullptr;
     };
     adapter->CreateMutex = isSet(CREATE) ? callJCreateMutex : nullptr;
@@ -66,10 +57,10 @@ void fillAdapter(JNIEnv* env, jclass cls, jobject jInitArgs, CK_C_INITIALIZE_ARG
         gInitArgs = copy;
     }
 
-    adapter->flags = GetLongField(env, cls, jInitArgs, "flags");
+    adapter->flags = GetLongField(env, jInitArgs, java::INITIALIZE_ARGS.flags);
     if (env->ExceptionCheck()) return;
     // The reference itself goes to the Cryptoki library, which can but ask whether it is null.
-    adapter->pReserved = GetObjectField(env, cls, jInitArgs, "reserved", "Ljava/lang/Object;");
+    adapter->pReserved = GetObjectField(env, jInitArgs, java::INITIALIZE_ARGS.reserved);
 }
 
 JavaVM* createdVM()
@@ -111,14 +102,11 @@ struct CallbackThread {
 // when any step failed, or nothing is registered, or the caller has taken the callback away since.
 jobject findCallback(JNIEnv* env, const Callback& callback, jmethodID* method)
 {
-    const jclass argsClass = FindClass(env, ARGS_CLASS);
-    if (argsClass == nullptr) return nullptr;
-    const jclass callbackClass = FindClass(env, callback.path);
-    if (callbackClass == nullptr) return nullptr;
-    const jobject object =
-        GetObjectField(env, argsClass, gInitArgsObject, callback.field, callback.fieldSignature);
+    if (FindClass(env, java::INITIALIZE_ARGS.cls) == nullptr) return nullptr;
+    if (FindClass(env, callback.names.cls) == nullptr) return nullptr;
+    const jobject object = GetObjectField(env, gInitArgsObject, callback.field);
     if (object == nullptr) return nullptr;
-    *method = GetMethodID(env, callbackClass, callback.method, callback.methodSignature);
+    *method = GetMethodID(env, callback.names.call);
     if (*method != nullptr) return object;
     env->DeleteLocalRef(object);
     return nullptr;
@@ -170,11 +158,10 @@ std::atomic<CK_C_INITIALIZE_ARGS*> gInitArgs;
 
 CK_C_INITIALIZE_ARGS* makeInitArgsAdapter(JNIEnv* env, jobject jInitArgs)
 {
-    const jclass cls = FindClass(env, ARGS_CLASS);
-    if (env->ExceptionCheck() || jInitArgs == nullptr) return nullptr;
+    if (FindClass(env, java::INITIALIZE_ARGS.cls) == nullptr || jInitArgs == nullptr) return nullptr;
     CK_C_INITIALIZE_ARGS* const adapter = newInitArgs(env);
     if (adapter == nullptr) return nullptr;
-    fillAdapter(env, cls, jInitArgs, adapter);
+    fillAdapter(env, jInitArgs, adapter);
     if (!env->ExceptionCheck()) return adapter;
     // gInitArgsObject is left as it is, so that the next C_Initialize passes no arguments until a C_Finalize
     // has succeeded: wanted.
@@ -192,10 +179,10 @@ void releaseInitArgs(JNIEnv* env)
 
 void preloadCallbackClasses(JNIEnv* env)
 {
-    FindClass(env, ARGS_CLASS);
+    FindClass(env, java::INITIALIZE_ARGS.cls);
     for (const Callback* callback : {&CREATE, &DESTROY, &LOCK, &UNLOCK}) {
         if (env->ExceptionCheck()) env->ExceptionClear();
-        FindClass(env, callback->path);
+        FindClass(env, callback->names.cls);
     }
     if (env->ExceptionCheck()) env->ExceptionClear();
 }

@@ -12,8 +12,7 @@ namespace zerlin {
 inline jobject nameOfValue(JNIEnv* env, CK_ULONG (*convert)(JNIEnv*, jobject),
     const char* (*nameOf)(CK_ULONG), jobject value, jbyteArray pName, jobject pulNameLen)
 {
-    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (env->ExceptionCheck()) return nullptr;
+    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
     if (pulNameLen == nullptr) return argumentsBad(env);
     const CK_ULONG number = value == nullptr ? 0 : convert(env, value);
     if (env->ExceptionCheck()) return nullptr;
@@ -25,7 +24,7 @@ inline jobject nameOfValue(JNIEnv* env, CK_ULONG (*convert)(JNIEnv*, jobject),
     CK_RV rv = CKR_OK;
     if (pName != nullptr) {
         // The whole signed field: a negative capacity is too small for any name.
-        const jfieldID field = GetFieldID(env, longRefClass, "value", "J");
+        const jfieldID field = GetFieldID(env, java::LONG_REF.value);
         if (field == nullptr) return nullptr;
         const jlong capacity = env->GetLongField(pulNameLen, field);
         if (capacity < static_cast<jlong>(length)) {
@@ -35,7 +34,7 @@ inline jobject nameOfValue(JNIEnv* env, CK_ULONG (*convert)(JNIEnv*, jobject),
             if (env->ExceptionCheck()) return nullptr;
         }
     }
-    SetLongField(env, longRefClass, pulNameLen, "value", length);
+    SetLongField(env, pulNameLen, java::LONG_REF.value, length);
     return result(env, rv);
 }
 

@@ -35,16 +35,15 @@ inline jobject dataInDataOut(JNIEnv* env,
     CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR), Contents contents,
     jobject hSession, jbyteArray pInput, jlong ulInputLen, jbyteArray pOutput, jobject pulOutputLen)
 {
-    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (longRefClass == nullptr) return nullptr;
+    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
     if (pulOutputLen == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (hasFailed(env, session)) return nullptr;
     CallMemory memory;
     const ByteInput input(env, memory, pInput, contents.input);
     if (input.failed) return nullptr;
-    return callWithOutput(env, memory, contents.output, longRefClass, pulOutputLen, pOutput,
-        CopyCKByteArrayToJByteArray, [&](CK_BYTE_PTR output, CK_ULONG_PTR length) {
+    return callWithOutput(env, memory, contents.output, pulOutputLen, pOutput, CopyCKByteArrayToJByteArray,
+        [&](CK_BYTE_PTR output, CK_ULONG_PTR length) {
             return call(session, input.data, toCK(ulInputLen), output, length);
         });
 }
@@ -53,14 +52,12 @@ inline jobject dataInDataOut(JNIEnv* env,
 inline jobject finalDataOut(JNIEnv* env, CK_RV (*call)(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR),
     Content content, jobject hSession, jbyteArray pOutput, jobject pulOutputLen)
 {
-    const jclass longRefClass = FindClass(env, "halvorn/zerlin/LongRef");
-    if (longRefClass == nullptr) return nullptr;
+    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
     if (pulOutputLen == nullptr) return argumentsBad(env);
     const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
     if (hasFailed(env, session)) return nullptr;
     CallMemory memory;
-    return callWithOutput(env, memory, content, longRefClass, pulOutputLen, pOutput,
-        CopyCKByteArrayToJByteArray,
+    return callWithOutput(env, memory, content, pulOutputLen, pOutput, CopyCKByteArrayToJByteArray,
         [&](CK_BYTE_PTR output, CK_ULONG_PTR length) { return call(session, output, length); });
 }
 

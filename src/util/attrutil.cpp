@@ -6,11 +6,11 @@
 
 #include "util/assertion.h"
 #include "util/attributes.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/attrutil $\" \"$Revision: 1.1.1.2 $\"";
 
 constexpr CK_ATTRIBUTE_TYPE BOOLEAN_TYPES[] = {CKA_TOKEN, CKA_PRIVATE, CKA_TRUSTED, CKA_SENSITIVE,
     CKA_ENCRYPT, CKA_DECRYPT, CKA_WRAP, CKA_UNWRAP, CKA_SIGN, CKA_SIGN_RECOVER, CKA_VERIFY,

@@ -6,13 +6,13 @@
 #include <span>
 
 #include "util/attributes.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace {
 
 using zerlin::entries;
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/attrutil_compare $\" \"$Revision: 1.1.1.2 $\"";
 
 // memcmp that allows for values that are not there.
 int compareBytes(const void* a, const void* b, CK_ULONG len)

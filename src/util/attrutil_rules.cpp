@@ -2,11 +2,11 @@
 #include "zerlin/attrutil.h"
 
 #include "util/attributes.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/attrutil_rules $\" \"$Revision: 1.1.1.2 $\"";
 
 constexpr CK_ATTRIBUTE_TYPE WRITTEN_ONCE[] = {CKA_START_DATE, CKA_END_DATE, CKA_ADMIN_CERT};
 

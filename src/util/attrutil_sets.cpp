@@ -7,14 +7,14 @@
 #include <cstring>
 
 #include "util/attributes.h"
+#include "util/fileVersion.h"
+
+FILE_VERSION("1.1.1.2");
 
 namespace {
 
 using zerlin::entries;
 using zerlin::hasBytes;
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/attrutil_sets $\" \"$Revision: 1.1.1.2 $\"";
 
 constexpr int CLEARED = 0xAA;
 constexpr CK_ULONG MAX_COUNT = SIZE_MAX / sizeof(CK_ATTRIBUTE);

@@ -5,13 +5,9 @@
 #include <span>
 
 #include "util/assertion.h"
+#include "util/fileVersion.h"
 
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/findattr $\" \"$Revision: 1.1.1.2 $\"";
-
-} // namespace
+FILE_VERSION("1.1.1.2");
 
 CK_ATTRIBUTE* FindAttribute(CK_ATTRIBUTE_TYPE type, const CK_ATTRIBUTE* array, CK_ULONG count)
 {

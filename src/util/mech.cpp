@@ -5,14 +5,14 @@
 #include <cstdlib>
 
 #include "util/assertion.h"
+#include "util/fileVersion.h"
 #include "util/mech_tables.h"
+
+FILE_VERSION("1.1.1.2");
 
 using namespace zerlin;
 
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/mech $\" \"$Revision: 1.1.1.2 $\"";
 
 const MechanismRow& rowOfMechanism(CK_MECHANISM_TYPE mechanism)
 {

@@ -1,17 +1,17 @@
 // Looks up the name of a value and the value of a name.
 #include "util/nametables.h"
 
+#include "util/fileVersion.h"
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 
+FILE_VERSION("1.1.1.2");
+
 using namespace zerlin;
 
 namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/nametables $\" \"$Revision: 1.1.1.2 $\"";
 
 constexpr std::size_t PREFIX_LENGTH = 4;
 

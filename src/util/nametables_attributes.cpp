@@ -1,14 +1,10 @@
 // The names of the attribute types.
+#include "util/fileVersion.h"
 #include "util/nametables.h"
 
+FILE_VERSION("1.1.1.2");
+
 namespace zerlin {
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/nametables_attributes $\" \"$Revision: 1.1.1.2 $\"";
-
-} // namespace
-
 // clang-format off
 constexpr NameTableRow AttributeTable[] = {
     {CKA_CLASS, "CLASS"},

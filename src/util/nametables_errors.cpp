@@ -1,14 +1,10 @@
 // The messages of the return values. Their slips of the pen are wanted, down to a trailing blank.
+#include "util/fileVersion.h"
 #include "util/nametables.h"
 
+FILE_VERSION("1.1.1.2");
+
 namespace zerlin {
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/nametables_errors $\" \"$Revision: 1.1.1.2 $\"";
-
-} // namespace
-
 // clang-format off
 constexpr NameTableRow ErrorTable[] = {
     {CKR_OK, "success"},

@@ -1,14 +1,10 @@
 // The names of the mechanisms. A CAST5 name after a CAST128 name of the same value is found by name only.
+#include "util/fileVersion.h"
 #include "util/nametables.h"
 
+FILE_VERSION("1.1.1.2");
+
 namespace zerlin {
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/nametables_mechanisms $\" \"$Revision: 1.1.1.2 $\"";
-
-} // namespace
-
 // clang-format off
 constexpr NameTableRow MechanismTable[] = {
     {CKM_RSA_PKCS_KEY_PAIR_GEN, "RSA_PKCS_KEY_PAIR_GEN"},

@@ -1,15 +1,11 @@
 // The names of the object classes and key types, and the phrases of the session states. CAST5 after CAST128,
 // of the same value, is found by name only.
+#include "util/fileVersion.h"
 #include "util/nametables.h"
 
+FILE_VERSION("1.1.1.2");
+
 namespace zerlin {
-namespace {
-
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/nametables_objects $\" \"$Revision: 1.1.1.2 $\"";
-
-} // namespace
-
 // clang-format off
 constexpr NameTableRow ObjClassTable[] = {
     {CKO_DATA, "DATA"},

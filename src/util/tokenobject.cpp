@@ -4,12 +4,12 @@
 #include <cstring>
 #include <iterator>
 
+#include "util/fileVersion.h"
 #include "zerlin/attrutil.h"
 
-namespace {
+FILE_VERSION("1.1.1.2");
 
-[[gnu::used]] const char* const fileVersion =
-    "FileVersion: \"$RCSfile: prod/zerlin/src/util/tokenobject $\" \"$Revision: 1.1.1.2 $\"";
+namespace {
 
 CK_ATTRIBUTE classAttribute(CK_OBJECT_CLASS& objectClass)
 {

@@ -1,7 +1,7 @@
 // What threads share in the library without a lock, under ThreadSanitizer, which no JVM bears: the name
 // tables, and the memory of jutil's lookups over a JVM that is played here. Many threads make every first use
 // at once, round after round. races.supp has the one race that is meant to be.
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
 #include "util/nametables.h"
 
 #include <atomic>
@@ -42,12 +42,15 @@ std::size_t memberHash(const char* path, const char* name, const char* signature
     return (hash(path) + 3 * hash(name) + 7 * hash(signature)) | 1;
 }
 
-// What is asked for. Every thread has its own order. More members than can be remembered.
-constexpr Literal SMALL[] = {"p/A", "p/B", "p/C", "p/D"};
-constexpr Literal LARGE[] = {
-    "q/A", "q/B", "q/C", "q/D", "q/E", "q/F", "q/G", "q/H", "q/I", "q/J", "q/K", "q/L"};
-constexpr Literal SINGLE[] = {"r/A", "r/B", "r/C", "r/D", "r/E", "r/F", "r/G", "r/H"};
-constexpr Literal NAMES[] = {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k", "l", "m", "n", "o"};
+// What is looked up. Every thread has its own order.
+java::TypedConstant* const CONSTANTS[] = {&java::ATTRIBUTE_TYPE, &java::CERTIFICATE_TYPE,
+    &java::HW_FEATURE_TYPE, &java::KEY_TYPE, &java::MECHANISM_TYPE, &java::OBJECT_CLASS, &java::RV,
+    &java::STATE, &java::USER_TYPE};
+JavaField* const FIELDS[] = {&java::TOKEN_INFO.label, &java::TOKEN_INFO.flags, &java::SLOT_INFO.flags,
+    &java::INFO.flags, &java::PBE.saltLen, &java::ECIES.kdf, &java::LONG_REF.value, &java::LONG.value};
+JavaClass* const CLASSES[] = {&java::TOKEN_INFO.cls, &java::INFO.cls, &java::MECHANISM_TYPE.cls,
+    &java::DATE.cls, &java::ATTRIBUTE.cls, &java::RV.cls, &java::LONG.cls, &java::VERSION.cls};
+constinit JavaClassGroup group{CLASSES};
 
 jclass newReference(std::size_t cls)
 {
@@ -101,30 +104,34 @@ constexpr JNINativeInterface_ makeFunctions()
 
 const JNINativeInterface_ FUNCTIONS = makeFunctions();
 
-void useMembers(JNIEnv* env, Literal path, std::size_t first)
+void useClass(JNIEnv* env, JavaClass& cls)
 {
-    const jclass cls = FindClass(env, path);
-    expect(read(cls).cls == hash(path.text), "class");
-    Reference object{first};
-    const auto reference = reinterpret_cast<jobject>(&object);
-    for (std::size_t i = 0; i < std::size(NAMES); ++i) {
-        const Literal name = NAMES[(first + i) % std::size(NAMES)];
-        const auto methodID = reinterpret_cast<std::size_t>(GetMethodID(env, cls, name, "()J"));
-        expect(methodID == memberHash(path.text, name.text, "()J"), "method");
-        const std::size_t value = first ^ memberHash(path.text, name.text, "J");
-        expect(GetLongField(env, cls, reference, name) == value, "field");
-        expect(SetLongField(env, cls, reference, name, value), "field to be set");
-    }
+    expect(read(FindClass(env, cls)).cls == hash(cls.path), "class");
 }
 
-void useTable(JNIEnv* env, std::span<const Literal> paths, std::size_t first)
+void useConstant(JNIEnv* env, java::TypedConstant& constant, std::size_t number)
 {
-    const jclass* const classes = FindClasses(env, paths);
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        const std::size_t place = (first + i) % paths.size();
-        expect(read(classes[place]).cls == hash(paths[place].text), "class of a table");
-        useMembers(env, paths[place], first);
-    }
+    useClass(env, constant.cls);
+    const auto methodID = reinterpret_cast<std::size_t>(GetMethodID(env, constant.setValue));
+    expect(methodID == memberHash(constant.cls.path, "setValue", "(J)V"), "method");
+    Reference object{number};
+    const auto reference = reinterpret_cast<jobject>(&object);
+    const std::size_t value = number ^ memberHash(constant.cls.path, "m_value", "J");
+    expect(GetLongField(env, reference, constant.m_value) == value, "field");
+    expect(SetLongField(env, reference, constant.m_value, value), "field to be set");
+}
+
+void useField(JNIEnv* env, JavaField& field)
+{
+    const auto id = reinterpret_cast<std::size_t>(GetFieldID(env, field));
+    expect(id == memberHash(field.owner.path, field.name, field.signature), "field ID");
+}
+
+void useGroup(JNIEnv* env)
+{
+    expect(FindClasses(env, group), "group");
+    for (const JavaClass* cls : CLASSES)
+        expect(read(cls->reference).cls == hash(cls->path), "class of a group");
 }
 
 void useNames(std::size_t round)
@@ -153,11 +160,12 @@ int main(int count, char** arguments)
         JNIEnv env{&FUNCTIONS};
         for (std::size_t round = 0; round < rounds; ++round) {
             const std::size_t first = thread * 5 + round;
-            if (thread % 2 == 0) useTable(&env, LARGE, first);
-            for (std::size_t i = 0; i < std::size(SINGLE); ++i)
-                useMembers(&env, SINGLE[(first + i) % std::size(SINGLE)], first);
-            useTable(&env, SMALL, first);
-            useTable(&env, LARGE, first);
+            if (thread % 2 == 0) useGroup(&env);
+            for (std::size_t i = 0; i < std::size(CONSTANTS); ++i)
+                useConstant(&env, *CONSTANTS[(first + i) % std::size(CONSTANTS)], first);
+            for (std::size_t i = 0; i < std::size(FIELDS); ++i)
+                useField(&env, *FIELDS[(first + i) % std::size(FIELDS)]);
+            useGroup(&env);
             useNames(round);
             barrier.arrive_and_wait();
         }

@@ -1,7 +1,7 @@
 // Lookups and their memory, the field accessors and the exceptions that the library throws.
 #include "conversion_cases.h"
 #include "harness/faulty_env.h"
-#include "helper/jutil.h"
+#include "helper/javaNames.h"
 
 #include <atomic>
 #include <latch>
@@ -26,22 +26,30 @@ struct Jutil : JniTest {
 TEST_F(Jutil, fieldsAreReadAndWrittenAndMissingOnesRaise)
 {
     const jobject ref = holder(env, "halvorn/zerlin/LongRef", 0x580000001);
-    const jclass refClass = env->GetObjectClass(ref);
-    EXPECT_EQ(zerlin::GetLongField(env, refClass, ref, "value"), 0x80000001);
-    EXPECT_TRUE(zerlin::SetLongField(env, refClass, ref, "value", ALL_ONES));
+    EXPECT_EQ(zerlin::GetLongField(env, ref, java::LONG_REF.value), 0x80000001);
+    EXPECT_TRUE(zerlin::SetLongField(env, ref, java::LONG_REF.value, ALL_ONES));
     EXPECT_EQ(getLong(env, ref, "value"), 4294967295);
 
-    for (const auto& [cls, object] : {std::pair{refClass, jobject{}}, {jclass{}, ref}, {refClass, ref}}) {
-        const std::string error = cls == nullptr || object == nullptr ? "" : "java.lang.NoSuchFieldError";
-        EXPECT_EQ(zerlin::GetIntField(env, cls, object, "none"), -1);
+    // A null object is left alone silently; a missing field or class leaves its exception.
+    static constinit JavaClass noClass{"no/such/Class"};
+    static constinit JavaField intOfNoClass{noClass, "none", "I"};
+    static constinit JavaField intField{java::LONG_REF.cls, "none", "I"};
+    static constinit JavaField longField{java::LONG_REF.cls, "none", "J"};
+    static constinit JavaField bytesField{java::LONG_REF.cls, "none", "[B"};
+    static constinit JavaField byteField{java::LONG_REF.cls, "none", "B"};
+    for (const jobject object : {jobject{}, ref}) {
+        const std::string error = object == nullptr ? "" : "java.lang.NoSuchFieldError";
+        EXPECT_EQ(zerlin::GetIntField(env, object, intField), -1);
         EXPECT_EQ(takeException(env).substr(0, 26), error);
-        EXPECT_EQ(zerlin::GetLongField(env, cls, object, "none"), ALL_ONES);
+        EXPECT_EQ(zerlin::GetLongField(env, object, longField), ALL_ONES);
         EXPECT_EQ(takeException(env).substr(0, 26), error);
-        EXPECT_EQ(GetByteArrayField(env, cls, object, "none"), nullptr);
+        EXPECT_EQ(GetByteArrayField(env, object, bytesField), nullptr);
         EXPECT_EQ(takeException(env).substr(0, 26), error);
-        EXPECT_EQ(zerlin::SetByteField(env, cls, object, "none", 1), error.empty());
+        EXPECT_EQ(zerlin::SetByteField(env, object, byteField, 1), error.empty());
         EXPECT_EQ(takeException(env).substr(0, 26), error);
     }
+    EXPECT_EQ(zerlin::GetIntField(env, ref, intOfNoClass), -1);
+    EXPECT_EQ(takeException(env), "java.lang.NoClassDefFoundError: no/such/Class");
 }
 
 TEST_F(Jutil, lookupsAreRemembered)
@@ -49,8 +57,8 @@ TEST_F(Jutil, lookupsAreRemembered)
     const jobject ref = make(env, "halvorn/zerlin/LongRef");
     const jobject state = holder(env, STATE, 0);
     const auto work = [&] {
-        zerlin::SetLongField(env, FindClass(env, "halvorn/zerlin/LongRef"), ref, "value", 5);
-        setLongValue(env, FindClass(env, "halvorn/zerlin/constants/CK_STATE"), state, 6);
+        zerlin::SetLongField(env, ref, java::LONG_REF.value, 5);
+        setLongValue(env, state, java::STATE.setValue, 6);
         EXPECT_FALSE(env->ExceptionCheck());
     };
     for (int round = 0; round < 2; ++round) {
@@ -66,7 +74,7 @@ TEST_F(Jutil, lookupsAreRemembered)
 TEST_F(Jutil, onlySuccessesAreRemembered)
 {
     bool fails = true;
-    const auto look = [&] { EXPECT_EQ(FindClass(env, "halvorn/zerlin/LongRef") == nullptr, fails); };
+    const auto look = [&] { EXPECT_EQ(FindClass(env, java::LONG_REF.cls) == nullptr, fails); };
     for (int i = 0; i < 2; ++i) {
         watch(env, {.lookup = "halvorn/zerlin/LongRef"}, look);
         EXPECT_EQ(takeException(env), "java.lang.NoClassDefFoundError: halvorn/zerlin/LongRef");
@@ -74,22 +82,6 @@ TEST_F(Jutil, onlySuccessesAreRemembered)
     fails = false;
     look();
     EXPECT_EQ(calls(look), 0);
-}
-
-// A reference that is not from FindClass may name another class later on, with the same field elsewhere.
-TEST_F(Jutil, foreignClassReferencesAreNotRemembered)
-{
-    jclass used[2] = {};
-    for (int i = 0; i < 2; ++i) {
-        const LocalFrame frame(env);
-        const char* const path = i == 0 ? "halvorn/zerlin/CK_INFO" : "halvorn/zerlin/CK_TOKEN_INFO";
-        const jclass cls = used[i] = find(env, path);
-        const jobject object = make(env, path);
-        for (const CK_ULONG value : {5U, 6U})
-            EXPECT_EQ(calls([&] { zerlin::SetLongField(env, cls, object, "flags", value); }), 1);
-        EXPECT_EQ(getLong(env, object, "flags"), 6);
-    }
-    EXPECT_EQ(used[0], used[1]) << "the JVM used to give the freed reference out again";
 }
 
 // One thread's first use of a class or field while others use it or meet it for the first time too.
