@@ -4,14 +4,20 @@ file(GLOB_RECURSE java_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/java/*.ja
 set(zerlin_classes ${PROJECT_BINARY_DIR}/java/classes)
 set(zerlin_jni_headers ${PROJECT_BINARY_DIR}/java/headers)
 set(zerlin_jar ${PROJECT_BINARY_DIR}/zerlin.jar)
+set(zerlin_manifest ${PROJECT_BINARY_DIR}/java/MANIFEST.MF)
+
+# Rewritten only when it changes, so that a new version makes a new jar and nothing else does.
+file(CONFIGURE OUTPUT ${zerlin_manifest} @ONLY
+    CONTENT "Implementation-Title: @PROJECT_NAME@\nImplementation-Version: @PROJECT_VERSION@\n")
 
 add_custom_command(
     OUTPUT ${zerlin_jar} ${zerlin_jni_headers}/halvorn_zerlin_Cryptoki.h
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${zerlin_classes} ${zerlin_jni_headers}
     COMMAND ${ZERLIN_JDK}/bin/javac --release 8 -encoding UTF-8 -Xlint:all,-options -Xdoclint:all/protected -Werror
         -d ${zerlin_classes} -h ${zerlin_jni_headers} ${java_sources}
-    COMMAND ${ZERLIN_JDK}/bin/jar --create --file ${zerlin_jar} -C ${zerlin_classes} .
-    DEPENDS ${java_sources}
+    COMMAND ${ZERLIN_JDK}/bin/jar --create --file ${zerlin_jar} --manifest ${zerlin_manifest}
+        -C ${zerlin_classes} .
+    DEPENDS ${java_sources} ${zerlin_manifest}
     COMMENT "Compiling the Java classes"
     VERBATIM)
 add_custom_target(java ALL DEPENDS ${zerlin_jar})
