@@ -6,9 +6,9 @@ import halvorn.zerlin.constants.CK_RV;
 import halvorn.zerlin.constants.CK_USER_TYPE;
 
 /**
- * The functions of PKCS#11 (Cryptoki) and three vendor extensions, one native method each, with the
- * standard's names and order of arguments. Sections are those of PKCS#11 v2.20; section 11.<i>n</i> there is
- * 5.<i>n</i> in v2.40.
+ * The functions of PKCS#11 (Cryptoki) and three extensions of the vendor as native methods: one native for
+ * each function, with the standard's name and order of arguments. Section numbers are those of PKCS#11 v2.20;
+ * section 11.<i>n</i> there is section 5.<i>n</i> in v2.40.
  *
  * <pre>{@code
  * Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
@@ -18,67 +18,98 @@ import halvorn.zerlin.constants.CK_USER_TYPE;
  * Cryptoki.C_GetSlotList(true, slots, count).orThrow();         // which?
  * }</pre>
  *
- * <p>The first use of the class loads {@code libzerlin.so}; when that fails, the {@code UnsatisfiedLinkError}
- * tells what to do (see {@link NativeLibrary}).
+ * <p>The first use of this class loads {@code libzerlin.so}. If loading fails, the message of the
+ * {@code UnsatisfiedLinkError} says what to do (see {@link NativeLibrary}).
+ *
+ * <h2>Words</h2>
+ * <ul>
+ * <li><i>The library</i> is the Cryptoki library {@code libcryptoki.so}, which the natives call. <i>The
+ *     binding</i> is what lies between it and a Java program: these classes and {@code libzerlin.so}.
+ * <li>A <i>slot</i> is a place for a <i>token</i>, and a token is the device that stores keys and works with
+ *     them. A <i>session</i> is a connection of this program with a token.
+ * <li>A <i>handle</i> is the number that the library has given to a session, or to an object such as a key.
+ * <li>A <i>mechanism</i> is an algorithm together with its parameter.
+ * <li>The <i>native form</i> of a Java value is the bytes that the library receives for it.
+ * <li>A <i>holder</i> is a mutable object with one value, such as {@link LongRef}, a handle or a typed
+ *     constant. Natives write results into the holders that they are given, so create a new one for each use.
+ * </ul>
  *
  * <h2>Return values</h2>
- * Each native returns a new {@link CK_RV} with the library's return value, unchanged. The {@code @return}
- * lines name the values that a caller should expect; beside them every native may answer
- * {@code CKR_CRYPTOKI_NOT_INITIALIZED}, {@code CKR_GENERAL_ERROR}, {@code CKR_FUNCTION_FAILED},
- * {@code CKR_FUNCTION_NOT_SUPPORTED}, {@code CKR_HOST_MEMORY}, {@code CKR_DEVICE_ERROR},
- * {@code CKR_DEVICE_MEMORY} and {@code CKR_DEVICE_REMOVED}; with a session
- * {@code CKR_SESSION_HANDLE_INVALID}, {@code CKR_SESSION_CLOSED} and {@code CKR_USER_NOT_LOGGED_IN}. A
- * missing argument that is needed answers {@code CKR_ARGUMENTS_BAD}; nothing is called or changed then.
+ * Each native returns a new {@link CK_RV} with the return value of the library, unchanged. The
+ * {@code @return} lines name the values that a caller should expect. Besides them, every native may return:
+ * <ul>
+ * <li>{@code CKR_CRYPTOKI_NOT_INITIALIZED}: {@link #C_Initialize} was not called;
+ * <li>{@code CKR_GENERAL_ERROR}, {@code CKR_FUNCTION_FAILED}, {@code CKR_FUNCTION_NOT_SUPPORTED}: the library
+ *     failed, or does not have the function;
+ * <li>{@code CKR_HOST_MEMORY}, {@code CKR_DEVICE_MEMORY}: this computer or the token has not enough memory;
+ * <li>{@code CKR_DEVICE_ERROR}, {@code CKR_DEVICE_REMOVED}: the token failed or is gone;
+ * <li>with a session argument, {@code CKR_SESSION_HANDLE_INVALID}, {@code CKR_SESSION_CLOSED} and
+ *     {@code CKR_USER_NOT_LOGGED_IN}.
+ * </ul>
+ * An argument that must not be null and is null makes the native return {@code CKR_ARGUMENTS_BAD}. The
+ * library is not called then, and nothing is changed.
  *
  * <h2>Exceptions</h2>
- * A return value never becomes an exception by itself; {@link CK_RV#orThrow()} makes one. A value in a
- * template or a mechanism parameter whose class has no native form throws
- * {@code UnsupportedOperationException}, before the library is called when it is on the way in. An exception
- * on the way out, as from an attribute value that cannot be filled, hides the return value of a call that has
- * taken effect.
+ * No return value becomes an exception by itself; {@link CK_RV#orThrow()} throws one.
+ * <ul>
+ * <li>{@code UnsupportedOperationException}: a value in a template or the parameter of a mechanism is of a
+ *     class that has no native form. The library was not called.
+ * <li>{@code OutOfMemoryError}: the memory for the native form of an argument cannot be allocated. The
+ *     library was not called.
+ * <li>An exception after the call, for example for an attribute value that cannot be written, replaces the
+ *     return value. The call itself has taken effect.
+ * <li>Whatever a locking callback of {@link CK_C_INITIALIZE_ARGS} throws.
+ * </ul>
  *
  * <h2>Arguments</h2>
  * <ul>
- * <li>Numbers are {@code long}s of which the low 32 bits count; numbers that come back are 0 to 4294967295,
- *     never negative.
- * <li>Lengths are in bytes, counts in elements. They are handed to the library as they are, whatever the
- *     length of the array: one that is greater than the array makes the library read beyond its memory. A
- *     null array is a null pointer. A null PIN, seed or template with a positive length answers
- *     {@code CKR_ARGUMENTS_BAD}; the data of the cryptographic functions is not checked so: null with a
- *     positive length reaches the library.
- * <li>A null handle or typed constant arrives as 4294967295, an object of a wrong class as a value that the
- *     library refuses.
- * <li>Arrays and objects belong to the caller. Input is copied for the call and never changed; results are
- *     written into the objects given, and none is kept when the native returns, except the argument of
- *     {@link #C_Initialize}.
+ * <li>Numbers are {@code long}s. The library receives their low 32 bits. Numbers that come back are 0 to
+ *     4294967295, never negative.
+ * <li>Lengths are in bytes and counts in elements. They reach the library unchanged and are not compared with
+ *     the length of the array. A length that is greater than its array makes the library read memory beyond
+ *     the copy of the array. The result is then undefined, and the process may crash.
+ * <li>A null array reaches the library as a null pointer. If its length or count is positive, a PIN, a seed
+ *     or a template makes the native return {@code CKR_ARGUMENTS_BAD}. The input of the cryptographic
+ *     functions is not checked in this way: null with a positive length reaches the library.
+ * <li>A null handle or typed constant reaches the library as 4294967295, which it refuses.
+ * <li>Arrays and objects belong to the caller. A native copies its input and never changes it, writes its
+ *     results into the objects that it was given, and keeps none of them when it returns. The only exception
+ *     is the argument of {@link #C_Initialize}. Do not change an argument while a native runs.
  * </ul>
  *
  * <h2 id="output">Output arrays</h2>
- * An output array has a {@link LongRef} beside it: in, the capacity that the library is told; out, the length
- * that the library reports, written back whatever the return value.
+ * An output array has a {@link LongRef} beside it. In: the capacity that the library may fill. Out: the
+ * length that the library reports, written after every call of the library, whatever the return value.
  * <ul>
- * <li>A null array asks for the length: {@code CKR_OK}, and the length in the {@code LongRef}.
- * <li>A capacity that is too small answers {@code CKR_BUFFER_TOO_SMALL} with the needed length, and leaves
- *     the array as it was. The operation goes on, so call again.
- * <li>On {@code CKR_OK} the array is filled up to the smaller of its own length and the reported one: an
- *     array shorter than the capacity promised gets a silently cut result.
+ * <li>A null array asks for the length: the native returns {@code CKR_OK} and the length in the
+ *     {@code LongRef}.
+ * <li>A capacity that is too small makes the native return {@code CKR_BUFFER_TOO_SMALL} with the needed
+ *     length, and leaves the array as it was. The operation is not ended, so call again with a longer array.
+ * <li>On {@code CKR_OK} the array is filled up to the smaller of its own length and the reported one. So make
+ *     the array as long as the capacity: a shorter one receives only the beginning of the result, without an
+ *     error.
+ * <li>A capacity for which no memory can be allocated makes the native return {@code CKR_HOST_MEMORY}. The
+ *     library is not called, and nothing is changed.
  * </ul>
- * Elements of object arrays are changed in place and must exist.
+ * The elements of an array of objects are changed in place. The native creates none, and what belongs to a
+ * null element is lost.
  *
  * <h2 id="templates">Templates</h2>
- * A template is an array of {@link CK_ATTRIBUTE} and a count of at most its length, which is not checked. A
- * null element reaches the library as an attribute of type 4294967295 without a value, which it refuses. Null
- * with count 0 is an empty template; null with a positive count answers {@code CKR_ARGUMENTS_BAD}. The
- * {@code valueLen} of each attribute is trusted, so let its constructors set it.
+ * A template is an array of {@link CK_ATTRIBUTE} and a count. The count must be at most the length of the
+ * array; this is not checked. Null with count 0 is an empty template. Null with a positive count makes the
+ * native return {@code CKR_ARGUMENTS_BAD}. A null element reaches the library as an attribute of type
+ * 4294967295 without a value, which it refuses. The {@code valueLen} of each attribute is not checked, so let
+ * the constructors of {@link CK_ATTRIBUTE} set it.
  *
  * <h2 id="mechanisms">Mechanisms</h2>
- * A null {@link CK_MECHANISM} answers {@code CKR_ARGUMENTS_BAD}. Let its constructors set
- * {@code parameterLen}: a wrong one can abort the process. Do not change mechanism or parameter while the
- * native runs.
+ * A null {@link CK_MECHANISM} makes the native return {@code CKR_ARGUMENTS_BAD}. Let its constructors set
+ * {@code parameterLen}, because a wrong one can abort the process. If the memory for the structure of a
+ * parameter cannot be allocated, the library is called with a null parameter, which it refuses: deliberate.
  *
  * <h2>Threads</h2>
- * Any number of threads may call natives at once; whether the library beneath is safe then is told to it with
- * {@link #C_Initialize}. A session has one operation of a kind at a time, so give each thread its own.
+ * Any number of threads may call natives at once. The library must know of it: pass
+ * {@link CK_C_INITIALIZE_ARGS} to {@link #C_Initialize}. A session has only one operation of each kind at a
+ * time, so give each thread its own session.
  */
 public final class Cryptoki {
     static {
@@ -91,20 +122,24 @@ public final class Cryptoki {
     // General purpose functions
 
     /**
-     * Initialises the library (PKCS#11 v2.20, 11.4). Call it once, before everything else. The callbacks of
-     * the argument stay registered until {@link #C_Finalize} succeeds, also when this call fails; while some
-     * are registered, the library gets a null argument instead of a new one.
+     * Initialises the library (PKCS#11 v2.20, 11.4). Call it once, before every other native.
      *
-     * @param pInitArgs a {@link CK_C_INITIALIZE_ARGS}, or null when only one thread uses the library; an
-     *                  object of another class answers {@code CKR_ARGUMENTS_BAD}
+     * <p>The binding keeps an argument that has callbacks until {@link #C_Finalize} succeeds, even if this
+     * call fails. While it keeps one, every further call passes null to the library, whatever
+     * {@code pInitArgs} is: deliberate. The library then assumes that only one thread uses it. So after a
+     * failed call with callbacks, call {@code C_Initialize(null)} and {@code C_Finalize(null)}, and try again
+     * with callbacks only when both have succeeded.
+     *
+     * @param pInitArgs a {@link CK_C_INITIALIZE_ARGS}, or null if only one thread uses the library; an object
+     *                  of another class makes the native return {@code CKR_ARGUMENTS_BAD}
      * @return {@code CKR_OK}, or for example {@code CKR_CRYPTOKI_ALREADY_INITIALIZED}, {@code CKR_CANT_LOCK},
      *         {@code CKR_NEED_TO_CREATE_THREADS}
      */
     public static native CK_RV C_Initialize(Object pInitArgs);
 
     /**
-     * Ends the use of the library; no other call may be running (PKCS#11 v2.20, 11.4). Success releases the
-     * callbacks that {@link #C_Initialize} registered.
+     * Ends the use of the library (PKCS#11 v2.20, 11.4). No other native may be running. On success the
+     * binding releases the argument with callbacks that it kept for {@link #C_Initialize}.
      *
      * @param pReserved must be null; an object reaches the library as a pointer that is not null, which it
      *                  refuses
@@ -113,10 +148,10 @@ public final class Cryptoki {
     public static native CK_RV C_Finalize(Object pReserved);
 
     /**
-     * Describes the library (PKCS#11 v2.20, 11.4). {@code libraryVersion} is the version of this binding,
-     * 3.10, whatever the library beneath reports.
+     * Reads what the library says about itself (PKCS#11 v2.20, 11.4). {@code libraryVersion} is always the
+     * version of this binding, 3.10, and not that of the library: deliberate.
      *
-     * @param pInfo is filled on success; never null
+     * @param pInfo filled on success; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}
      */
     public static native CK_RV C_GetInfo(CK_INFO pInfo);
@@ -126,28 +161,29 @@ public final class Cryptoki {
     /**
      * Lists the slots (PKCS#11 v2.20, 11.5).
      *
-     * @param tokenPresent true for the slots with a token only
-     * @param pSlotList    receives the slot identifiers; null to ask for their number
-     * @param pulCount     in: capacity in elements; out: number of slots; never null
+     * @param tokenPresent true to list only slots that contain a token
+     * @param pSlotList    receives the slot identifiers; null asks for their number
+     * @param pulCount     in: the capacity of {@code pSlotList} in elements; out: the number of slots; must
+     *                     not be null
      * @return {@code CKR_OK}, or for example {@code CKR_BUFFER_TOO_SMALL}, {@code CKR_ARGUMENTS_BAD}
      * @see <a href="#output">Output arrays</a>
      */
     public static native CK_RV C_GetSlotList(boolean tokenPresent, long[] pSlotList, LongRef pulCount);
 
     /**
-     * Describes a slot (PKCS#11 v2.20, 11.5).
+     * Reads the description of a slot (PKCS#11 v2.20, 11.5).
      *
      * @param slotID the slot
-     * @param pInfo  is filled on success; never null
+     * @param pInfo  filled on success; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_SLOT_ID_INVALID}, {@code CKR_ARGUMENTS_BAD}
      */
     public static native CK_RV C_GetSlotInfo(long slotID, CK_SLOT_INFO pInfo);
 
     /**
-     * Describes the token in a slot (PKCS#11 v2.20, 11.5).
+     * Reads the description of the token in a slot (PKCS#11 v2.20, 11.5).
      *
      * @param slotID the slot
-     * @param pInfo  is filled on success; never null
+     * @param pInfo  filled on success; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_SLOT_ID_INVALID}, {@code CKR_TOKEN_NOT_PRESENT},
      *         {@code CKR_TOKEN_NOT_RECOGNIZED}
      */
@@ -156,9 +192,10 @@ public final class Cryptoki {
     /**
      * Waits until a token is inserted or removed, or asks whether one was (PKCS#11 v2.20, 11.5).
      *
-     * @param flags     0 to wait, {@code CKF_DONT_BLOCK} to ask
-     * @param pSlot     receives the slot, only on success; never null
-     * @param pReserved must be null; an object reaches the library as a pointer that is not null
+     * @param flags     0 to wait, {@code CKF_DONT_BLOCK} to ask without waiting
+     * @param pSlot     receives the slot in which it happened, on success only; must not be null
+     * @param pReserved must be null; an object reaches the library as a pointer that is not null, which it
+     *                  refuses
      * @return {@code CKR_OK}, or for example {@code CKR_NO_EVENT}, {@code CKR_FUNCTION_NOT_SUPPORTED},
      *         {@code CKR_ARGUMENTS_BAD}
      */
@@ -168,9 +205,10 @@ public final class Cryptoki {
      * Lists the mechanisms of a token (PKCS#11 v2.20, 11.5).
      *
      * @param slotID         the slot
-     * @param pMechanismList receives the types in its existing elements, see {@link CK_MECHANISM_TYPE#array};
-     *                       null to ask for their number
-     * @param pulCount       in: capacity in elements; out: number of mechanisms; never null
+     * @param pMechanismList receives the mechanism types, written into its existing elements: create it with
+     *                       {@link CK_MECHANISM_TYPE#array}; null asks for their number
+     * @param pulCount       in: the capacity of {@code pMechanismList} in elements; out: the number of
+     *                       mechanisms; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_BUFFER_TOO_SMALL}, {@code CKR_SLOT_ID_INVALID},
      *         {@code CKR_TOKEN_NOT_PRESENT}
      * @see <a href="#output">Output arrays</a>
@@ -179,11 +217,11 @@ public final class Cryptoki {
             LongRef pulCount);
 
     /**
-     * Describes a mechanism of a token (PKCS#11 v2.20, 11.5).
+     * Reads the description of a mechanism of a token (PKCS#11 v2.20, 11.5).
      *
      * @param slotID the slot
      * @param type   the mechanism
-     * @param pInfo  is filled on success; never null
+     * @param pInfo  filled on success; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_MECHANISM_INVALID}, {@code CKR_SLOT_ID_INVALID},
      *         {@code CKR_ARGUMENTS_BAD}
      */
@@ -191,37 +229,41 @@ public final class Cryptoki {
             CK_MECHANISM_INFO pInfo);
 
     /**
-     * Initialises the token in a slot; every object on it is destroyed (PKCS#11 v2.20, 11.5).
+     * Initialises the token in a slot (PKCS#11 v2.20, 11.5). Every object on the token that can be destroyed
+     * is destroyed.
      *
      * @param slotID   the slot
-     * @param pPin     the PIN of the security officer; null with length 0 to enter it at the token
-     * @param ulPinLen its length in bytes
+     * @param pPin     the PIN of the security officer; null with length 0 if it is entered at the token
+     *                 itself
+     * @param ulPinLen the length of {@code pPin} in bytes
      * @param pLabel   the label: 32 bytes, padded with blanks, see {@link CK_TOKEN_INFO#paddedLabel}; the
-     *                 library reads beyond a shorter array
+     *                 library reads beyond the memory of a shorter array; null reaches the library as a null
+     *                 pointer
      * @return {@code CKR_OK}, or for example {@code CKR_PIN_INCORRECT}, {@code CKR_PIN_LEN_RANGE},
      *         {@code CKR_SESSION_EXISTS}
      */
     public static native CK_RV C_InitToken(long slotID, byte[] pPin, long ulPinLen, byte[] pLabel);
 
     /**
-     * Sets the PIN of the user, in a session of the security officer (PKCS#11 v2.20, 11.5).
+     * Sets the PIN of the user (PKCS#11 v2.20, 11.5). The security officer must be logged in.
      *
      * @param hSession the session
-     * @param pPin     the new PIN; null with length 0 to enter it at the token
-     * @param ulPinLen its length in bytes
+     * @param pPin     the new PIN; null with length 0 if it is entered at the token itself
+     * @param ulPinLen the length of {@code pPin} in bytes
      * @return {@code CKR_OK}, or for example {@code CKR_USER_NOT_LOGGED_IN}, {@code CKR_PIN_INVALID},
      *         {@code CKR_PIN_LEN_RANGE}
      */
     public static native CK_RV C_InitPIN(CK_SESSION_HANDLE hSession, byte[] pPin, long ulPinLen);
 
     /**
-     * Changes the PIN of the one who is logged in, or of the user when nobody is (PKCS#11 v2.20, 11.5).
+     * Changes the PIN of the logged-in user or security officer; if nobody is logged in, the PIN of the user
+     * (PKCS#11 v2.20, 11.5).
      *
      * @param hSession the session
-     * @param pOldPin  the old PIN; null with length 0 to enter it at the token
-     * @param ulOldLen its length in bytes
-     * @param pNewPin  the new PIN; null with length 0 to enter it at the token
-     * @param ulNewLen its length in bytes
+     * @param pOldPin  the old PIN; null with length 0 if it is entered at the token itself
+     * @param ulOldLen the length of {@code pOldPin} in bytes
+     * @param pNewPin  the new PIN; null with length 0 if it is entered at the token itself
+     * @param ulNewLen the length of {@code pNewPin} in bytes
      * @return {@code CKR_OK}, or for example {@code CKR_PIN_INCORRECT}, {@code CKR_PIN_INVALID},
      *         {@code CKR_PIN_LEN_RANGE}, {@code CKR_SESSION_READ_ONLY}
      */
@@ -229,13 +271,16 @@ public final class Cryptoki {
             byte[] pNewPin, long ulNewLen);
 
     /**
-     * Initialises a token from a session, an extension of the library beneath. No argument is checked here.
+     * Initialises a token from a session: an extension of the vendor. The binding does not check any
+     * argument.
      *
      * @param hSession the session
-     * @param ulValue  the second argument of the library's function, which gives it its meaning
-     * @param pPin     the PIN; handed on as it is
-     * @param ulPinLen its length in bytes
-     * @param pLabel   the label, 32 bytes as for {@link #C_InitToken}, or null
+     * @param ulValue  the second argument of the function of the library, whose vendor defines its meaning
+     * @param pPin     the PIN; null reaches the library as a null pointer, whatever the length
+     * @param ulPinLen the length of {@code pPin} in bytes
+     * @param pLabel   the label: 32 bytes, padded with blanks, see {@link CK_TOKEN_INFO#paddedLabel}; the
+     *                 library reads beyond the memory of a shorter array; null reaches the library as a null
+     *                 pointer
      * @return {@code CKR_OK}, or for example {@code CKR_FUNCTION_NOT_SUPPORTED},
      *         {@code CKR_USER_NOT_LOGGED_IN}
      */
@@ -243,12 +288,14 @@ public final class Cryptoki {
             long ulPinLen, byte[] pLabel);
 
     /**
-     * Resets the token of a session, an extension of the library beneath. No argument is checked here.
+     * Resets the token of a session: an extension of the vendor. The binding does not check any argument.
      *
      * @param hSession the session
-     * @param pPin     the PIN; handed on as it is
-     * @param ulPinLen its length in bytes
-     * @param pLabel   the label, 32 bytes as for {@link #C_InitToken}, or null
+     * @param pPin     the PIN; null reaches the library as a null pointer, whatever the length
+     * @param ulPinLen the length of {@code pPin} in bytes
+     * @param pLabel   the label: 32 bytes, padded with blanks, see {@link CK_TOKEN_INFO#paddedLabel}; the
+     *                 library reads beyond the memory of a shorter array; null reaches the library as a null
+     *                 pointer
      * @return {@code CKR_OK}, or for example {@code CKR_FUNCTION_NOT_SUPPORTED},
      *         {@code CKR_USER_NOT_LOGGED_IN}
      */
@@ -266,11 +313,12 @@ public final class Cryptoki {
      * }</pre>
      *
      * @param slotID       the slot
-     * @param flags        {@code CKF_SERIAL_SESSION}, with {@code CKF_RW_SESSION} to write
-     * @param pApplication must be null: not converted, an object reaches the library as an address without
-     *                     meaning
-     * @param Notify       must be null: no callback is provided, and an object would be called as a function
-     * @param phSession    receives the session, only on success; never null
+     * @param flags        {@code CKF_SERIAL_SESSION}, and {@code CKF_RW_SESSION} as well for a session that
+     *                     may write
+     * @param pApplication must be null; an object reaches the library as a pointer without meaning
+     * @param Notify       must be null: notification callbacks are not supported, and the library may call
+     *                     the address of an object as if it were a function, which crashes the process
+     * @param phSession    receives the handle of the session, on success only; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_SLOT_ID_INVALID}, {@code CKR_TOKEN_NOT_PRESENT},
      *         {@code CKR_SESSION_COUNT}, {@code CKR_SESSION_PARALLEL_NOT_SUPPORTED}
      */
@@ -286,7 +334,7 @@ public final class Cryptoki {
     public static native CK_RV C_CloseSession(CK_SESSION_HANDLE hSession);
 
     /**
-     * Closes all sessions of this application with a token (PKCS#11 v2.20, 11.6).
+     * Closes all sessions of this program with a token (PKCS#11 v2.20, 11.6).
      *
      * @param slotID the slot
      * @return {@code CKR_OK}, or for example {@code CKR_SLOT_ID_INVALID}, {@code CKR_TOKEN_NOT_PRESENT}
@@ -294,20 +342,21 @@ public final class Cryptoki {
     public static native CK_RV C_CloseAllSessions(long slotID);
 
     /**
-     * Describes a session (PKCS#11 v2.20, 11.6).
+     * Reads the description of a session (PKCS#11 v2.20, 11.6).
      *
      * @param hSession the session
-     * @param pInfo    is filled on success, its {@code state} object in place; never null
+     * @param pInfo    filled on success, its {@code state} object in place; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_SESSION_HANDLE_INVALID}, {@code CKR_ARGUMENTS_BAD}
      */
     public static native CK_RV C_GetSessionInfo(CK_SESSION_HANDLE hSession, CK_SESSION_INFO pInfo);
 
     /**
-     * Saves the state of the operation that runs in a session (PKCS#11 v2.20, 11.6).
+     * Saves the state of the active operation of a session (PKCS#11 v2.20, 11.6).
      *
      * @param hSession             the session
-     * @param pOperationState      receives the state; null to ask for the length
-     * @param pulOperationStateLen in: capacity in bytes; out: length in bytes; never null
+     * @param pOperationState      receives the state; null asks for its length
+     * @param pulOperationStateLen in: the capacity of {@code pOperationState} in bytes; out: the length in
+     *                             bytes; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_STATE_UNSAVEABLE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -316,14 +365,16 @@ public final class Cryptoki {
             LongRef pulOperationStateLen);
 
     /**
-     * Restores a saved state (PKCS#11 v2.20, 11.6). Refuses a null array and a length of 0 with
-     * {@code CKR_ARGUMENTS_BAD}, where other natives accept them.
+     * Restores a saved state (PKCS#11 v2.20, 11.6). Unlike other natives with input bytes, it returns
+     * {@code CKR_ARGUMENTS_BAD} for a null array and for a length of 0: deliberate.
      *
      * @param hSession            the session
-     * @param pOperationState     the state; never null
-     * @param ulOperationStateLen its length in bytes; never 0
-     * @param hEncryptionKey      the key of a saved encryption or decryption, else a handle of value 0
-     * @param hAuthenticationKey  the key of a saved signature or verification, else a handle of value 0
+     * @param pOperationState     the state; must not be null
+     * @param ulOperationStateLen the length of {@code pOperationState} in bytes; must not be 0
+     * @param hEncryptionKey      the key of the saved encryption or decryption; a handle of value 0 if there
+     *                            is none
+     * @param hAuthenticationKey  the key of the saved signature or verification; a handle of value 0 if there
+     *                            is none
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_SAVED_STATE_INVALID},
      *         {@code CKR_KEY_NEEDED}, {@code CKR_KEY_NOT_NEEDED}, {@code CKR_KEY_CHANGED}
      */
@@ -331,12 +382,12 @@ public final class Cryptoki {
             long ulOperationStateLen, CK_OBJECT_HANDLE hEncryptionKey, CK_OBJECT_HANDLE hAuthenticationKey);
 
     /**
-     * Logs a user in, in all sessions of this application with the token (PKCS#11 v2.20, 11.6).
+     * Logs a user in. All sessions of this program with the token are then logged in (PKCS#11 v2.20, 11.6).
      *
      * @param hSession the session
-     * @param userType who logs in
-     * @param pPin     the PIN; null with length 0 to enter it at the token
-     * @param ulPinLen its length in bytes
+     * @param userType who logs in, a value of {@link halvorn.zerlin.constants.CKU CKU}
+     * @param pPin     the PIN; null with length 0 if it is entered at the token itself
+     * @param ulPinLen the length of {@code pPin} in bytes
      * @return {@code CKR_OK}, or for example {@code CKR_PIN_INCORRECT}, {@code CKR_PIN_LOCKED},
      *         {@code CKR_USER_ALREADY_LOGGED_IN}, {@code CKR_USER_PIN_NOT_INITIALIZED},
      *         {@code CKR_USER_TYPE_INVALID}
@@ -345,7 +396,7 @@ public final class Cryptoki {
             long ulPinLen);
 
     /**
-     * Logs the user out, in all sessions of this application with the token (PKCS#11 v2.20, 11.6).
+     * Logs the user out, in all sessions of this program with the token (PKCS#11 v2.20, 11.6).
      *
      * @param hSession the session
      * @return {@code CKR_OK}, or for example {@code CKR_USER_NOT_LOGGED_IN}
@@ -355,15 +406,16 @@ public final class Cryptoki {
     // Object management
 
     /**
-     * Makes an object (PKCS#11 v2.20, 11.7).
+     * Creates an object (PKCS#11 v2.20, 11.7).
      *
      * @param hSession  the session
-     * @param pTemplate the <a href="#templates">attributes</a>
-     * @param ulCount   the number of attributes
-     * @param phObject  receives the new object, only on success; never null
+     * @param pTemplate the <a href="#templates">attributes</a> of the new object
+     * @param ulCount   the number of attributes in {@code pTemplate}
+     * @param phObject  receives the handle of the new object, on success only; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_TEMPLATE_INCOMPLETE},
      *         {@code CKR_TEMPLATE_INCONSISTENT}, {@code CKR_ATTRIBUTE_VALUE_INVALID},
      *         {@code CKR_SESSION_READ_ONLY}
+     * @throws UnsupportedOperationException if a value in the template has no native form
      */
     public static native CK_RV C_CreateObject(CK_SESSION_HANDLE hSession, CK_ATTRIBUTE[] pTemplate,
             long ulCount, CK_OBJECT_HANDLE phObject);
@@ -374,26 +426,28 @@ public final class Cryptoki {
      * @param hSession    the session
      * @param hObject     the object to copy
      * @param pTemplate   the <a href="#templates">attributes</a> in which the copy differs
-     * @param ulCount     the number of attributes
-     * @param phNewObject receives the copy, only on success; never null
+     * @param ulCount     the number of attributes in {@code pTemplate}
+     * @param phNewObject receives the handle of the copy, on success only; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_OBJECT_HANDLE_INVALID},
      *         {@code CKR_TEMPLATE_INCONSISTENT}, {@code CKR_ATTRIBUTE_READ_ONLY}
+     * @throws UnsupportedOperationException if a value in the template has no native form
      */
     public static native CK_RV C_CopyObject(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject,
             CK_ATTRIBUTE[] pTemplate, long ulCount, CK_OBJECT_HANDLE phNewObject);
 
     /**
-     * Copies an object between two sessions, an extension of the library beneath, which gives the two
-     * sessions their roles.
+     * Copies an object between two sessions: an extension of the vendor, whose library defines what each of
+     * the sessions is for.
      *
      * @param hSession1   the first session
      * @param hSession2   the second session
      * @param hObject     the object to copy
      * @param pTemplate   the <a href="#templates">attributes</a> in which the copy differs
-     * @param ulCount     the number of attributes
-     * @param phNewObject receives the copy, only on success; never null
+     * @param ulCount     the number of attributes in {@code pTemplate}
+     * @param phNewObject receives the handle of the copy, on success only; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_FUNCTION_NOT_SUPPORTED},
      *         {@code CKR_OBJECT_HANDLE_INVALID}
+     * @throws UnsupportedOperationException if a value in the template has no native form
      */
     public static native CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2,
             CK_OBJECT_HANDLE hObject, CK_ATTRIBUTE[] pTemplate, long ulCount, CK_OBJECT_HANDLE phNewObject);
@@ -408,11 +462,11 @@ public final class Cryptoki {
     public static native CK_RV C_DestroyObject(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject);
 
     /**
-     * Tells how much memory an object takes (PKCS#11 v2.20, 11.7).
+     * Returns how much memory an object takes on the token (PKCS#11 v2.20, 11.7).
      *
      * @param hSession the session
      * @param hObject  the object
-     * @param pulSize  receives the size in bytes, only on success; never null
+     * @param pulSize  receives the size in bytes, on success only; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OBJECT_HANDLE_INVALID},
      *         {@code CKR_INFORMATION_SENSITIVE}, {@code CKR_ARGUMENTS_BAD}
      */
@@ -420,10 +474,15 @@ public final class Cryptoki {
             LongRef pulSize);
 
     /**
-     * Reads attributes of an object (PKCS#11 v2.20, 11.7). Whatever the return value, each {@code valueLen}
-     * is set to the length that the library reports, and each value that was read is written into the
-     * existing {@code pValue} object, as {@link CK_ATTRIBUTE} explains. An attribute that cannot be read has
-     * the length 4294967295. A null {@code pValue} asks for the length only.
+     * Reads attributes of an object (PKCS#11 v2.20, 11.7). Whatever the return value, after the call of the
+     * library:
+     * <ul>
+     * <li>each {@code valueLen} is the length that the library reports, 4294967295 for an attribute that
+     *     cannot be read;
+     * <li>each value that was read is in the existing {@code pValue} object, as {@link CK_ATTRIBUTE}
+     *     explains.
+     * </ul>
+     * A null {@code pValue} asks for the length only.
      *
      * <pre>{@code
      * CK_ATTRIBUTE modulus = CK_ATTRIBUTE.buffer(CKA.MODULUS, 512);
@@ -433,10 +492,12 @@ public final class Cryptoki {
      *
      * @param hSession  the session
      * @param hObject   the object
-     * @param pTemplate the <a href="#templates">attributes</a> to read, changed in place
-     * @param ulCount   the number of attributes
+     * @param pTemplate the <a href="#templates">attributes</a> to read; changed in place
+     * @param ulCount   the number of attributes in {@code pTemplate}
      * @return {@code CKR_OK}, or for example {@code CKR_ATTRIBUTE_SENSITIVE},
      *         {@code CKR_ATTRIBUTE_TYPE_INVALID}, {@code CKR_BUFFER_TOO_SMALL}, {@code CKR_ARGUMENTS_BAD}
+     * @throws UnsupportedOperationException if a value in the template has no native form; also, after the
+     *         call of the library, if a value cannot be written into its object
      */
     public static native CK_RV C_GetAttributeValue(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject,
             CK_ATTRIBUTE[] pTemplate, long ulCount);
@@ -446,25 +507,27 @@ public final class Cryptoki {
      *
      * @param hSession  the session
      * @param hObject   the object
-     * @param pTemplate the <a href="#templates">attributes</a>
-     * @param ulCount   the number of attributes
+     * @param pTemplate the <a href="#templates">attributes</a> with their new values
+     * @param ulCount   the number of attributes in {@code pTemplate}
      * @return {@code CKR_OK}, or for example {@code CKR_ATTRIBUTE_READ_ONLY},
      *         {@code CKR_ATTRIBUTE_VALUE_INVALID}, {@code CKR_TEMPLATE_INCONSISTENT},
      *         {@code CKR_ARGUMENTS_BAD}
+     * @throws UnsupportedOperationException if a value in the template has no native form
      */
     public static native CK_RV C_SetAttributeValue(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject,
             CK_ATTRIBUTE[] pTemplate, long ulCount);
 
     /**
-     * Begins a search (PKCS#11 v2.20, 11.7). A session has one search at a time; end it with
+     * Begins a search for objects (PKCS#11 v2.20, 11.7). A session has only one search at a time; end it with
      * {@link #C_FindObjectsFinal}.
      *
      * @param hSession  the session
-     * @param pTemplate the <a href="#templates">attributes</a> that the objects must have; null with count 0
-     *                  for all objects
-     * @param ulCount   the number of attributes
+     * @param pTemplate the <a href="#templates">attributes</a> that an object must have to be found; null
+     *                  with count 0 finds all objects
+     * @param ulCount   the number of attributes in {@code pTemplate}
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE},
      *         {@code CKR_ATTRIBUTE_VALUE_INVALID}, {@code CKR_ARGUMENTS_BAD}
+     * @throws UnsupportedOperationException if a value in the template has no native form
      */
     public static native CK_RV C_FindObjectsInit(CK_SESSION_HANDLE hSession, CK_ATTRIBUTE[] pTemplate,
             long ulCount);
@@ -473,10 +536,12 @@ public final class Cryptoki {
      * Continues a search; call it until it reports 0 objects (PKCS#11 v2.20, 11.7).
      *
      * @param hSession         the session
-     * @param phObject         receives the handles in its existing elements, see
-     *                         {@link CK_OBJECT_HANDLE#array}; null only with a maximum of 0
-     * @param ulMaxObjectCount how many handles to report at most: the capacity is taken from here
-     * @param pulObjectCount   out only: number of handles, whatever the return value; never null
+     * @param phObject         receives the handles, written into its existing elements: create it with
+     *                         {@link CK_OBJECT_HANDLE#array}; null only if {@code ulMaxObjectCount} is 0
+     * @param ulMaxObjectCount the greatest number of handles to report: the capacity of {@code phObject} in
+     *                         elements
+     * @param pulObjectCount   out only: the number of handles, written whatever the return value; must not be
+     *                         null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED}, {@code CKR_ARGUMENTS_BAD}
      */
     public static native CK_RV C_FindObjects(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE[] phObject,
@@ -496,24 +561,26 @@ public final class Cryptoki {
      * Begins an encryption (PKCS#11 v2.20, 11.8).
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
-     * @param hKey       the key
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param hKey       the key to encrypt with
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_KEY_HANDLE_INVALID}, {@code CKR_KEY_TYPE_INCONSISTENT},
      *         {@code CKR_KEY_FUNCTION_NOT_PERMITTED}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      */
     public static native CK_RV C_EncryptInit(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hKey);
 
     /**
-     * Encrypts in one part and ends the encryption, unless it only asked for the length or the capacity was
-     * too small (PKCS#11 v2.20, 11.8).
+     * Encrypts all data at once (PKCS#11 v2.20, 11.8). This ends the encryption, except if the call only
+     * asked for the length or the capacity was too small.
      *
      * @param hSession            the session
-     * @param pData               the clear text
-     * @param ulDataLen           its length in bytes
-     * @param pEncryptedData      receives the cipher text; null to ask for the length
-     * @param pulEncryptedDataLen in: capacity in bytes; out: length in bytes; never null
+     * @param pData               the data to encrypt
+     * @param ulDataLen           the length of {@code pData} in bytes
+     * @param pEncryptedData      receives the encrypted data; null asks for its length
+     * @param pulEncryptedDataLen in: the capacity of {@code pEncryptedData} in bytes; out: the length in
+     *                            bytes; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -522,13 +589,14 @@ public final class Cryptoki {
             byte[] pEncryptedData, LongRef pulEncryptedDataLen);
 
     /**
-     * Encrypts one part of several (PKCS#11 v2.20, 11.8).
+     * Encrypts the next part of the data (PKCS#11 v2.20, 11.8).
      *
      * @param hSession            the session
-     * @param pPart               the clear text
-     * @param ulPartLen           its length in bytes
-     * @param pEncryptedPart      receives the cipher text; null to ask for the length
-     * @param pulEncryptedPartLen in: capacity in bytes; out: length in bytes; never null
+     * @param pPart               the data to encrypt
+     * @param ulPartLen           the length of {@code pPart} in bytes
+     * @param pEncryptedPart      receives the encrypted data; null asks for its length
+     * @param pulEncryptedPartLen in: the capacity of {@code pEncryptedPart} in bytes; out: the length in
+     *                            bytes; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -537,11 +605,12 @@ public final class Cryptoki {
             byte[] pEncryptedPart, LongRef pulEncryptedPartLen);
 
     /**
-     * Ends an encryption of several parts (PKCS#11 v2.20, 11.8).
+     * Ends an encryption in several parts (PKCS#11 v2.20, 11.8).
      *
      * @param hSession                the session
-     * @param pLastEncryptedPart      receives the last cipher text; null to ask for the length
-     * @param pulLastEncryptedPartLen in: capacity in bytes; out: length in bytes; never null
+     * @param pLastEncryptedPart      receives the rest of the encrypted data; null asks for its length
+     * @param pulLastEncryptedPartLen in: the capacity of {@code pLastEncryptedPart} in bytes; out: the length
+     *                                in bytes; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -555,24 +624,26 @@ public final class Cryptoki {
      * Begins a decryption (PKCS#11 v2.20, 11.9).
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
-     * @param hKey       the key
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param hKey       the key to decrypt with
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_KEY_HANDLE_INVALID}, {@code CKR_KEY_TYPE_INCONSISTENT},
      *         {@code CKR_KEY_FUNCTION_NOT_PERMITTED}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      */
     public static native CK_RV C_DecryptInit(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hKey);
 
     /**
-     * Decrypts in one part and ends the decryption, unless it only asked for the length or the capacity was
-     * too small (PKCS#11 v2.20, 11.9).
+     * Decrypts all data at once (PKCS#11 v2.20, 11.9). This ends the decryption, except if the call only
+     * asked for the length or the capacity was too small.
      *
      * @param hSession           the session
-     * @param pEncryptedData     the cipher text
-     * @param ulEncryptedDataLen its length in bytes
-     * @param pData              receives the clear text; null to ask for the length
-     * @param pulDataLen         in: capacity in bytes; out: length in bytes; never null
+     * @param pEncryptedData     the encrypted data
+     * @param ulEncryptedDataLen the length of {@code pEncryptedData} in bytes
+     * @param pData              receives the decrypted data; null asks for its length
+     * @param pulDataLen         in: the capacity of {@code pData} in bytes; out: the length in bytes; must
+     *                           not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_ENCRYPTED_DATA_INVALID}, {@code CKR_ENCRYPTED_DATA_LEN_RANGE},
      *         {@code CKR_BUFFER_TOO_SMALL}
@@ -582,13 +653,14 @@ public final class Cryptoki {
             long ulEncryptedDataLen, byte[] pData, LongRef pulDataLen);
 
     /**
-     * Decrypts one part of several (PKCS#11 v2.20, 11.9).
+     * Decrypts the next part of the data (PKCS#11 v2.20, 11.9).
      *
      * @param hSession           the session
-     * @param pEncryptedPart     the cipher text
-     * @param ulEncryptedPartLen its length in bytes
-     * @param pPart              receives the clear text; null to ask for the length
-     * @param pulPartLen         in: capacity in bytes; out: length in bytes; never null
+     * @param pEncryptedPart     the encrypted data
+     * @param ulEncryptedPartLen the length of {@code pEncryptedPart} in bytes
+     * @param pPart              receives the decrypted data; null asks for its length
+     * @param pulPartLen         in: the capacity of {@code pPart} in bytes; out: the length in bytes; must
+     *                           not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_ENCRYPTED_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -597,11 +669,12 @@ public final class Cryptoki {
             long ulEncryptedPartLen, byte[] pPart, LongRef pulPartLen);
 
     /**
-     * Ends a decryption of several parts (PKCS#11 v2.20, 11.9).
+     * Ends a decryption in several parts (PKCS#11 v2.20, 11.9).
      *
      * @param hSession       the session
-     * @param pLastPart      receives the last clear text; null to ask for the length
-     * @param pulLastPartLen in: capacity in bytes; out: length in bytes; never null
+     * @param pLastPart      receives the rest of the decrypted data; null asks for its length
+     * @param pulLastPartLen in: the capacity of {@code pLastPart} in bytes; out: the length in bytes; must
+     *                       not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_ENCRYPTED_DATA_INVALID}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -615,21 +688,23 @@ public final class Cryptoki {
      * Begins a digest (PKCS#11 v2.20, 11.10).
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_ARGUMENTS_BAD}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      */
     public static native CK_RV C_DigestInit(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism);
 
     /**
-     * Digests in one part and ends the digest, unless it only asked for the length or the capacity was too
-     * small (PKCS#11 v2.20, 11.10).
+     * Digests all data at once (PKCS#11 v2.20, 11.10). This ends the digest, except if the call only asked
+     * for the length or the capacity was too small.
      *
      * @param hSession     the session
      * @param pData        the data
-     * @param ulDataLen    its length in bytes
-     * @param pDigest      receives the digest; null to ask for the length
-     * @param pulDigestLen in: capacity in bytes; out: length in bytes; never null
+     * @param ulDataLen    the length of {@code pData} in bytes
+     * @param pDigest      receives the digest; null asks for its length
+     * @param pulDigestLen in: the capacity of {@code pDigest} in bytes; out: the length in bytes; must not be
+     *                     null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -638,17 +713,17 @@ public final class Cryptoki {
             byte[] pDigest, LongRef pulDigestLen);
 
     /**
-     * Digests one part of several (PKCS#11 v2.20, 11.10).
+     * Digests the next part of the data (PKCS#11 v2.20, 11.10).
      *
      * @param hSession  the session
      * @param pPart     the data
-     * @param ulPartLen its length in bytes
+     * @param ulPartLen the length of {@code pPart} in bytes
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED}
      */
     public static native CK_RV C_DigestUpdate(CK_SESSION_HANDLE hSession, byte[] pPart, long ulPartLen);
 
     /**
-     * Digests the value of a secret key as one part of several (PKCS#11 v2.20, 11.10).
+     * Digests the value of a secret key as the next part of the data (PKCS#11 v2.20, 11.10).
      *
      * @param hSession the session
      * @param hKey     the secret key
@@ -658,11 +733,12 @@ public final class Cryptoki {
     public static native CK_RV C_DigestKey(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey);
 
     /**
-     * Ends a digest of several parts (PKCS#11 v2.20, 11.10).
+     * Ends a digest in several parts (PKCS#11 v2.20, 11.10).
      *
      * @param hSession     the session
-     * @param pDigest      receives the digest; null to ask for the length
-     * @param pulDigestLen in: capacity in bytes; out: length in bytes; never null
+     * @param pDigest      receives the digest; null asks for its length
+     * @param pulDigestLen in: the capacity of {@code pDigest} in bytes; out: the length in bytes; must not be
+     *                     null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -673,27 +749,29 @@ public final class Cryptoki {
     // Signing and MACing
 
     /**
-     * Begins a signature or MAC (PKCS#11 v2.20, 11.11).
+     * Begins a signature or a MAC (PKCS#11 v2.20, 11.11).
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
-     * @param hKey       the private or secret key
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param hKey       the private or secret key to sign with
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_KEY_HANDLE_INVALID}, {@code CKR_KEY_TYPE_INCONSISTENT},
      *         {@code CKR_KEY_FUNCTION_NOT_PERMITTED}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      */
     public static native CK_RV C_SignInit(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hKey);
 
     /**
-     * Signs in one part and ends the signature, unless it only asked for the length or the capacity was too
-     * small (PKCS#11 v2.20, 11.11).
+     * Signs all data at once (PKCS#11 v2.20, 11.11). This ends the signature, except if the call only asked
+     * for the length or the capacity was too small.
      *
      * @param hSession        the session
      * @param pData           the data
-     * @param ulDataLen       its length in bytes
-     * @param pSignature      receives the signature; null to ask for the length
-     * @param pulSignatureLen in: capacity in bytes; out: length in bytes; never null
+     * @param ulDataLen       the length of {@code pData} in bytes
+     * @param pSignature      receives the signature; null asks for its length
+     * @param pulSignatureLen in: the capacity of {@code pSignature} in bytes; out: the length in bytes; must
+     *                        not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -702,21 +780,22 @@ public final class Cryptoki {
             byte[] pSignature, LongRef pulSignatureLen);
 
     /**
-     * Signs one part of several (PKCS#11 v2.20, 11.11).
+     * Signs the next part of the data (PKCS#11 v2.20, 11.11).
      *
      * @param hSession  the session
      * @param pPart     the data
-     * @param ulPartLen its length in bytes
+     * @param ulPartLen the length of {@code pPart} in bytes
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED}
      */
     public static native CK_RV C_SignUpdate(CK_SESSION_HANDLE hSession, byte[] pPart, long ulPartLen);
 
     /**
-     * Ends a signature of several parts (PKCS#11 v2.20, 11.11).
+     * Ends a signature in several parts (PKCS#11 v2.20, 11.11).
      *
      * @param hSession        the session
-     * @param pSignature      receives the signature; null to ask for the length
-     * @param pulSignatureLen in: capacity in bytes; out: length in bytes; never null
+     * @param pSignature      receives the signature; null asks for its length
+     * @param pulSignatureLen in: the capacity of {@code pSignature} in bytes; out: the length in bytes; must
+     *                        not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -725,26 +804,29 @@ public final class Cryptoki {
             LongRef pulSignatureLen);
 
     /**
-     * Begins a signature from which the data can be recovered (PKCS#11 v2.20, 11.11).
+     * Begins a signature that contains the data, so that a verifier can recover it (PKCS#11 v2.20, 11.11).
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
-     * @param hKey       the private key
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param hKey       the private key to sign with
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_KEY_HANDLE_INVALID}, {@code CKR_KEY_TYPE_INCONSISTENT},
      *         {@code CKR_KEY_FUNCTION_NOT_PERMITTED}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      */
     public static native CK_RV C_SignRecoverInit(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hKey);
 
     /**
-     * Signs so that the data can be recovered, in one part (PKCS#11 v2.20, 11.11).
+     * Signs all data at once, so that a verifier can recover it from the signature (PKCS#11 v2.20, 11.11).
+     * This ends the signature, except if the call only asked for the length or the capacity was too small.
      *
      * @param hSession        the session
      * @param pData           the data
-     * @param ulDataLen       its length in bytes
-     * @param pSignature      receives the signature; null to ask for the length
-     * @param pulSignatureLen in: capacity in bytes; out: length in bytes; never null
+     * @param ulDataLen       the length of {@code pData} in bytes
+     * @param pSignature      receives the signature; null asks for its length
+     * @param pulSignatureLen in: the capacity of {@code pSignature} in bytes; out: the length in bytes; must
+     *                        not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -755,77 +837,81 @@ public final class Cryptoki {
     // Verifying signatures and MACs
 
     /**
-     * Begins the verification of a signature or MAC (PKCS#11 v2.20, 11.12).
+     * Begins the verification of a signature or a MAC (PKCS#11 v2.20, 11.12).
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
-     * @param hKey       the public or secret key
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param hKey       the public or secret key to verify with
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_KEY_HANDLE_INVALID}, {@code CKR_KEY_TYPE_INCONSISTENT},
      *         {@code CKR_KEY_FUNCTION_NOT_PERMITTED}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      */
     public static native CK_RV C_VerifyInit(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hKey);
 
     /**
-     * Verifies in one part and ends the verification (PKCS#11 v2.20, 11.12).
+     * Verifies the signature of all data at once and ends the verification (PKCS#11 v2.20, 11.12).
      *
      * @param hSession       the session
      * @param pData          the data
-     * @param ulDataLen      its length in bytes
+     * @param ulDataLen      the length of {@code pData} in bytes
      * @param pSignature     the signature
-     * @param ulSignatureLen its length in bytes
-     * @return {@code CKR_OK} for a good signature, or for example {@code CKR_SIGNATURE_INVALID},
+     * @param ulSignatureLen the length of {@code pSignature} in bytes
+     * @return {@code CKR_OK} if the signature is right, or for example {@code CKR_SIGNATURE_INVALID},
      *         {@code CKR_SIGNATURE_LEN_RANGE}, {@code CKR_OPERATION_NOT_INITIALIZED}
      */
     public static native CK_RV C_Verify(CK_SESSION_HANDLE hSession, byte[] pData, long ulDataLen,
             byte[] pSignature, long ulSignatureLen);
 
     /**
-     * Verifies one part of several (PKCS#11 v2.20, 11.12).
+     * Verifies the next part of the data (PKCS#11 v2.20, 11.12).
      *
      * @param hSession  the session
      * @param pPart     the data
-     * @param ulPartLen its length in bytes
+     * @param ulPartLen the length of {@code pPart} in bytes
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED}
      */
     public static native CK_RV C_VerifyUpdate(CK_SESSION_HANDLE hSession, byte[] pPart, long ulPartLen);
 
     /**
-     * Ends a verification of several parts (PKCS#11 v2.20, 11.12).
+     * Ends a verification in several parts (PKCS#11 v2.20, 11.12).
      *
      * @param hSession       the session
      * @param pSignature     the signature
-     * @param ulSignatureLen its length in bytes
-     * @return {@code CKR_OK} for a good signature, or for example {@code CKR_SIGNATURE_INVALID},
+     * @param ulSignatureLen the length of {@code pSignature} in bytes
+     * @return {@code CKR_OK} if the signature is right, or for example {@code CKR_SIGNATURE_INVALID},
      *         {@code CKR_SIGNATURE_LEN_RANGE}, {@code CKR_OPERATION_NOT_INITIALIZED}
      */
     public static native CK_RV C_VerifyFinal(CK_SESSION_HANDLE hSession, byte[] pSignature,
             long ulSignatureLen);
 
     /**
-     * Begins the verification of a signature from which the data is recovered (PKCS#11 v2.20, 11.12).
+     * Begins the verification of a signature that contains the data (PKCS#11 v2.20, 11.12).
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
-     * @param hKey       the public key
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param hKey       the public key to verify with
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_ACTIVE}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_KEY_HANDLE_INVALID}, {@code CKR_KEY_TYPE_INCONSISTENT},
      *         {@code CKR_KEY_FUNCTION_NOT_PERMITTED}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      */
     public static native CK_RV C_VerifyRecoverInit(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hKey);
 
     /**
-     * Verifies a signature and recovers the data, in one part (PKCS#11 v2.20, 11.12).
+     * Verifies a signature and recovers the data from it (PKCS#11 v2.20, 11.12). This ends the verification,
+     * except if the call only asked for the length or the capacity was too small.
      *
      * @param hSession       the session
      * @param pSignature     the signature
-     * @param ulSignatureLen its length in bytes
-     * @param pData          receives the data; null to ask for the length
-     * @param pulDataLen     in: capacity in bytes; out: length in bytes; never null
-     * @return {@code CKR_OK}, or for example {@code CKR_SIGNATURE_INVALID}, {@code CKR_SIGNATURE_LEN_RANGE},
-     *         {@code CKR_BUFFER_TOO_SMALL}
+     * @param ulSignatureLen the length of {@code pSignature} in bytes
+     * @param pData          receives the data; null asks for its length
+     * @param pulDataLen     in: the capacity of {@code pData} in bytes; out: the length in bytes; must not be
+     *                       null
+     * @return {@code CKR_OK} if the signature is right, or for example {@code CKR_SIGNATURE_INVALID},
+     *         {@code CKR_SIGNATURE_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
      */
     public static native CK_RV C_VerifyRecover(CK_SESSION_HANDLE hSession, byte[] pSignature,
@@ -834,13 +920,14 @@ public final class Cryptoki {
     // Dual-purpose cryptographic functions
 
     /**
-     * Digests one part and encrypts it (PKCS#11 v2.20, 11.13).
+     * Digests the next part of the data and encrypts it (PKCS#11 v2.20, 11.13).
      *
      * @param hSession            the session
-     * @param pPart               the clear text
-     * @param ulPartLen           its length in bytes
-     * @param pEncryptedPart      receives the cipher text; null to ask for the length
-     * @param pulEncryptedPartLen in: capacity in bytes; out: length in bytes; never null
+     * @param pPart               the data to encrypt
+     * @param ulPartLen           the length of {@code pPart} in bytes
+     * @param pEncryptedPart      receives the encrypted data; null asks for its length
+     * @param pulEncryptedPartLen in: the capacity of {@code pEncryptedPart} in bytes; out: the length in
+     *                            bytes; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -849,13 +936,14 @@ public final class Cryptoki {
             byte[] pEncryptedPart, LongRef pulEncryptedPartLen);
 
     /**
-     * Decrypts one part and digests it (PKCS#11 v2.20, 11.13).
+     * Decrypts the next part of the data and digests the clear text (PKCS#11 v2.20, 11.13).
      *
      * @param hSession           the session
-     * @param pEncryptedPart     the cipher text
-     * @param ulEncryptedPartLen its length in bytes
-     * @param pPart              receives the clear text; null to ask for the length
-     * @param pulPartLen         in: capacity in bytes; out: length in bytes; never null
+     * @param pEncryptedPart     the encrypted data
+     * @param ulEncryptedPartLen the length of {@code pEncryptedPart} in bytes
+     * @param pPart              receives the decrypted data; null asks for its length
+     * @param pulPartLen         in: the capacity of {@code pPart} in bytes; out: the length in bytes; must
+     *                           not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_ENCRYPTED_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -864,13 +952,14 @@ public final class Cryptoki {
             long ulEncryptedPartLen, byte[] pPart, LongRef pulPartLen);
 
     /**
-     * Signs one part and encrypts it (PKCS#11 v2.20, 11.13).
+     * Signs the next part of the data and encrypts it (PKCS#11 v2.20, 11.13).
      *
      * @param hSession            the session
-     * @param pPart               the clear text
-     * @param ulPartLen           its length in bytes
-     * @param pEncryptedPart      receives the cipher text; null to ask for the length
-     * @param pulEncryptedPartLen in: capacity in bytes; out: length in bytes; never null
+     * @param pPart               the data to encrypt
+     * @param ulPartLen           the length of {@code pPart} in bytes
+     * @param pEncryptedPart      receives the encrypted data; null asks for its length
+     * @param pulEncryptedPartLen in: the capacity of {@code pEncryptedPart} in bytes; out: the length in
+     *                            bytes; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -879,13 +968,14 @@ public final class Cryptoki {
             byte[] pEncryptedPart, LongRef pulEncryptedPartLen);
 
     /**
-     * Decrypts one part and verifies it (PKCS#11 v2.20, 11.13).
+     * Decrypts the next part of the data and verifies the clear text (PKCS#11 v2.20, 11.13).
      *
      * @param hSession           the session
-     * @param pEncryptedPart     the cipher text
-     * @param ulEncryptedPartLen its length in bytes
-     * @param pPart              receives the clear text; null to ask for the length
-     * @param pulPartLen         in: capacity in bytes; out: length in bytes; never null
+     * @param pEncryptedPart     the encrypted data
+     * @param ulEncryptedPartLen the length of {@code pEncryptedPart} in bytes
+     * @param pPart              receives the decrypted data; null asks for its length
+     * @param pulPartLen         in: the capacity of {@code pPart} in bytes; out: the length in bytes; must
+     *                           not be null
      * @return {@code CKR_OK}, or for example {@code CKR_OPERATION_NOT_INITIALIZED},
      *         {@code CKR_ENCRYPTED_DATA_LEN_RANGE}, {@code CKR_BUFFER_TOO_SMALL}
      * @see <a href="#output">Output arrays</a>
@@ -896,34 +986,40 @@ public final class Cryptoki {
     // Key management
 
     /**
-     * Makes a secret key or a set of domain parameters (PKCS#11 v2.20, 11.14). On success the results that
+     * Generates a secret key or a set of domain parameters (PKCS#11 v2.20, 11.14). On success, results that
      * the mechanism returns are written into its parameter object.
      *
      * @param hSession   the session
-     * @param pMechanism the <a href="#mechanisms">mechanism</a>, never null
-     * @param pTemplate  the <a href="#templates">attributes</a>
-     * @param ulCount    the number of attributes
-     * @param phKey      receives the new key, only on success; never null
+     * @param pMechanism the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param pTemplate  the <a href="#templates">attributes</a> of the new key
+     * @param ulCount    the number of attributes in {@code pTemplate}
+     * @param phKey      receives the handle of the new key, on success only; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_TEMPLATE_INCOMPLETE}, {@code CKR_TEMPLATE_INCONSISTENT}
+     * @throws UnsupportedOperationException if the parameter of the mechanism or a value in the template has
+     *         no native form
      */
     public static native CK_RV C_GenerateKey(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_ATTRIBUTE[] pTemplate, long ulCount, CK_OBJECT_HANDLE phKey);
 
     /**
-     * Makes a public and a private key (PKCS#11 v2.20, 11.14). On success the results that the mechanism
+     * Generates a public and a private key (PKCS#11 v2.20, 11.14). On success, results that the mechanism
      * returns are written into its parameter object.
      *
      * @param hSession                   the session
-     * @param pMechanism                 the <a href="#mechanisms">mechanism</a>, never null
+     * @param pMechanism                 the <a href="#mechanisms">mechanism</a>; must not be null
      * @param pPublicKeyTemplate         the <a href="#templates">attributes</a> of the public key
-     * @param ulPublicKeyAttributeCount  their number
-     * @param pPrivateKeyTemplate        the attributes of the private key
-     * @param ulPrivateKeyAttributeCount their number
-     * @param phPublicKey                receives the public key, only on success; never null
-     * @param phPrivateKey               receives the private key, only on success; never null
+     * @param ulPublicKeyAttributeCount  the number of attributes in {@code pPublicKeyTemplate}
+     * @param pPrivateKeyTemplate        the <a href="#templates">attributes</a> of the private key
+     * @param ulPrivateKeyAttributeCount the number of attributes in {@code pPrivateKeyTemplate}
+     * @param phPublicKey                receives the handle of the public key, on success only; must not be
+     *                                   null
+     * @param phPrivateKey               receives the handle of the private key, on success only; must not be
+     *                                   null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_MECHANISM_INVALID},
      *         {@code CKR_TEMPLATE_INCOMPLETE}, {@code CKR_TEMPLATE_INCONSISTENT}
+     * @throws UnsupportedOperationException if the parameter of the mechanism or a value in a template has no
+     *         native form
      */
     public static native CK_RV C_GenerateKeyPair(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_ATTRIBUTE[] pPublicKeyTemplate, long ulPublicKeyAttributeCount,
@@ -931,17 +1027,20 @@ public final class Cryptoki {
             CK_OBJECT_HANDLE phPrivateKey);
 
     /**
-     * Encrypts a key with another one (PKCS#11 v2.20, 11.14).
+     * Encrypts a key with another key (PKCS#11 v2.20, 11.14).
      *
      * @param hSession         the session
-     * @param pMechanism       the <a href="#mechanisms">mechanism</a>, never null
-     * @param hWrappingKey     the key to encrypt with; null counts as the handle 0
+     * @param pMechanism       the <a href="#mechanisms">mechanism</a>; must not be null
+     * @param hWrappingKey     the key to encrypt with; null reaches the library as the handle 0, unlike a
+     *                         null handle elsewhere: deliberate
      * @param hKey             the key to be encrypted
-     * @param pWrappedKey      receives the wrapped key; null to ask for the length
-     * @param pulWrappedKeyLen in: capacity in bytes; out: length in bytes; never null
+     * @param pWrappedKey      receives the wrapped key; null asks for its length
+     * @param pulWrappedKeyLen in: the capacity of {@code pWrappedKey} in bytes; out: the length in bytes;
+     *                         must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_KEY_NOT_WRAPPABLE},
      *         {@code CKR_KEY_UNEXTRACTABLE}, {@code CKR_WRAPPING_KEY_HANDLE_INVALID},
      *         {@code CKR_BUFFER_TOO_SMALL}
+     * @throws UnsupportedOperationException if the parameter of the mechanism has no native form
      * @see <a href="#output">Output arrays</a>
      */
     public static native CK_RV C_WrapKey(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
@@ -949,37 +1048,42 @@ public final class Cryptoki {
             LongRef pulWrappedKeyLen);
 
     /**
-     * Decrypts a wrapped key and makes a key of it (PKCS#11 v2.20, 11.14). On success the results that the
-     * mechanism returns are written into its parameter object.
+     * Decrypts a wrapped key and creates a new key from it (PKCS#11 v2.20, 11.14). On success, results that
+     * the mechanism returns are written into its parameter object.
      *
      * @param hSession         the session
-     * @param pMechanism       the <a href="#mechanisms">mechanism</a>, never null
+     * @param pMechanism       the <a href="#mechanisms">mechanism</a>; must not be null
      * @param hUnwrappingKey   the key to decrypt with
-     * @param pWrappedKey      the wrapped key; never null, not even with length 0
-     * @param ulWrappedKeyLen  its length in bytes
+     * @param pWrappedKey      the wrapped key; must not be null, even with length 0
+     * @param ulWrappedKeyLen  the length of {@code pWrappedKey} in bytes
      * @param pTemplate        the <a href="#templates">attributes</a> of the new key
-     * @param ulAttributeCount the number of attributes
-     * @param phKey            receives the new key, only on success; never null
+     * @param ulAttributeCount the number of attributes in {@code pTemplate}
+     * @param phKey            receives the handle of the new key, on success only; must not be null
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_WRAPPED_KEY_INVALID},
      *         {@code CKR_UNWRAPPING_KEY_HANDLE_INVALID}, {@code CKR_TEMPLATE_INCONSISTENT}
+     * @throws UnsupportedOperationException if the parameter of the mechanism or a value in the template has
+     *         no native form
      */
     public static native CK_RV C_UnwrapKey(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hUnwrappingKey, byte[] pWrappedKey, long ulWrappedKeyLen,
             CK_ATTRIBUTE[] pTemplate, long ulAttributeCount, CK_OBJECT_HANDLE phKey);
 
     /**
-     * Derives a key from another one (PKCS#11 v2.20, 11.14). On success the results that the mechanism
+     * Derives a new key from another key (PKCS#11 v2.20, 11.14). On success, results that the mechanism
      * returns are written into its parameter object.
      *
      * @param hSession         the session
-     * @param pMechanism       the <a href="#mechanisms">mechanism</a>, never null
+     * @param pMechanism       the <a href="#mechanisms">mechanism</a>; must not be null
      * @param hBaseKey         the key to derive from
      * @param pTemplate        the <a href="#templates">attributes</a> of the new key
-     * @param ulAttributeCount the number of attributes
-     * @param phKey            receives the new key, only on success; may be null for mechanisms that return
-     *                         their keys in the parameter, else the handle is lost
+     * @param ulAttributeCount the number of attributes in {@code pTemplate}
+     * @param phKey            receives the handle of the new key, on success only; may be null for a
+     *                         mechanism that returns its keys in its parameter; with any other mechanism null
+     *                         loses the handle
      * @return {@code CKR_OK}, or for example {@code CKR_ARGUMENTS_BAD}, {@code CKR_KEY_HANDLE_INVALID},
      *         {@code CKR_MECHANISM_PARAM_INVALID}, {@code CKR_TEMPLATE_INCONSISTENT}
+     * @throws UnsupportedOperationException if the parameter of the mechanism or a value in the template has
+     *         no native form
      */
     public static native CK_RV C_DeriveKey(CK_SESSION_HANDLE hSession, CK_MECHANISM pMechanism,
             CK_OBJECT_HANDLE hBaseKey, CK_ATTRIBUTE[] pTemplate, long ulAttributeCount,
@@ -991,19 +1095,19 @@ public final class Cryptoki {
      * Mixes a seed into the token's random number generator (PKCS#11 v2.20, 11.15).
      *
      * @param hSession  the session
-     * @param pSeed     the seed
-     * @param ulSeedLen its length in bytes
+     * @param pSeed     the seed; null only with length 0
+     * @param ulSeedLen the length of {@code pSeed} in bytes
      * @return {@code CKR_OK}, or for example {@code CKR_RANDOM_SEED_NOT_SUPPORTED},
      *         {@code CKR_RANDOM_NO_RNG}, {@code CKR_ARGUMENTS_BAD}
      */
     public static native CK_RV C_SeedRandom(CK_SESSION_HANDLE hSession, byte[] pSeed, long ulSeedLen);
 
     /**
-     * Draws random bytes (PKCS#11 v2.20, 11.15).
+     * Generates random bytes (PKCS#11 v2.20, 11.15).
      *
      * @param hSession    the session
-     * @param pRandomData receives the bytes, as far as it is long; null only with length 0
-     * @param ulRandomLen how many bytes to draw
+     * @param pRandomData receives the random bytes, as many as fit; null only with length 0
+     * @param ulRandomLen the number of bytes to generate
      * @return {@code CKR_OK}, or for example {@code CKR_RANDOM_NO_RNG}, {@code CKR_ARGUMENTS_BAD}
      */
     public static native CK_RV C_GenerateRandom(CK_SESSION_HANDLE hSession, byte[] pRandomData,
@@ -1012,7 +1116,8 @@ public final class Cryptoki {
     // Parallel functions, kept for old programs
 
     /**
-     * Does nothing in today's libraries (PKCS#11 v2.20, 11.16).
+     * Does nothing in today's libraries: the standard keeps this function for old programs (PKCS#11 v2.20,
+     * 11.16).
      *
      * @param hSession the session
      * @return {@code CKR_FUNCTION_NOT_PARALLEL} from most libraries
@@ -1020,7 +1125,8 @@ public final class Cryptoki {
     public static native CK_RV C_GetFunctionStatus(CK_SESSION_HANDLE hSession);
 
     /**
-     * Does nothing in today's libraries (PKCS#11 v2.20, 11.16).
+     * Does nothing in today's libraries: the standard keeps this function for old programs (PKCS#11 v2.20,
+     * 11.16).
      *
      * @param hSession the session
      * @return {@code CKR_FUNCTION_NOT_PARALLEL} from most libraries
