@@ -1,4 +1,4 @@
-// One attribute of a template, with constructors that keep its three fields consistent.
+// One attribute of a template. Its constructors set a length that fits the value.
 package halvorn.zerlin;
 
 import halvorn.zerlin.constants.CK_ATTRIBUTE_TYPE;
@@ -8,29 +8,33 @@ import java.util.Arrays;
 /**
  * An attribute of an object: type, value and length (PKCS#11 v2.20, 9.4).
  *
- * <p>The Java class of the value, never the attribute's type, decides its native form:
+ * <p>The Java class of the value decides its native form, whatever the type of the attribute is:
  * <ul>
  * <li>{@code byte[]}: the bytes;
  * <li>{@code Long}, {@code Integer}, the typed holders of {@link halvorn.zerlin.constants},
  *     {@link CK_OBJECT_HANDLE}, {@link CK_SESSION_HANDLE}: a CK_ULONG of 4 bytes (the low 32 bits);
  * <li>{@link CK_BBOOL}, {@code Boolean}, {@code Byte}: 1 byte;
- * <li>{@link CK_DATE}: 8 bytes, with the parts misplaced: see its warning and use {@link CK_DATE#toBytes};
- * <li>{@code String}: its modified UTF-8 bytes, which for text without NUL characters and surrogates is
- *     UTF-8;
- * <li>{@code CK_MECHANISM_TYPE[]}, {@code long[]}, {@code int[]}: 4 bytes for each element;
+ * <li>{@link CK_DATE}: 8 bytes, but with the month in the wrong place; see the warning there and use
+ *     {@link CK_DATE#toBytes};
+ * <li>{@code String}: its bytes in modified UTF-8, which is UTF-8 unless the text contains NUL characters or
+ *     surrogates;
+ * <li>{@code CK_MECHANISM_TYPE[]}, {@code long[]}: 4 bytes for each element;
  * <li>{@code boolean[]}, {@code char[]}: 1 byte for each element (the low 8 bits of a char).
  * </ul>
- * A value of any other class, {@code Character} included, makes the native throw
- * {@code UnsupportedOperationException}.
+ * A value of any other class makes the native throw {@code UnsupportedOperationException}, except that a
+ * {@code Character} makes it throw {@code NoClassDefFoundError}: deliberate. Use a {@code Byte} instead. The
+ * constructors that set the length themselves refuse all these classes. Every constructor replaces an
+ * {@code int[]} by a {@code long[]} with the same numbers.
  *
- * <p>{@link Cryptoki#C_GetAttributeValue} writes into the value object that it is given. It can fill
+ * <p>{@link Cryptoki#C_GetAttributeValue} writes into the value object that it is given. It can write into
  * {@code byte[]}, {@code Long}, {@code Boolean}, {@link CK_BBOOL}, {@link CK_DATE}, handles, typed holders
- * and {@code CK_MECHANISM_TYPE[]} whose elements exist; other classes make it throw
- * {@code UnsupportedOperationException}.
+ * and {@code CK_MECHANISM_TYPE[]} whose elements are not null. Any other class makes it throw
+ * {@code UnsupportedOperationException} after the call of the library.
  *
- * <p><b>Warning.</b> A {@code Long} or {@code Boolean} is overwritten in place although Java holds it
- * immutable. A cached one ({@code Long.valueOf(1)}, {@code Boolean.TRUE}) would change for the whole JVM: for
- * a template that is read, use the constructors that take a primitive value, which make a fresh object.
+ * <p><b>Warning.</b> The natives write into a {@code Long} or {@code Boolean} although Java treats it as
+ * immutable: deliberate. A cached one ({@code Long.valueOf(1)}, {@code Boolean.TRUE}) would then change for
+ * the whole JVM. To avoid this in a template that is read, use the constructors with a primitive value, which
+ * create a new object.
  *
  * <pre>{@code
  * CK_ATTRIBUTE[] template = {
@@ -41,46 +45,50 @@ import java.util.Arrays;
  * }</pre>
  */
 public class CK_ATTRIBUTE {
-    /** The attribute's type. The native changes it only when it is 65535, which stands for any type. */
+    /**
+     * The type of the attribute; null reaches the library as 4294967295. The natives change it only if it is
+     * 65535, {@link halvorn.zerlin.constants.CKA#WILDCARD}, which stands for any type: it then receives the
+     * type that was found.
+     */
     public CK_ATTRIBUTE_TYPE type;
     /**
-     * The value, or null to ask for its length only. Do not set an {@code int[]} here: the native side takes it
-     * for the {@code long[]} of the same memory, so that every second element is lost; the constructors replace
-     * one by an equal {@code long[]}.
+     * The value, or null to ask for its length only. Do not assign an {@code int[]}: the natives read it as
+     * if its memory held {@code long}s, so every second element is lost: deliberate. The constructors replace
+     * an {@code int[]} by a {@code long[]} with the same numbers.
      */
     public Object pValue;
     /**
-     * In: the length of the value in bytes; with a {@code byte[]} to be read into, the capacity. The library
-     * trusts it: a length greater than the value makes it read and write beyond the memory of the value. Out:
-     * the length in bytes that the library reports; 4294967295 ({@code CK_UNAVAILABLE_INFORMATION}) for an
-     * attribute that cannot be read.
+     * In: the length of the value in bytes; for a value that is read, the capacity. It is not checked: a
+     * length that is greater than that of the value makes the library read or write beyond the memory of the
+     * value. Out: the length in bytes that the library reports, 4294967295
+     * ({@code CK_UNAVAILABLE_INFORMATION}) for an attribute that cannot be read.
      */
     public long valueLen;
 
-    /** Makes an attribute of type 0 without a value. */
+    /** Creates an attribute of type 0 without a value. */
     public CK_ATTRIBUTE() {
         type = new CK_ATTRIBUTE_TYPE();
     }
 
     /**
-     * Makes an attribute with the length that belongs to its value.
+     * Creates an attribute and sets its length to that of the value.
      *
      * @param type  a value of {@link halvorn.zerlin.constants.CKA CKA}
-     * @param value the value, kept as it is (an {@code int[]} as an equal {@code long[]}); null to ask for
-     *              the length
-     * @throws IllegalArgumentException when the value's class has no native form
+     * @param value the value, kept without a copy (an {@code int[]} as a {@code long[]} with the same
+     *              numbers); null to ask for the length
+     * @throws IllegalArgumentException if the class of the value has no native form
      */
     public CK_ATTRIBUTE(long type, Object value) {
         this(new CK_ATTRIBUTE_TYPE(type), value);
     }
 
     /**
-     * Makes an attribute with the length that belongs to its value.
+     * Creates an attribute and sets its length to that of the value.
      *
-     * @param type  the type, kept as it is
-     * @param value the value, kept as it is (an {@code int[]} as an equal {@code long[]}); null to ask for
-     *              the length
-     * @throws IllegalArgumentException when the value's class has no native form
+     * @param type  the type, kept without a copy
+     * @param value the value, kept without a copy (an {@code int[]} as a {@code long[]} with the same
+     *              numbers); null to ask for the length
+     * @throws IllegalArgumentException if the class of the value has no native form
      */
     public CK_ATTRIBUTE(CK_ATTRIBUTE_TYPE type, Object value) {
         this.type = type;
@@ -94,7 +102,7 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Makes a numeric attribute of 4 bytes, in a fresh {@code Long} that a native may overwrite.
+     * Creates a numeric attribute of 4 bytes. Its value is a new {@code Long}, so a native may write into it.
      *
      * @param type  a value of {@link halvorn.zerlin.constants.CKA CKA}
      * @param value the value
@@ -104,18 +112,18 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Makes a numeric attribute of 4 bytes, in a fresh {@code Long} that a native may overwrite.
+     * Creates a numeric attribute of 4 bytes. Its value is a new {@code Long}, so a native may write into it.
      *
-     * @param type  the type, kept as it is
+     * @param type  the type, kept without a copy
      * @param value the value
      */
-    @SuppressWarnings({"deprecation", "removal"}) // Long.valueOf would hand out a shared object
+    @SuppressWarnings({"deprecation", "removal"}) // Long.valueOf would return a shared object
     public CK_ATTRIBUTE(CK_ATTRIBUTE_TYPE type, long value) {
         this(type, (Object) new Long(value));
     }
 
     /**
-     * Makes a boolean attribute of 1 byte, in a fresh {@link CK_BBOOL}.
+     * Creates a boolean attribute of 1 byte. Its value is a new {@link CK_BBOOL}.
      *
      * @param type  a value of {@link halvorn.zerlin.constants.CKA CKA}
      * @param value the value
@@ -125,9 +133,9 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Makes a boolean attribute of 1 byte, in a fresh {@link CK_BBOOL}.
+     * Creates a boolean attribute of 1 byte. Its value is a new {@link CK_BBOOL}.
      *
-     * @param type  the type, kept as it is
+     * @param type  the type, kept without a copy
      * @param value the value
      */
     public CK_ATTRIBUTE(CK_ATTRIBUTE_TYPE type, boolean value) {
@@ -135,11 +143,12 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Makes an attribute with a length of the caller's choice; nothing is checked.
+     * Creates an attribute with a length that the caller chooses. Neither class nor length is checked.
      *
      * @param type     a value of {@link halvorn.zerlin.constants.CKA CKA}
-     * @param value    the value, kept as it is (an {@code int[]} as an equal {@code long[]}), or null
-     * @param valueLen the length in bytes, at most that of the value
+     * @param value    the value, kept without a copy (an {@code int[]} as a {@code long[]} with the same
+     *                 numbers), or null
+     * @param valueLen the length in bytes; at most that of the value
      */
     public CK_ATTRIBUTE(long type, Object value, long valueLen) {
         this.type = new CK_ATTRIBUTE_TYPE(type);
@@ -148,7 +157,7 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Makes an attribute to be read as bytes.
+     * Creates an attribute that is read as bytes.
      *
      * @param type a value of {@link halvorn.zerlin.constants.CKA CKA}
      * @param size the capacity in bytes
@@ -159,10 +168,10 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Gives the value that was read into a {@code byte[]}, cut to the length that the library reported.
+     * Returns the value that was read into a {@code byte[]}, cut to the length that the library reported.
      *
-     * @return a new array; null when the value is no {@code byte[]} or the reported length is greater than
-     *         the array, as it is for an attribute that could not be read
+     * @return a new array; null if the value is not a {@code byte[]}, or if the reported length is greater
+     *         than the array, as it is for an attribute that could not be read
      */
     public byte[] getBytes() {
         if (!(pValue instanceof byte[]) || valueLen > ((byte[]) pValue).length) {
@@ -172,9 +181,9 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Tells type, value and length; of bytes and text, which may be secret, only the length.
+     * Describes type, value and length; of bytes and text, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

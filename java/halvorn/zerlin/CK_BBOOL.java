@@ -2,19 +2,19 @@
 package halvorn.zerlin;
 
 /**
- * A PKCS#11 boolean: the value of a boolean attribute, or a member of a mechanism parameter. The natives
- * write into the object, so make a new one for each use.
+ * A PKCS#11 boolean: the value of a boolean attribute, or a field of a mechanism parameter. The natives write
+ * into the object, so create a new one for each use.
  */
 public class CK_BBOOL {
-    /** The value. A value read from a token is true only when its byte is exactly 1. */
+    /** The value. A value that was read from a token is true only if its byte is exactly 1. */
     public boolean m_value;
 
-    /** Makes a holder of false. */
+    /** Creates a holder of false. */
     public CK_BBOOL() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value the value
      */
@@ -23,7 +23,7 @@ public class CK_BBOOL {
     }
 
     /**
-     * Tells the value.
+     * Returns the value.
      *
      * @return the value
      */
@@ -32,7 +32,8 @@ public class CK_BBOOL {
     }
 
     /**
-     * Changes the value. The native side calls this method, so an overriding method must keep its effect.
+     * Changes the value. The natives call this method, so a method that overrides it must change the value
+     * too.
      *
      * @param value the new value
      */
@@ -52,7 +53,7 @@ public class CK_BBOOL {
     }
 
     /**
-     * The hash code that belongs to {@link #equals}.
+     * Returns the hash code that belongs to {@link #equals}.
      *
      * @return the hash code of the value
      */
@@ -62,7 +63,7 @@ public class CK_BBOOL {
     }
 
     /**
-     * Tells the value.
+     * Returns the value.
      *
      * @return {@code "CK_TRUE"} or {@code "CK_FALSE"}
      */

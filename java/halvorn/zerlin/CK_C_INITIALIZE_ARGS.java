@@ -1,4 +1,4 @@
-// The argument of C_Initialize: how the Cryptoki library is to lock, with ready-made callbacks.
+// The argument of C_Initialize: how the Cryptoki library locks; with callbacks that use the locks of Java.
 package halvorn.zerlin;
 
 import halvorn.zerlin.constants.CKF;
@@ -8,39 +8,45 @@ import java.util.concurrent.Semaphore;
 import java.util.concurrent.atomic.AtomicBoolean;
 
 /**
- * The argument of {@link Cryptoki#C_Initialize} (PKCS#11 v2.20, 9.7 and 11.4). A program of several threads
+ * The argument of {@link Cryptoki#C_Initialize} (PKCS#11 v2.20, 9.7 and 11.4). A program with several threads
  * needs one:
  *
  * <pre>{@code
  * Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
  * }</pre>
  *
- * <p>Set all four callbacks or none. The library calls them from any thread, threads of its own included,
- * which are attached to the JVM for the call. A callback that throws answers {@code CKR_MUTEX_BAD}, and its
- * exception stays pending on that thread: below a native of {@link Cryptoki}, that native then throws it. The
- * object stays registered until {@link Cryptoki#C_Finalize} succeeds and its fields are read at every
- * callback, so do not change them meanwhile.
+ * <p>The library uses the four callbacks to lock. Set all of them or none. The library may call them from any
+ * thread. A thread that the library itself has started is attached to the JVM for the duration of the call.
+ *
+ * <p>The binding keeps an object with callbacks until {@link Cryptoki#C_Finalize} succeeds and reads its
+ * fields at every callback, so do not change them in that time.
+ *
+ * <p>A callback should report a failure with its return value. If it throws, the library receives
+ * {@code CKR_MUTEX_BAD}, and so do all later callbacks on the same thread while the exception is pending. A
+ * native of {@link Cryptoki} that runs on the thread throws the exception when the library returns. A thread
+ * of the library itself stays attached to the JVM with its exception: deliberate. The JVM then does not end
+ * before that thread does, so end the program with {@code System.exit}.
  */
 public class CK_C_INITIALIZE_ARGS {
-    /** Makes mutexes; null for none. */
+    /** Creates mutexes; null for no callback. */
     public CK_CREATEMUTEX createMutex;
-    /** Destroys mutexes; null for none. */
+    /** Destroys mutexes; null for no callback. */
     public CK_DESTROYMUTEX destroyMutex;
-    /** Locks mutexes; null for none. */
+    /** Locks mutexes; null for no callback. */
     public CK_LOCKMUTEX lockMutex;
-    /** Unlocks mutexes; null for none. */
+    /** Unlocks mutexes; null for no callback. */
     public CK_UNLOCKMUTEX unlockMutex;
-    /** Bits such as {@code CKF_OS_LOCKING_OK}, see {@link CKF}; handed on unchanged. */
+    /** Bits such as {@code CKF_OS_LOCKING_OK}, see {@link CKF}. The library receives them unchanged. */
     public long flags;
-    /** Must be null; any object reaches the library as a pointer that is not null, which it refuses. */
+    /** Must be null. An object reaches the library as a pointer that is not null, which it refuses. */
     public Object reserved;
 
-    /** Makes an argument without callbacks and flags: only one thread may use the library. */
+    /** Creates an argument without callbacks and flags: only one thread may use the library. */
     public CK_C_INITIALIZE_ARGS() {
     }
 
     /**
-     * Lets the library lock with the operating system's own means.
+     * Creates an argument that lets the library lock with the operating system's means.
      *
      * @return a new argument with {@code CKF_OS_LOCKING_OK} and without callbacks
      */
@@ -51,8 +57,10 @@ public class CK_C_INITIALIZE_ARGS {
     }
 
     /**
-     * Lets the library lock with Java's means. Any thread may unlock; unlocking a mutex that nobody holds
-     * answers {@code CKR_MUTEX_NOT_LOCKED}.
+     * Creates an argument that lets the library lock with Java's means. Any thread may unlock a mutex.
+     * Unlocking a mutex that nobody holds returns {@code CKR_MUTEX_NOT_LOCKED}. Call
+     * {@link Cryptoki#C_Finalize} before the program ends: SoftHSM 2.6.1 aborts a process that ends without
+     * it.
      *
      * @return a new argument with four callbacks and no flags
      */
@@ -65,12 +73,12 @@ public class CK_C_INITIALIZE_ARGS {
         return args;
     }
 
-    /** Makes a mutex. */
+    /** Creates a mutex. */
     public interface CK_CREATEMUTEX {
         /**
-         * Makes a mutex, unlocked.
+         * Creates a mutex that is not locked.
          *
-         * @return any object that stands for the mutex; null answers {@code CKR_MUTEX_BAD}
+         * @return an object that stands for the mutex; for null the library receives {@code CKR_MUTEX_BAD}
          */
         Object CreateMutex();
     }
@@ -78,10 +86,10 @@ public class CK_C_INITIALIZE_ARGS {
     /** Destroys a mutex. */
     public interface CK_DESTROYMUTEX {
         /**
-         * Destroys a mutex; the native side lets go of the object afterwards.
+         * Destroys a mutex. Afterwards the binding no longer refers to the object, unless this method throws.
          *
          * @param pMutex the object that {@link CK_CREATEMUTEX#CreateMutex} returned
-         * @return a value of {@link CKR}, handed to the library
+         * @return a value of {@link CKR}, which the library receives
          */
         long DestroyMutex(Object pMutex);
     }
@@ -89,10 +97,10 @@ public class CK_C_INITIALIZE_ARGS {
     /** Locks a mutex. */
     public interface CK_LOCKMUTEX {
         /**
-         * Waits until the mutex is free and locks it.
+         * Waits until the mutex is not locked, and locks it.
          *
          * @param pMutex the object that {@link CK_CREATEMUTEX#CreateMutex} returned
-         * @return a value of {@link CKR}, handed to the library
+         * @return a value of {@link CKR}, which the library receives
          */
         long LockMutex(Object pMutex);
     }
@@ -103,13 +111,13 @@ public class CK_C_INITIALIZE_ARGS {
          * Unlocks the mutex.
          *
          * @param pMutex the object that {@link CK_CREATEMUTEX#CreateMutex} returned
-         * @return a value of {@link CKR}, {@code CKR_MUTEX_NOT_LOCKED} when it is not locked; handed to the
-         *         library
+         * @return a value of {@link CKR}, which the library receives; {@code CKR_MUTEX_NOT_LOCKED} if the
+         *         mutex is not locked
          */
         long UnlockMutex(Object pMutex);
     }
 
-    // Not a ReentrantLock: PKCS#11 lets one thread unlock what another has locked.
+    // Not a ReentrantLock, because PKCS#11 lets a thread unlock what another thread has locked.
     private static final class JavaMutex {
         private final Semaphore free = new Semaphore(1);
         private final AtomicBoolean locked = new AtomicBoolean();

@@ -1,4 +1,4 @@
-// The holder of a PKCS#11 date, and the eight-byte form that crosses the native border unharmed.
+// The holder of a PKCS#11 date, and its eight-byte form, which the natives convert rightly.
 package halvorn.zerlin;
 
 import static java.nio.charset.StandardCharsets.US_ASCII;
@@ -11,37 +11,38 @@ import java.util.Locale;
 /**
  * A PKCS#11 date in ASCII digits (PKCS#11 v2.20, 9.4).
  *
- * <p><b>Warning.</b> A {@code CK_DATE} that is the value of an attribute does not reach the other side as it
- * stands:
+ * <p><b>Warning.</b> The natives convert a {@code CK_DATE} that is the value of an attribute wrongly, in both
+ * directions: deliberate.
  * <ul>
- * <li>on the way to the token the month goes over the first two characters of the year, and the month's own
- *     place is left undefined: 2024-07-15 arrives as "0724??15";
- * <li>on the way back into an existing object the month is filled with the first two characters of the year:
+ * <li>On the way to the token, the month overwrites the first two digits of the year, and the two bytes of
+ *     the month itself are 0: 2024-07-15 arrives as "0724", two zero bytes and "15".
+ * <li>On the way back into an existing object, the month receives the first two digits of the year:
  *     2024-07-15 comes back as year 2024, month 20, day 15.
  * </ul>
- * Give and read dates as eight bytes instead, with {@link #toBytes} and {@link #fromBytes}:
+ * To avoid this, pass and read dates as eight bytes, with {@link #toBytes} and {@link #fromBytes}:
  *
  * <pre>{@code
  * new CK_ATTRIBUTE(CKA.START_DATE, new CK_DATE(2024, 7, 15).toBytes())
  * }</pre>
  */
 public class CK_DATE {
-    /** The year, four ASCII digits. A native fills this array in place, as far as it is long. */
+    /** The year, four ASCII digits. A native writes into this array up to its length. */
     public byte[] year;
     /**
-     * The month, two ASCII digits, "01" to "12". Filled in place with the first two characters of the year.
+     * The month, two ASCII digits, "01" to "12". A native writes the first two digits of the year into this
+     * array, up to its length.
      */
     public byte[] month;
-    /** The day, two ASCII digits, "01" to "31". A native fills this array in place, as far as it is long. */
+    /** The day, two ASCII digits, "01" to "31". A native writes into this array up to its length. */
     public byte[] day;
 
-    /** Makes an empty date of zero bytes, for a native to fill. */
+    /** Creates an empty date of zero bytes, into which a native can write. */
     public CK_DATE() {
         this(new byte[4], new byte[2], new byte[2]);
     }
 
     /**
-     * Makes a date of the arrays given; they are not copied.
+     * Creates a date from these arrays, which are kept without a copy.
      *
      * @param year  four ASCII digits
      * @param month two ASCII digits
@@ -54,21 +55,21 @@ public class CK_DATE {
     }
 
     /**
-     * Makes a date.
+     * Creates a date.
      *
      * @param year  the year, 0 to 9999
      * @param month the month, 1 to 12
      * @param day   the day of the month, 1 to 31
-     * @throws DateTimeException when there is no such day
+     * @throws DateTimeException if there is no such day
      */
     public CK_DATE(int year, int month, int day) {
         this(LocalDate.of(year, month, day));
     }
 
     /**
-     * Makes a date.
+     * Creates a date.
      *
-     * @param date a day of the years 0 to 9999
+     * @param date a day in the years 0 to 9999
      * @throws DateTimeException for another year
      */
     public CK_DATE(LocalDate date) {
@@ -76,11 +77,11 @@ public class CK_DATE {
     }
 
     /**
-     * Reads the value of a date attribute that was fetched as bytes.
+     * Creates a date from the value of an attribute that was read as bytes.
      *
-     * @param value eight ASCII digits: year, month, day
+     * @param value eight ASCII digits: year, month, day; must not be null
      * @return a new date
-     * @throws IllegalArgumentException when there are not eight bytes
+     * @throws IllegalArgumentException if the value does not have eight bytes
      */
     public static CK_DATE fromBytes(byte[] value) {
         if (value.length != 8) {
@@ -91,9 +92,9 @@ public class CK_DATE {
     }
 
     /**
-     * Gives the date as the value of an attribute, every part in its own place.
+     * Returns the date as the value of an attribute, with every part in its right place.
      *
-     * @return eight bytes: year, month, day; zero bytes where a part is missing
+     * @return eight bytes: year, month, day; zero bytes in place of a missing part
      */
     public byte[] toBytes() {
         byte[] value = new byte[8];
@@ -104,10 +105,10 @@ public class CK_DATE {
     }
 
     /**
-     * Gives the date as a Java date.
+     * Returns the date as a Java date.
      *
      * @return the date
-     * @throws DateTimeException when the digits are no date
+     * @throws DateTimeException if the digits are not a date
      */
     public LocalDate toLocalDate() {
         return LocalDate.parse(toString());
@@ -126,7 +127,7 @@ public class CK_DATE {
     }
 
     /**
-     * The hash code that belongs to {@link #equals}.
+     * Returns the hash code that belongs to {@link #equals}.
      *
      * @return the hash code of the digits
      */
@@ -136,7 +137,7 @@ public class CK_DATE {
     }
 
     /**
-     * Tells the date.
+     * Returns the date.
      *
      * @return for example {@code "2024-07-15"}
      */

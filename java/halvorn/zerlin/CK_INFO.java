@@ -1,48 +1,48 @@
-// What C_GetInfo tells about the library.
+// What C_GetInfo says about the library.
 package halvorn.zerlin;
 
 /**
  * Information on the library (PKCS#11 v2.20, 9.1), filled by {@link Cryptoki#C_GetInfo}. The native replaces
- * the arrays and versions by new ones.
+ * the arrays and the versions by new ones.
  */
 public class CK_INFO {
     /** The PKCS#11 version that the library implements. */
     public CK_VERSION cryptokiVersion;
-    /** The maker of the library: 32 bytes, UTF-8, padded with blanks. */
+    /** The manufacturer of the library: 32 bytes, UTF-8, padded with blanks. */
     public byte[] manufacturerID;
-    /** Always 0. */
+    /** Bits that the standard reserves; 0. */
     public long flags;
-    /** What the library is: 32 bytes, UTF-8, padded with blanks. */
+    /** The description of the library: 32 bytes, UTF-8, padded with blanks. */
     public byte[] libraryDescription;
-    /** The version of this binding, 3.10, whatever the Cryptoki library beneath reports. */
+    /** The version of this binding, 3.10, and not that of the library: deliberate. */
     public CK_VERSION libraryVersion;
 
-    /** Makes an empty record for the native to fill. */
+    /** Creates an empty record for the native to fill. */
     public CK_INFO() {
     }
 
     /**
-     * The maker as text.
+     * Returns the manufacturer as text.
      *
-     * @return {@link #manufacturerID} without the padding, empty when not filled
+     * @return {@link #manufacturerID} without the padding; empty if the record is not filled
      */
     public String getManufacturerID() {
         return Text.of(manufacturerID);
     }
 
     /**
-     * The description as text.
+     * Returns the description as text.
      *
-     * @return {@link #libraryDescription} without the padding, empty when not filled
+     * @return {@link #libraryDescription} without the padding; empty if the record is not filled
      */
     public String getLibraryDescription() {
         return Text.of(libraryDescription);
     }
 
     /**
-     * Tells all fields.
+     * Describes all fields.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -1,4 +1,4 @@
-// A mechanism and its parameter, with constructors that set the parameter's length right.
+// A mechanism and its parameter. The constructors set the right length of the parameter.
 package halvorn.zerlin;
 
 import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
@@ -6,39 +6,43 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
 /**
  * A mechanism with its parameter (PKCS#11 v2.20, 9.5).
  *
- * <p>A parameter is null, an object of a class of {@link halvorn.zerlin.params}, a {@link CK_VERSION}, or a
- * bare value of a class that {@link CK_ATTRIBUTE} lists: a {@code byte[]} for an initialisation vector, a
- * {@code Long} for a length, a {@link CK_OBJECT_HANDLE} for a second key. Do not change the object while a
- * native works with it.
+ * <p>The parameter is null, an object of a class in {@link halvorn.zerlin.params}, a {@link CK_VERSION}, or a
+ * bare value of a class that {@link CK_ATTRIBUTE} lists: for example a {@code byte[]} for an initialisation
+ * vector, a {@code Long} for a length, a {@link CK_OBJECT_HANDLE} for a second key. Do not change the object
+ * while a native works with it.
  *
  * <pre>{@code
  * new CK_MECHANISM(CKM.AES_CBC_PAD, iv)
  * new CK_MECHANISM(CKM.RSA_PKCS_OAEP, new CK_RSA_PKCS_OAEP_PARAMS(CKM.SHA_1, CKG.MGF1_SHA1, null))
  * }</pre>
+ *
+ * <p>The native memory of a parameter of a mechanism of type 0, {@code CKM_RSA_PKCS_KEY_PAIR_GEN}, is never
+ * released: deliberate. That mechanism has no parameter, so leave {@link #pParameter} null.
  */
 public class CK_MECHANISM {
-    /** The mechanism's type; a null arrives as 4294967295. */
+    /** The type of the mechanism; null reaches the library as 4294967295. */
     public CK_MECHANISM_TYPE mechanism;
     /**
-     * The parameter, or null for none. Do not set an {@code int[]}: the native side loses every second element
-     * of it.
+     * The parameter, or null for none. Do not assign an {@code int[]}: the natives read it as if its memory
+     * held {@code long}s, so every second element is lost: deliberate. The constructors replace an
+     * {@code int[]} by a {@code long[]} with the same numbers.
      */
     public Object pParameter;
     /**
-     * The length of the parameter's native form in bytes. Leave it to the constructors: with a wrong value
-     * for a parameter class, a {@link CK_VERSION} or a {@code Long}, the process is aborted when the
-     * parameter is freed; with one too great for a {@code byte[]} or another bare value, the library reads
-     * beyond it.
+     * The length of the native form of the parameter in bytes. Let the constructors set it. A wrong length of
+     * an object of a parameter class, a {@link CK_VERSION} or a {@code Long} aborts the process when the
+     * native ends. A length that is too great for a {@code byte[]} or another bare value is not checked: it
+     * makes the library read beyond the memory of the parameter.
      */
     public long parameterLen;
 
-    /** Makes a mechanism of type 0, {@code CKM_RSA_PKCS_KEY_PAIR_GEN}, without a parameter. */
+    /** Creates a mechanism of type 0, {@code CKM_RSA_PKCS_KEY_PAIR_GEN}, without a parameter. */
     public CK_MECHANISM() {
         this(0);
     }
 
     /**
-     * Makes a mechanism without a parameter.
+     * Creates a mechanism without a parameter.
      *
      * @param type a value of {@link halvorn.zerlin.constants.CKM CKM}
      */
@@ -47,26 +51,28 @@ public class CK_MECHANISM {
     }
 
     /**
-     * Makes a mechanism with a parameter and the length that belongs to it.
+     * Creates a mechanism with a parameter and sets {@link #parameterLen} to the length of its native form.
      *
      * @param type      a value of {@link halvorn.zerlin.constants.CKM CKM}
-     * @param parameter the parameter, kept as it is (an {@code int[]} as an equal {@code long[]}), or null
-     * @throws UnsupportedOperationException when the parameter's class has no native form
-     * @throws UnsatisfiedLinkError when the parameter's class is not a bare value, so that the native library
-     *         must tell its size, and that library cannot be loaded
+     * @param parameter the parameter, kept without a copy (an {@code int[]} as a {@code long[]} with the same
+     *                  numbers), or null
+     * @throws UnsupportedOperationException if the class of the parameter has no native form
+     * @throws UnsatisfiedLinkError if the native library cannot be loaded; it is needed unless the parameter
+     *         is null or a bare value
      */
     public CK_MECHANISM(long type, Object parameter) {
         this(new CK_MECHANISM_TYPE(type), parameter);
     }
 
     /**
-     * Makes a mechanism with a parameter and the length that belongs to it.
+     * Creates a mechanism with a parameter and sets {@link #parameterLen} to the length of its native form.
      *
-     * @param type      the type, kept as it is
-     * @param parameter the parameter, kept as it is (an {@code int[]} as an equal {@code long[]}), or null
-     * @throws UnsupportedOperationException when the parameter's class has no native form
-     * @throws UnsatisfiedLinkError when the parameter's class is not a bare value, so that the native library
-     *         must tell its size, and that library cannot be loaded
+     * @param type      the type, kept without a copy
+     * @param parameter the parameter, kept without a copy (an {@code int[]} as a {@code long[]} with the same
+     *                  numbers), or null
+     * @throws UnsupportedOperationException if the class of the parameter has no native form
+     * @throws UnsatisfiedLinkError if the native library cannot be loaded; it is needed unless the parameter
+     *         is null or a bare value
      */
     public CK_MECHANISM(CK_MECHANISM_TYPE type, Object parameter) {
         mechanism = type;
@@ -79,21 +85,23 @@ public class CK_MECHANISM {
     }
 
     /**
-     * Tells the size of a parameter's native form. This class does not load the native library by itself:
-     * call {@link NativeLibrary#load} before, unless {@link Cryptoki} was used.
+     * Returns the size of the native form of a parameter. This class does not load the native library by
+     * itself: call {@link NativeLibrary#load} before, unless {@link Cryptoki} was used.
      *
      * @param parameter an object of a parameter class, {@link CK_VERSION}, {@link CK_OBJECT_HANDLE},
      *                  {@code Long}, {@code Boolean}, {@code byte[]}, {@code char[]}, {@code String}, or null
-     * @return the size in bytes, 0 for null; of an array or a string the length of its native form
+     * @return the size in bytes, 0 for null; for an array or a {@code String} the length of its native form
      * @throws UnsupportedOperationException {@code "No Conversion from ... to a CK type"} for every other
-     *         class, some that are good parameters included ({@code Integer}, {@code CK_BBOOL})
+     *         class, also for some classes that are good parameters ({@code Integer}, {@code CK_BBOOL}):
+     *         deliberate; the constructors know the length of those
+     * @throws UnsatisfiedLinkError if the native library is not loaded
      */
     public static native long getMechanismParameterSize(Object parameter);
 
     /**
-     * Tells type, parameter and length; of bytes and text, which may be secret, only the length.
+     * Describes type, parameter and length; of bytes and text, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

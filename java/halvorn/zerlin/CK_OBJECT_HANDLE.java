@@ -2,7 +2,8 @@
 package halvorn.zerlin;
 
 /**
- * An object or key handle: written by the natives that make or find objects, read by those that use them.
+ * The handle of an object or a key. Natives that create or find objects write it, and natives that use
+ * objects read it. Create a new one for each use.
  */
 public class CK_OBJECT_HANDLE {
     /**
@@ -10,12 +11,12 @@ public class CK_OBJECT_HANDLE {
      */
     public long m_value;
 
-    /** Makes a holder of {@code CK_INVALID_HANDLE}, for a native to fill. */
+    /** Creates a holder of {@code CK_INVALID_HANDLE}, into which a native can write. */
     public CK_OBJECT_HANDLE() {
     }
 
     /**
-     * Makes a holder of a handle.
+     * Creates a holder of a handle.
      *
      * @param value the handle
      */
@@ -24,10 +25,10 @@ public class CK_OBJECT_HANDLE {
     }
 
     /**
-     * Makes an array for {@link Cryptoki#C_FindObjects}: the native writes into the elements and makes none.
+     * Creates an array for {@link Cryptoki#C_FindObjects}, which writes into the elements and creates none.
      *
      * @param n the number of elements
-     * @return a new array filled with new objects
+     * @return a new array, filled with new objects
      */
     public static CK_OBJECT_HANDLE[] array(int n) {
         CK_OBJECT_HANDLE[] handles = new CK_OBJECT_HANDLE[n];
@@ -38,7 +39,7 @@ public class CK_OBJECT_HANDLE {
     }
 
     /**
-     * Tells the handle.
+     * Returns the handle.
      *
      * @return the handle
      */
@@ -68,7 +69,7 @@ public class CK_OBJECT_HANDLE {
     }
 
     /**
-     * The hash code that belongs to {@link #equals}.
+     * Returns the hash code that belongs to {@link #equals}.
      *
      * @return the hash code of the handle
      */
@@ -78,7 +79,7 @@ public class CK_OBJECT_HANDLE {
     }
 
     /**
-     * Tells the handle.
+     * Returns the handle.
      *
      * @return for example {@code "object 5"}
      */

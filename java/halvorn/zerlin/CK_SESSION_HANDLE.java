@@ -2,7 +2,8 @@
 package halvorn.zerlin;
 
 /**
- * A session handle: written by {@link Cryptoki#C_OpenSession}, read by every native that works in a session.
+ * The handle of a session. {@link Cryptoki#C_OpenSession} writes it, and every native that works in a session
+ * reads it.
  */
 public class CK_SESSION_HANDLE {
     /**
@@ -10,12 +11,12 @@ public class CK_SESSION_HANDLE {
      */
     public long m_value;
 
-    /** Makes a holder of {@code CK_INVALID_HANDLE}, for a native to fill. */
+    /** Creates a holder of {@code CK_INVALID_HANDLE}, into which a native can write. */
     public CK_SESSION_HANDLE() {
     }
 
     /**
-     * Makes a holder of a handle.
+     * Creates a holder of a handle.
      *
      * @param value the handle
      */
@@ -24,7 +25,7 @@ public class CK_SESSION_HANDLE {
     }
 
     /**
-     * Tells the handle.
+     * Returns the handle.
      *
      * @return the handle
      */
@@ -54,7 +55,7 @@ public class CK_SESSION_HANDLE {
     }
 
     /**
-     * The hash code that belongs to {@link #equals}.
+     * Returns the hash code that belongs to {@link #equals}.
      *
      * @return the hash code of the handle
      */
@@ -64,7 +65,7 @@ public class CK_SESSION_HANDLE {
     }
 
     /**
-     * Tells the handle.
+     * Returns the handle.
      *
      * @return for example {@code "session 5"}
      */

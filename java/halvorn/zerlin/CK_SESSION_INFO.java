@@ -1,4 +1,4 @@
-// What C_GetSessionInfo tells about a session.
+// What C_GetSessionInfo says about a session.
 package halvorn.zerlin;
 
 import halvorn.zerlin.constants.CK_STATE;
@@ -7,23 +7,23 @@ import halvorn.zerlin.constants.CK_STATE;
  * Information on a session (PKCS#11 v2.20, 9.3), filled by {@link Cryptoki#C_GetSessionInfo}.
  */
 public class CK_SESSION_INFO {
-    /** The slot of the session's token. */
+    /** The slot that contains the token of the session. */
     public long slotID;
-    /** The session's state. The native writes into this object, so it must not be null. */
+    /** The state of the session. The native writes into this object; if it is null, the state is lost. */
     public CK_STATE state = new CK_STATE();
     /** Bits such as {@code CKF_RW_SESSION}, see {@link halvorn.zerlin.constants.CKF CKF}. */
     public long flags;
-    /** An error code of the device, 0 for none. */
+    /** An error code that the token defines; 0 for none. */
     public long deviceError;
 
-    /** Makes a record for the native to fill. */
+    /** Creates a record for the native to fill. */
     public CK_SESSION_INFO() {
     }
 
     /**
-     * Tells all fields.
+     * Describes all fields.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -1,14 +1,14 @@
-// What C_GetSlotInfo tells about a slot.
+// What C_GetSlotInfo says about a slot.
 package halvorn.zerlin;
 
 /**
  * Information on a slot (PKCS#11 v2.20, 9.2), filled by {@link Cryptoki#C_GetSlotInfo}. The native replaces
- * the arrays and versions by new ones.
+ * the arrays and the versions by new ones.
  */
 public class CK_SLOT_INFO {
-    /** What the slot is: 64 bytes, UTF-8, padded with blanks. */
+    /** The description of the slot: 64 bytes, UTF-8, padded with blanks. */
     public byte[] slotDescription;
-    /** The maker of the slot: 32 bytes, UTF-8, padded with blanks. */
+    /** The manufacturer of the slot: 32 bytes, UTF-8, padded with blanks. */
     public byte[] manufacturerID;
     /** Bits such as {@code CKF_TOKEN_PRESENT}, see {@link halvorn.zerlin.constants.CKF CKF}. */
     public long flags;
@@ -17,32 +17,32 @@ public class CK_SLOT_INFO {
     /** The version of the slot's firmware. */
     public CK_VERSION firmwareVersion;
 
-    /** Makes an empty record for the native to fill. */
+    /** Creates an empty record for the native to fill. */
     public CK_SLOT_INFO() {
     }
 
     /**
-     * The description as text.
+     * Returns the description as text.
      *
-     * @return {@link #slotDescription} without the padding, empty when not filled
+     * @return {@link #slotDescription} without the padding; empty if the record is not filled
      */
     public String getSlotDescription() {
         return Text.of(slotDescription);
     }
 
     /**
-     * The maker as text.
+     * Returns the manufacturer as text.
      *
-     * @return {@link #manufacturerID} without the padding, empty when not filled
+     * @return {@link #manufacturerID} without the padding; empty if the record is not filled
      */
     public String getManufacturerID() {
         return Text.of(manufacturerID);
     }
 
     /**
-     * Tells all fields.
+     * Describes all fields.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

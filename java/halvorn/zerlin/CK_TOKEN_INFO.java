@@ -1,4 +1,4 @@
-// What C_GetTokenInfo tells about a token.
+// What C_GetTokenInfo says about a token.
 package halvorn.zerlin;
 
 import static java.nio.charset.StandardCharsets.UTF_8;
@@ -7,17 +7,17 @@ import java.util.Arrays;
 
 /**
  * Information on a token (PKCS#11 v2.20, 9.2), filled by {@link Cryptoki#C_GetTokenInfo}. The native replaces
- * the arrays and versions by new ones.
+ * the arrays and the versions by new ones.
  *
- * <p>A count or an amount that the token does not tell is 4294967295,
+ * <p>A count or an amount that the token does not report is 4294967295,
  * {@link halvorn.zerlin.constants.CK#UNAVAILABLE_INFORMATION}.
  */
 public class CK_TOKEN_INFO {
     private static final int LABEL_LENGTH = 32;
 
-    /** The label given at initialisation: 32 bytes, UTF-8, padded with blanks. */
+    /** The label that the token received when it was initialised: 32 bytes, UTF-8, padded with blanks. */
     public byte[] label;
-    /** The maker of the token: 32 bytes, UTF-8, padded with blanks. */
+    /** The manufacturer of the token: 32 bytes, UTF-8, padded with blanks. */
     public byte[] manufacturerID;
     /** The model: 16 bytes, UTF-8, padded with blanks. */
     public byte[] model;
@@ -25,47 +25,50 @@ public class CK_TOKEN_INFO {
     public byte[] serialNumber;
     /** Bits such as {@code CKF_TOKEN_INITIALIZED}, see {@link halvorn.zerlin.constants.CKF CKF}. */
     public long flags;
-    /** The most sessions that one application may open at a time; 0 means no limit worth telling. */
+    /**
+     * The greatest number of sessions that one program may have open at a time; 0 means no practical limit.
+     */
     public long maxSessionCount;
-    /** The sessions that this application has open. */
+    /** The number of sessions that this program has open. */
     public long sessionCount;
     /**
-     * The most read/write sessions that one application may open at a time; 0 means no limit worth telling.
+     * The greatest number of read/write sessions that one program may have open at a time; 0 means no
+     * practical limit.
      */
     public long maxRwSessionCount;
-    /** The read/write sessions that this application has open. */
+    /** The number of read/write sessions that this program has open. */
     public long rwSessionCount;
     /** The greatest length of a PIN, in bytes. */
     public long maxPinLen;
-    /** The least length of a PIN, in bytes. */
+    /** The smallest length of a PIN, in bytes. */
     public long minPinLen;
-    /** The memory for public objects, in bytes. */
+    /** The memory for public objects, free and used, in bytes. */
     public long totalPublicMemory;
-    /** The memory free for public objects, in bytes. */
+    /** The free memory for public objects, in bytes. */
     public long freePublicMemory;
-    /** The memory for private objects, in bytes. */
+    /** The memory for private objects, free and used, in bytes. */
     public long totalPrivateMemory;
-    /** The memory free for private objects, in bytes. */
+    /** The free memory for private objects, in bytes. */
     public long freePrivateMemory;
     /** The version of the token's hardware. */
     public CK_VERSION hardwareVersion;
     /** The version of the token's firmware. */
     public CK_VERSION firmwareVersion;
     /**
-     * The token's time as 16 digits YYYYMMDDhhmmss00, when the token has a clock
+     * The time of the token in UTC as 16 ASCII digits YYYYMMDDhhmmss00, if the token has a clock
      * ({@code CKF_CLOCK_ON_TOKEN}).
      */
     public byte[] utcTime;
 
-    /** Makes an empty record for the native to fill. */
+    /** Creates an empty record for the native to fill. */
     public CK_TOKEN_INFO() {
     }
 
     /**
-     * Makes the label that {@link Cryptoki#C_InitToken} wants.
+     * Creates a label for {@link Cryptoki#C_InitToken}.
      *
-     * @param text the label's text
-     * @return 32 bytes: the text in UTF-8, padded with blanks
+     * @param text the text of the label; must not be null
+     * @return a new array of 32 bytes: the text in UTF-8, padded with blanks
      * @throws IllegalArgumentException when the text takes more than 32 bytes
      */
     public static byte[] paddedLabel(String text) {
@@ -79,54 +82,54 @@ public class CK_TOKEN_INFO {
     }
 
     /**
-     * The label as text.
+     * Returns the label as text.
      *
-     * @return {@link #label} without the padding, empty when not filled
+     * @return {@link #label} without the padding; empty if the record is not filled
      */
     public String getLabel() {
         return Text.of(label);
     }
 
     /**
-     * The maker as text.
+     * Returns the manufacturer as text.
      *
-     * @return {@link #manufacturerID} without the padding, empty when not filled
+     * @return {@link #manufacturerID} without the padding; empty if the record is not filled
      */
     public String getManufacturerID() {
         return Text.of(manufacturerID);
     }
 
     /**
-     * The model as text.
+     * Returns the model as text.
      *
-     * @return {@link #model} without the padding, empty when not filled
+     * @return {@link #model} without the padding; empty if the record is not filled
      */
     public String getModel() {
         return Text.of(model);
     }
 
     /**
-     * The serial number as text.
+     * Returns the serial number as text.
      *
-     * @return {@link #serialNumber} without the padding, empty when not filled
+     * @return {@link #serialNumber} without the padding; empty if the record is not filled
      */
     public String getSerialNumber() {
         return Text.of(serialNumber);
     }
 
     /**
-     * The token's time as text.
+     * Returns the token's time as text.
      *
-     * @return {@link #utcTime} without the padding, empty when not filled
+     * @return {@link #utcTime} without the padding; empty if the record is not filled
      */
     public String getUtcTime() {
         return Text.of(utcTime);
     }
 
     /**
-     * Tells all fields.
+     * Describes all fields.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

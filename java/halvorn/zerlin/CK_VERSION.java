@@ -2,23 +2,23 @@
 package halvorn.zerlin;
 
 /**
- * A version number (PKCS#11 v2.20, 9.1); also the parameter of {@code CKM_SSL3_PRE_MASTER_KEY_GEN}.
+ * A version number (PKCS#11 v2.20, 9.1). It is also the parameter of {@code CKM_SSL3_PRE_MASTER_KEY_GEN}.
  */
 public class CK_VERSION {
-    /** The part before the point, an unsigned byte. */
+    /** The number before the point, an unsigned byte. */
     public byte major;
-    /** The part after the point, an unsigned byte. */
+    /** The number after the point, an unsigned byte. */
     public byte minor;
 
-    /** Makes the version 0.0, for a native to fill. */
+    /** Creates the version 0.0, into which a native can write. */
     public CK_VERSION() {
     }
 
     /**
-     * Makes a version.
+     * Creates a version.
      *
-     * @param major the part before the point, 0 to 255
-     * @param minor the part after the point, 0 to 255
+     * @param major the number before the point, 0 to 255
+     * @param minor the number after the point, 0 to 255
      */
     public CK_VERSION(int major, int minor) {
         this.major = (byte) major;
@@ -38,7 +38,7 @@ public class CK_VERSION {
     }
 
     /**
-     * The hash code that belongs to {@link #equals}.
+     * Returns the hash code that belongs to {@link #equals}.
      *
      * @return the hash code of both parts
      */
@@ -48,7 +48,7 @@ public class CK_VERSION {
     }
 
     /**
-     * Tells the version.
+     * Returns the version.
      *
      * @return for example {@code "3.10"}
      */

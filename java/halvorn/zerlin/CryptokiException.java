@@ -1,11 +1,11 @@
-// The exception that CK_RV.orThrow makes of a PKCS#11 return value.
+// The exception that CK_RV.orThrow throws for a PKCS#11 return value.
 package halvorn.zerlin;
 
 import halvorn.zerlin.constants.CK_RV;
 
 /**
- * A PKCS#11 call answered with a return value that the caller did not accept. The natives never throw it; it
- * comes from {@link CK_RV#orThrow()}.
+ * A PKCS#11 function returned a value that the caller did not accept. {@link CK_RV#orThrow()} throws it; the
+ * natives never do.
  */
 public class CryptokiException extends RuntimeException {
     private static final long serialVersionUID = 1L;
@@ -14,10 +14,10 @@ public class CryptokiException extends RuntimeException {
     private final long rv;
 
     /**
-     * Makes an exception whose message names the return value, for example
+     * Creates an exception whose message names the return value, for example
      * {@code "CKR_PIN_INCORRECT (0xa0)"}.
      *
-     * @param rv the return value
+     * @param rv the return value; must not be null
      */
     public CryptokiException(CK_RV rv) {
         super(rv.toString());
@@ -25,7 +25,7 @@ public class CryptokiException extends RuntimeException {
     }
 
     /**
-     * Tells the return value.
+     * Returns the return value.
      *
      * @return a new object that holds it
      */

@@ -1,19 +1,20 @@
-// The holder of a length, a count or a slot that goes into a native and comes out of it.
+// The holder of a length, a count or a slot that a native reads or writes.
 package halvorn.zerlin;
 
 /**
- * A length or count that a native reads and writes, in the unit that the native's description gives.
+ * A length, a count or a slot that a native reads or writes. The description of the native says which, and in
+ * which unit.
  */
 public class LongRef {
-    /** In: the capacity that the caller offers. Out: the length or count that the library reports. */
+    /** In: the capacity that the caller offers. Out: the number that the library reports, 0 to 4294967295. */
     public long value;
 
-    /** Makes a holder of 0. */
+    /** Creates a holder of 0. */
     public LongRef() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value the capacity to offer
      */
@@ -33,7 +34,7 @@ public class LongRef {
     }
 
     /**
-     * The hash code that belongs to {@link #equals}.
+     * Returns the hash code that belongs to {@link #equals}.
      *
      * @return the hash code of the value
      */
@@ -43,7 +44,7 @@ public class LongRef {
     }
 
     /**
-     * Tells the value.
+     * Returns the value.
      *
      * @return the value in decimal digits
      */

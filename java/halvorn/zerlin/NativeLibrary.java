@@ -1,17 +1,18 @@
-// Loads libzerlin once, and tells in plain words what is wrong when that fails.
+// Loads libzerlin once. If that fails, the error says in plain words what is wrong and what to do.
 package halvorn.zerlin;
 
 /**
  * The native library {@code libzerlin.so}. {@link Cryptoki}, {@link CTUtil} and
- * {@link halvorn.zerlin.constants.CK CK} load it at their first use, so programs need not call {@link #load}
- * themselves. One that wants to report a failing load more than once calls it first: when the first use of
- * {@link Cryptoki} fails, later uses meet only the JVM's {@code NoClassDefFoundError}.
+ * {@link halvorn.zerlin.constants.CK CK} load it when they are first used, so a program need not call
+ * {@link #load}. If such a load fails, only the first use of the class throws the error that says what is
+ * wrong; later uses throw {@code NoClassDefFoundError}. A program that wants to see the first error more
+ * often calls {@link #load} before it uses those classes.
  *
- * <p>The library is looked for on {@code java.library.path}, or is the file that the system property
- * {@value #PROPERTY} names.
+ * <p>The JVM searches the library on {@code java.library.path}. If the system property {@value #PROPERTY} is
+ * set, the library is the file that it names.
  */
 public final class NativeLibrary {
-    /** The system property that may hold the absolute path of the library's file. */
+    /** The system property that may contain the absolute path of the file of the library. */
     public static final String PROPERTY = "halvorn.zerlin.library";
 
     private static volatile boolean loaded;
@@ -20,10 +21,11 @@ public final class NativeLibrary {
     }
 
     /**
-     * Loads the library unless it is loaded. Any thread may call it, any number of times.
+     * Loads the library, unless it is loaded already. Any thread may call it, any number of times.
      *
-     * @throws UnsatisfiedLinkError with the loader's own text, followed by what is missing and what to do,
-     *         and the loader's error as its cause; again at every later call, unless the fault was mended
+     * @throws UnsatisfiedLinkError if the library cannot be loaded: its message has the text of the loader,
+     *         what is missing and what to do, and its cause is the error of the loader; every later call
+     *         tries again
      */
     public static void load() {
         if (!loaded) {
@@ -55,7 +57,7 @@ public final class NativeLibrary {
                     + " this one is " + width + "-bit, os.arch " + arch + ".";
         }
         if (loaderText.contains("libcryptoki.so: cannot open")) {
-            text += "\n- libcryptoki.so, the PKCS#11 library beneath, was not found:"
+            text += "\n- libcryptoki.so, the PKCS#11 library that it needs, was not found:"
                     + " put it beside libzerlin.so or in a directory of LD_LIBRARY_PATH.";
         }
         if (loaderText.contains("in java.library.path") || loaderText.contains("Can't load library")) {

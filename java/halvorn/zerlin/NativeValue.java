@@ -1,4 +1,5 @@
-// Which Java values have a native form, and how many bytes that form takes.
+// Which Java values have a native form, that is, bytes that the Cryptoki library receives for them, and
+// how long that form is.
 package halvorn.zerlin;
 
 import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
@@ -13,7 +14,7 @@ final class NativeValue {
     private NativeValue() {
     }
 
-    // The bytes that the native form takes; UNKNOWN for a class that has none as a bare value.
+    // The length of the native form in bytes; UNKNOWN for a class that is not a bare value.
     static long length(Object value) {
         if (value == null) {
             return 0;
@@ -52,7 +53,8 @@ final class NativeValue {
         return UNKNOWN;
     }
 
-    // The native side takes an int[] for the long[] of the same memory, and would lose every second element.
+    // Replaces an int[] by a long[] with the same numbers. The natives would read the memory of an int[] as
+    // if it held longs, and lose every second element.
     static Object withoutIntArray(Object value) {
         if (!(value instanceof int[])) {
             return value;
@@ -65,7 +67,7 @@ final class NativeValue {
         return longs;
     }
 
-    // Only the length of what may be a secret, the rest in full.
+    // Describes a value in full, but a string or an array, which may be secret, only by its length.
     static String describe(Object value) {
         if (value instanceof String || value != null && value.getClass().isArray()) {
             return value.getClass().getSimpleName() + " of " + length(value) + " bytes";
@@ -73,7 +75,8 @@ final class NativeValue {
         return String.valueOf(value);
     }
 
-    // As the JVM writes a string for native code: NUL takes two bytes, each half of a surrogate pair three.
+    // The length in modified UTF-8, the form in which the JVM passes strings to native code: NUL takes two
+    // bytes, and each half of a surrogate pair takes three.
     private static long modifiedUtf8Length(String text) {
         long length = 0;
         for (int i = 0; i < text.length(); i++) {

@@ -1,4 +1,4 @@
-// How the information classes turn what a token tells into readable text.
+// Turns the fields of the information classes into readable text.
 package halvorn.zerlin;
 
 import static java.nio.charset.StandardCharsets.UTF_8;
@@ -9,7 +9,7 @@ final class Text {
     private Text() {
     }
 
-    // Tokens pad with blanks, some with NULs; only the end is padding.
+    // Removes the padding at the end. Tokens pad with blanks, some with NUL bytes.
     static String of(byte[] padded) {
         if (padded == null) {
             return "";
