@@ -1,4 +1,5 @@
-// What the parameter classes share: the length of an array, and how to tell of it without telling a secret.
+// What the parameter classes share: the length of an array, and its description without its content, which
+// may be secret.
 package halvorn.zerlin.params;
 
 final class Bytes {

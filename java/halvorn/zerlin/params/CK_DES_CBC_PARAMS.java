@@ -1,22 +1,28 @@
-// The parameter of key derivation by encryption in CBC mode, 8 bytes of data.
+// The parameter for deriving a key by encrypting 8 bytes of data in CBC mode.
 package halvorn.zerlin.params;
 
 /**
- * The parameter of {@code CKM_DES_DERIVE_CBC}, a vendor mechanism: the derived key is 8 bytes of data
- * encrypted in CBC mode.
+ * The parameter of {@code CKM_DES_DERIVE_CBC}, a vendor mechanism that derives a key: the new key is the 8
+ * bytes of {@link #data}, encrypted in CBC mode.
  */
 public class CK_DES_CBC_PARAMS {
-    /** The initialisation vector, 8 bytes; the rest of a shorter one is zero, of a longer one ignored. */
+    /**
+     * The initialisation vector, 8 bytes. Missing bytes are 0, all of them if the array is null; the rest of
+     * a longer array is ignored.
+     */
     public byte[] iv;
-    /** The data, 8 bytes; the rest of a shorter array is zero, of a longer one ignored. */
+    /**
+     * The data, 8 bytes. Missing bytes are 0, all of them if the array is null; the rest of a longer array is
+     * ignored.
+     */
     public byte[] data;
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_DES_CBC_PARAMS() {
     }
 
     /**
-     * Makes a parameter.
+     * Creates a parameter.
      *
      * @param iv   the initialisation vector, 8 bytes
      * @param data the data, 8 bytes
@@ -27,9 +33,9 @@ public class CK_DES_CBC_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -1,8 +1,9 @@
-// The parameter of elliptic curve key agreement.
+// The parameter of key agreement with elliptic curves.
 package halvorn.zerlin.params;
 
 /**
- * The parameter of {@code CKM_ECDH1_DERIVE} (PKCS#11 v2.20, 12.3).
+ * The parameter of {@code CKM_ECDH1_DERIVE} (PKCS#11 v2.20, 12.3). With a library of another vendor, use
+ * {@link halvorn.zerlin.constants.CKM#ECDH1_DERIVE_STD CKM.ECDH1_DERIVE_STD}, which has the standard's value.
  *
  * <pre>{@code
  * new CK_MECHANISM(CKM.ECDH1_DERIVE, new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point))
@@ -12,30 +13,32 @@ public class CK_ECDH1_DERIVE_PARAMS {
     /** The key derivation function, a value of {@link halvorn.zerlin.constants.CKD CKD}. */
     public long kdf;
     /**
-     * The length of {@link #pSharedData} in bytes; with 0 the array is not looked at, else it must equal that
-     * of the array, otherwise the process is aborted.
+     * The length of {@link #pSharedData} in bytes; 0 if the array is not to be used. Any other value must
+     * equal the length of the array: a different one aborts the process. With a null or empty array it is not
+     * checked, and the library reads invalid memory.
      */
     public long ulSharedDataLen;
-    /** The data shared by both sides, or null. */
+    /** The data that both sides share, or null for none. */
     public byte[] pSharedData;
     /**
-     * The length of {@link #pPublicData} in bytes; with 0 the array is not looked at, else it must equal that
-     * of the array, otherwise the process is aborted.
+     * The length of {@link #pPublicData} in bytes; 0 if the array is not to be used. Any other value must
+     * equal the length of the array: a different one aborts the process. With a null or empty array it is not
+     * checked, and the library reads invalid memory.
      */
     public long ulPublicDataLen;
-    /** The other side's public point. */
+    /** The public point of the other side. */
     public byte[] pPublicData;
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_ECDH1_DERIVE_PARAMS() {
     }
 
     /**
-     * Makes a parameter with the lengths that belong to its arrays.
+     * Creates a parameter and sets each length to that of its array.
      *
      * @param kdf         the key derivation function, a value of {@link halvorn.zerlin.constants.CKD CKD}
-     * @param pSharedData the data shared by both sides, or null
-     * @param pPublicData the other side's public point
+     * @param pSharedData the data that both sides share, or null for none
+     * @param pPublicData the public point of the other side
      */
     public CK_ECDH1_DERIVE_PARAMS(long kdf, byte[] pSharedData, byte[] pPublicData) {
         this.kdf = kdf;
@@ -46,9 +49,9 @@ public class CK_ECDH1_DERIVE_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -1,55 +1,59 @@
-// The parameter of elliptic curve encryption.
+// The parameter of encryption with elliptic curves.
 package halvorn.zerlin.params;
 
 /**
- * The parameter of {@code CKM_ECIES}, a vendor mechanism. The schemes are numbers of the vendor.
+ * The parameter of {@code CKM_ECIES}, a vendor mechanism that encrypts with elliptic curves. The vendor
+ * defines the numbers of the primitives and schemes.
  */
 public class CK_ECIES_PARAMS {
-    /** The key agreement primitive. */
+    /** The key agreement primitive, a number that the vendor defines. */
     public long dhPrimitive;
-    /** The key derivation function. */
+    /** The key derivation function, a value of {@link halvorn.zerlin.constants.CKD CKD}. */
     public long kdf;
     /**
-     * The length of {@link #pSharedData1} in bytes; with 0 the array is not looked at, else it must equal
-     * that of the array, otherwise the process is aborted.
+     * The length of {@link #pSharedData1} in bytes; 0 if the array is not to be used. Any other value must
+     * equal the length of the array: a different one aborts the process. With a null or empty array it is not
+     * checked, and the library reads invalid memory.
      */
     public long ulSharedDataLen1;
-    /** The data shared for the key derivation, or null. */
+    /** The data for the key derivation that both sides share, or null for none. */
     public byte[] pSharedData1;
-    /** The encryption scheme. */
+    /** The encryption scheme, a number that the vendor defines. */
     public long encScheme;
     /** The length of the encryption key in bits. */
     public long ulEncKeyLenInBits;
-    /** The MAC scheme. */
+    /** The MAC scheme, a number that the vendor defines. */
     public long macScheme;
     /** The length of the MAC key in bits. */
     public long ulMacKeyLenInBits;
     /** The length of the MAC in bits. */
     public long ulMacLenInBits;
     /**
-     * The length of {@link #pSharedData2} in bytes; with 0 the array is not looked at, else it must equal
-     * that of the array, otherwise the process is aborted.
+     * The length of {@link #pSharedData2} in bytes; 0 if the array is not to be used. Any other value must
+     * equal the length of the array: a different one aborts the process. With a null or empty array it is not
+     * checked, and the library reads invalid memory.
      */
     public long ulSharedDataLen2;
-    /** The data shared for the MAC, or null. */
+    /** The data for the MAC that both sides share, or null for none. */
     public byte[] pSharedData2;
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_ECIES_PARAMS() {
     }
 
     /**
-     * Makes a parameter with the lengths that belong to its arrays.
+     * Creates a parameter and sets each length to that of its array.
      *
      * @param dhPrimitive       the key agreement primitive
-     * @param kdf               the key derivation function
-     * @param pSharedData1      the data shared for the key derivation, or null
+     * @param kdf               the key derivation function, a value of
+     *                          {@link halvorn.zerlin.constants.CKD CKD}
+     * @param pSharedData1      the data for the key derivation that both sides share, or null for none
      * @param encScheme         the encryption scheme
      * @param ulEncKeyLenInBits the length of the encryption key in bits
      * @param macScheme         the MAC scheme
      * @param ulMacKeyLenInBits the length of the MAC key in bits
      * @param ulMacLenInBits    the length of the MAC in bits
-     * @param pSharedData2      the data shared for the MAC, or null
+     * @param pSharedData2      the data for the MAC that both sides share, or null for none
      */
     public CK_ECIES_PARAMS(long dhPrimitive, long kdf, byte[] pSharedData1, long encScheme,
             long ulEncKeyLenInBits, long macScheme, long ulMacKeyLenInBits, long ulMacLenInBits,
@@ -68,9 +72,9 @@ public class CK_ECIES_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -1,27 +1,28 @@
-// The parameter of key derivation with data.
+// The parameter for deriving a key from another key and data.
 package halvorn.zerlin.params;
 
 /**
- * The parameter of {@code CKM_CONCATENATE_BASE_AND_DATA}, {@code CKM_XOR_BASE_AND_DATA} and their kin
- * (PKCS#11 v2.20, chapter 12).
+ * The parameter of mechanisms that derive a key from another key and data, such as
+ * {@code CKM_CONCATENATE_BASE_AND_DATA}, {@code CKM_CONCATENATE_DATA_AND_BASE} and
+ * {@code CKM_XOR_BASE_AND_DATA} (PKCS#11 v2.20, chapter 12).
  */
 public class CK_KEY_DERIVATION_STRING_DATA {
-    /** The data. */
+    /** The data that the mechanism combines with the key. */
     public byte[] pData;
     /**
-     * The length of {@link #pData} in bytes. Not checked: a greater one makes the library read beyond the
-     * array.
+     * The length of {@link #pData} in bytes. It is not checked and never aborts the process, but one that is
+     * greater than the array makes the library read beyond the memory of the array.
      */
     public long len;
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_KEY_DERIVATION_STRING_DATA() {
     }
 
     /**
-     * Makes a parameter with the lengths that belong to its arrays.
+     * Creates a parameter and sets each length to that of its array.
      *
-     * @param pData the data
+     * @param pData the data that the mechanism combines with the key
      */
     public CK_KEY_DERIVATION_STRING_DATA(byte[] pData) {
         this.pData = pData;
@@ -29,9 +30,9 @@ public class CK_KEY_DERIVATION_STRING_DATA {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

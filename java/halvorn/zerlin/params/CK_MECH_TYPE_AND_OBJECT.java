@@ -8,17 +8,17 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
  * A mechanism and an object: the parameter of {@code CKM_ENCODE_X_509_LOCAL_CERT}, a vendor mechanism.
  */
 public class CK_MECH_TYPE_AND_OBJECT {
-    /** The mechanism to work with. */
+    /** The mechanism to work with; null reaches the library as 4294967295. */
     public CK_MECHANISM_TYPE mechanism = new CK_MECHANISM_TYPE();
-    /** The object to work with. */
+    /** The handle of the object to work with; null reaches the library as 4294967295. */
     public CK_OBJECT_HANDLE hObj = new CK_OBJECT_HANDLE();
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_MECH_TYPE_AND_OBJECT() {
     }
 
     /**
-     * Makes a parameter.
+     * Creates a parameter.
      *
      * @param mechanism the mechanism, a value of {@link halvorn.zerlin.constants.CKM CKM}
      * @param hObj      the object
@@ -29,9 +29,9 @@ public class CK_MECH_TYPE_AND_OBJECT {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

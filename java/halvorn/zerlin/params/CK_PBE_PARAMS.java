@@ -1,4 +1,4 @@
-// The parameter of password-based key generation.
+// The parameter for generating a key from a password.
 package halvorn.zerlin.params;
 
 /**
@@ -7,32 +7,33 @@ package halvorn.zerlin.params;
  */
 public class CK_PBE_PARAMS {
     /**
-     * Receives the initialisation vector that the key generation makes: 8 bytes, never fewer, or null for
-     * none. A shorter array makes the library write beyond its memory.
+     * Receives the initialisation vector that the library generates with the key; null for none. An array
+     * must have at least 8 bytes: the library writes beyond the memory of a shorter one.
      */
     public byte[] pInitVector = new byte[8];
     /** The password. */
     public byte[] pPassword;
     /**
-     * The length of {@link #pPassword} in bytes; must equal that of the array, otherwise the process is
-     * aborted.
+     * The length of {@link #pPassword} in bytes. It must equal the length of the array, and 0 for null: any
+     * other value aborts the process.
      */
     public long passwordLen;
     /** The salt. */
     public byte[] pSalt;
     /**
-     * The length of {@link #pSalt} in bytes; must equal that of the array, otherwise the process is aborted.
+     * The length of {@link #pSalt} in bytes. It must equal the length of the array, and 0 for null: any other
+     * value aborts the process.
      */
     public long saltLen;
     /** The number of iterations. */
     public long iteration;
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_PBE_PARAMS() {
     }
 
     /**
-     * Makes a parameter with the lengths that belong to its arrays.
+     * Creates a parameter and sets each length to that of its array.
      *
      * @param pPassword the password
      * @param pSalt     the salt
@@ -47,9 +48,9 @@ public class CK_PBE_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -5,46 +5,49 @@ import halvorn.zerlin.CK_OBJECT_HANDLE;
 import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
 
 /**
- * The parameter of {@code CKM_PKCS12_PBE_EXPORT}, a vendor mechanism: wraps a key and its certificate as a
- * PKCS#12 file.
+ * The parameter of {@code CKM_PKCS12_PBE_EXPORT}, a vendor mechanism that wraps a key and its certificate as
+ * a PKCS#12 file.
  */
 public class CK_PKCS12_PBE_EXPORT_PARAMS {
-    /** The certificate of the key. */
+    /** The handle of the certificate of the key; null reaches the library as 4294967295. */
     public CK_OBJECT_HANDLE keyCert = new CK_OBJECT_HANDLE();
-    /** The password of the authenticated safe. */
+    /** The password of the authenticated safe, the part of the file that contains keys and certificates. */
     public byte[] passwordAuthSafe;
     /**
-     * The length of {@link #passwordAuthSafe} in bytes. Not checked: a greater one makes the library read
-     * beyond the array.
+     * The length of {@link #passwordAuthSafe} in bytes. It is not checked and never aborts the process, but
+     * one that is greater than the array makes the library read beyond the memory of the array.
      */
     public long passwordAuthSafeLen;
-    /** The password of the integrity check. */
+    /** The password of the integrity check, an HMAC. */
     public byte[] passwordHMAC;
     /**
-     * The length of {@link #passwordHMAC} in bytes. Not checked: a greater one makes the library read beyond
-     * the array.
+     * The length of {@link #passwordHMAC} in bytes. It is not checked and never aborts the process, but one
+     * that is greater than the array makes the library read beyond the memory of the array.
      */
     public long passwordHMACLen;
-    /** The mechanism that makes the key of the safe bags. */
+    /** The mechanism that generates the key for the safe bags. */
     public CK_MECHANISM_TYPE safeBagKgMech = new CK_MECHANISM_TYPE();
-    /** The mechanism that makes the key of the safe contents. */
+    /** The mechanism that generates the key for the safe contents. */
     public CK_MECHANISM_TYPE safeContentKgMech = new CK_MECHANISM_TYPE();
-    /** The mechanism that makes the key of the integrity check. */
+    /** The mechanism that generates the key for the integrity check. */
     public CK_MECHANISM_TYPE hmacKgMech = new CK_MECHANISM_TYPE();
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_PKCS12_PBE_EXPORT_PARAMS() {
     }
 
     /**
-     * Makes a parameter with the lengths that belong to its arrays.
+     * Creates a parameter and sets each length to that of its array.
      *
-     * @param keyCert           the certificate of the key
+     * @param keyCert           the handle of the certificate of the key
      * @param passwordAuthSafe  the password of the authenticated safe
      * @param passwordHMAC      the password of the integrity check
-     * @param safeBagKgMech     the mechanism that makes the key of the safe bags
-     * @param safeContentKgMech the mechanism that makes the key of the safe contents
-     * @param hmacKgMech        the mechanism that makes the key of the integrity check
+     * @param safeBagKgMech     the mechanism that generates the key for the safe bags, a value of
+     *                          {@link halvorn.zerlin.constants.CKM CKM}
+     * @param safeContentKgMech the mechanism that generates the key for the safe contents, a value of
+     *                          {@link halvorn.zerlin.constants.CKM CKM}
+     * @param hmacKgMech        the mechanism that generates the key for the integrity check, a value of
+     *                          {@link halvorn.zerlin.constants.CKM CKM}
      */
     public CK_PKCS12_PBE_EXPORT_PARAMS(CK_OBJECT_HANDLE keyCert, byte[] passwordAuthSafe, byte[] passwordHMAC,
             long safeBagKgMech, long safeContentKgMech, long hmacKgMech) {
@@ -59,9 +62,9 @@ public class CK_PKCS12_PBE_EXPORT_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

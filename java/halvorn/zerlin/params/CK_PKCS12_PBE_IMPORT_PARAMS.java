@@ -8,51 +8,59 @@ import halvorn.zerlin.LongRef;
 import java.util.Arrays;
 
 /**
- * The parameter of {@code CKM_PKCS12_PBE_IMPORT}, a vendor mechanism: unwraps a PKCS#12 file. After a
- * successful {@link halvorn.zerlin.Cryptoki#C_UnwrapKey C_UnwrapKey} the certificates found are in
- * {@link #hCert}.
+ * The parameter of {@code CKM_PKCS12_PBE_IMPORT}, a vendor mechanism that unwraps a PKCS#12 file. After a
+ * successful {@link halvorn.zerlin.Cryptoki#C_UnwrapKey C_UnwrapKey} the handles of the certificates in the
+ * file are in {@link #hCert}.
  */
 public class CK_PKCS12_PBE_IMPORT_PARAMS {
-    /** The password of the authenticated safe. */
+    /** The password of the authenticated safe, the part of the file that contains keys and certificates. */
     public byte[] passwordAuthSafe;
     /**
-     * The length of {@link #passwordAuthSafe} in bytes. Not checked: a greater one makes the library read
-     * beyond the array.
+     * The length of {@link #passwordAuthSafe} in bytes. It is not checked and never aborts the process, but
+     * one that is greater than the array makes the library read beyond the memory of the array.
      */
     public long passwordAuthSafeLen;
-    /** The password of the integrity check. */
+    /** The password of the integrity check, an HMAC. */
     public byte[] passwordHMAC;
     /**
-     * The length of {@link #passwordHMAC} in bytes. Not checked: a greater one makes the library read beyond
-     * the array.
+     * The length of {@link #passwordHMAC} in bytes. It is not checked and never aborts the process, but one
+     * that is greater than the array makes the library read beyond the memory of the array.
      */
     public long passwordHMACLen;
-    /** The attributes for the certificates, no element null; null for none. */
+    /**
+     * The attributes that the certificates receive, or null for none. A null element reaches the library as
+     * an attribute of type 4294967295 without a value.
+     */
     public CK_ATTRIBUTE[] certAttr;
     /**
-     * The number of attributes to use. Not checked: more than {@link #certAttr} has make the library read
-     * beyond it.
+     * The number of attributes in {@link #certAttr}. It is not checked and never aborts the process, but one
+     * that is greater than the length of the array makes the library read beyond the memory of the array.
      */
     public long certAttrCount;
-    /** Receives the handles of the certificates: existing objects, changed in place. */
+    /**
+     * Receives the handles of the certificates, written into its existing elements. What belongs to a null
+     * element is lost.
+     */
     public CK_OBJECT_HANDLE[] hCert;
     /**
-     * In: the capacity of {@link #hCert} in elements, at most its length (not checked); with 0 the array is
-     * not looked at. Out: the number of certificates found, which may be more than fit. Never null.
+     * In: the capacity of {@link #hCert} in elements, at most its length. It is not checked, but with a
+     * greater one the library writes beyond the memory of the array. With 0 the array is not used. Out: the
+     * number of certificates in the file, which may be greater than the capacity. If this object is null, the
+     * capacity is 0 and the number is lost.
      */
     public LongRef hCertCount = new LongRef();
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_PKCS12_PBE_IMPORT_PARAMS() {
     }
 
     /**
-     * Makes a parameter with the lengths that belong to its arrays.
+     * Creates a parameter and sets each length to that of its array.
      *
      * @param passwordAuthSafe the password of the authenticated safe
      * @param passwordHMAC     the password of the integrity check
-     * @param certAttr         the attributes for the certificates, or null for none
-     * @param maxCerts         how many certificates to make room for
+     * @param certAttr         the attributes that the certificates receive, or null for none
+     * @param maxCerts         the greatest number of certificates whose handles can be received
      */
     public CK_PKCS12_PBE_IMPORT_PARAMS(byte[] passwordAuthSafe, byte[] passwordHMAC, CK_ATTRIBUTE[] certAttr,
             int maxCerts) {
@@ -67,9 +75,9 @@ public class CK_PKCS12_PBE_IMPORT_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

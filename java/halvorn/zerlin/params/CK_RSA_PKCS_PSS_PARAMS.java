@@ -4,24 +4,25 @@ package halvorn.zerlin.params;
 import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
 
 /**
- * The parameter of {@code CKM_RSA_PKCS_PSS} and its kin (PKCS#11 v2.20, 12.1).
+ * The parameter of {@code CKM_RSA_PKCS_PSS} and of the {@code CKM_..._RSA_PKCS_PSS} mechanisms (PKCS#11
+ * v2.20, 12.1).
  */
 public class CK_RSA_PKCS_PSS_PARAMS {
-    /** The hash, for example {@code CKM_SHA_1}. */
+    /** The hash function, for example {@code CKM_SHA_1}; null reaches the library as 4294967295. */
     public CK_MECHANISM_TYPE hashAlg = new CK_MECHANISM_TYPE();
     /** The mask generation function, a value of {@link halvorn.zerlin.constants.CKG CKG}. */
     public long mgf;
     /** The length of the salt in bytes, usually that of the hash. */
     public long sLen;
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_RSA_PKCS_PSS_PARAMS() {
     }
 
     /**
-     * Makes a parameter.
+     * Creates a parameter.
      *
-     * @param hashAlg the hash, a value of {@link halvorn.zerlin.constants.CKM CKM}
+     * @param hashAlg the hash function, a value of {@link halvorn.zerlin.constants.CKM CKM}
      * @param mgf     the mask generation function, a value of {@link halvorn.zerlin.constants.CKG CKG}
      * @param sLen    the length of the salt in bytes
      */
@@ -32,9 +33,9 @@ public class CK_RSA_PKCS_PSS_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -1,35 +1,41 @@
-// What the SSL 3.0 key and MAC derivation gives back.
+// What the SSL 3.0 derivation of keys and MAC keys returns.
 package halvorn.zerlin.params;
 
 import halvorn.zerlin.CK_OBJECT_HANDLE;
 
 /**
- * The keys and initialisation vectors of an SSL 3.0 key derivation, a part of {@link CK_SSL3_KEY_MAT_PARAMS}
- * (PKCS#11 v2.20, chapter 12). All of it is changed in place, so none of the handles may be null.
+ * The keys and initialisation vectors that an SSL 3.0 key derivation returns, a part of
+ * {@link CK_SSL3_KEY_MAT_PARAMS} (PKCS#11 v2.20, chapter 12). Objects and arrays are changed in place. A
+ * handle whose object is null is lost.
  */
 public class CK_SSL3_KEY_MAT_OUT {
-    /** Receives the MAC key of the client. */
+    /** Receives the handle of the MAC key of the client. */
     public CK_OBJECT_HANDLE hClientMacSecret = new CK_OBJECT_HANDLE();
-    /** Receives the MAC key of the server. */
+    /** Receives the handle of the MAC key of the server. */
     public CK_OBJECT_HANDLE hServerMacSecret = new CK_OBJECT_HANDLE();
-    /** Receives the key of the client. */
+    /** Receives the handle of the key of the client. */
     public CK_OBJECT_HANDLE hClientKey = new CK_OBJECT_HANDLE();
-    /** Receives the key of the server. */
+    /** Receives the handle of the key of the server. */
     public CK_OBJECT_HANDLE hServerKey = new CK_OBJECT_HANDLE();
     /**
-     * Receives the IV of the client. The array must have at least (IVSizeInBits + 7) / 8 bytes: the library
-     * writes as many, beyond the memory of a shorter one.
+     * Receives the initialisation vector of the client; null only if {@code IVSizeInBits} is 0. The array
+     * must have at least ({@code IVSizeInBits} + 7) / 8 bytes: the library writes beyond the memory of a
+     * shorter one.
      */
     public byte[] pIVClient;
-    /** Receives the IV of the server; as long as that of the client. */
+    /**
+     * Receives the initialisation vector of the server; null only if {@code IVSizeInBits} is 0. The array
+     * must have at least ({@code IVSizeInBits} + 7) / 8 bytes: the library writes beyond the memory of a
+     * shorter one.
+     */
     public byte[] pIVServer;
 
-    /** Makes an empty part of a parameter. */
+    /** Creates a part of a parameter whose fields are to be set one by one. */
     public CK_SSL3_KEY_MAT_OUT() {
     }
 
     /**
-     * Makes a part of a parameter.
+     * Creates a part of a parameter.
      *
      * @param ivLength the length of each initialisation vector in bytes
      */
@@ -39,9 +45,9 @@ public class CK_SSL3_KEY_MAT_OUT {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -1,4 +1,4 @@
-// The parameter of the SSL 3.0 key and MAC derivation.
+// The parameter of the SSL 3.0 derivation of keys and MAC keys.
 package halvorn.zerlin.params;
 
 import halvorn.zerlin.CK_BBOOL;
@@ -9,30 +9,36 @@ import halvorn.zerlin.CK_BBOOL;
  * {@link #pReturnedKeyMaterial}.
  */
 public class CK_SSL3_KEY_MAT_PARAMS {
-    /** The length of the MAC keys in bits. */
+    /** The length of each MAC key in bits. */
     public long macSizeInBits;
-    /** The length of the keys in bits. */
+    /** The length of each key in bits. */
     public long keySizeInBits;
-    /** The length of the initialisation vectors in bits, 0 for none. */
+    /** The length of each initialisation vector in bits; 0 for none. */
     public long IVSizeInBits;
-    /** Whether keys for an export cipher are derived. */
+    /** Whether the keys are for an export cipher; null means false. */
     public CK_BBOOL bIsExport = new CK_BBOOL();
-    /** The random data of client and server. Never null. */
+    /**
+     * The random data of client and server. If it is null, the library receives null pointers and lengths of
+     * 0.
+     */
     public CK_SSL3_RANDOM_DATA RandomInfo = new CK_SSL3_RANDOM_DATA();
-    /** Receives keys and initialisation vectors: an existing object, changed in place. Never null. */
+    /**
+     * Receives keys and initialisation vectors: an existing object, which is changed in place. If it is null,
+     * the library receives a null pointer.
+     */
     public CK_SSL3_KEY_MAT_OUT pReturnedKeyMaterial = new CK_SSL3_KEY_MAT_OUT();
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_SSL3_KEY_MAT_PARAMS() {
     }
 
     /**
-     * Makes a parameter.
+     * Creates a parameter.
      *
-     * @param macSizeInBits the length of the MAC keys in bits
-     * @param keySizeInBits the length of the keys in bits
-     * @param IVSizeInBits  the length of the initialisation vectors in bits, 0 for none
-     * @param bIsExport     whether keys for an export cipher are derived
+     * @param macSizeInBits the length of each MAC key in bits
+     * @param keySizeInBits the length of each key in bits
+     * @param IVSizeInBits  the length of each initialisation vector in bits; 0 for none
+     * @param bIsExport     whether the keys are for an export cipher
      * @param pClientRandom the random data of the client
      * @param pServerRandom the random data of the server
      */
@@ -47,9 +53,9 @@ public class CK_SSL3_KEY_MAT_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -7,17 +7,23 @@ import halvorn.zerlin.CK_VERSION;
  * The parameter of {@code CKM_SSL3_MASTER_KEY_DERIVE} (PKCS#11 v2.20, chapter 12).
  */
 public class CK_SSL3_MASTER_KEY_DERIVE_PARAMS {
-    /** The random data of client and server. Never null. */
+    /**
+     * The random data of client and server. If it is null, the library receives null pointers and lengths of
+     * 0.
+     */
     public CK_SSL3_RANDOM_DATA RandomInfo = new CK_SSL3_RANDOM_DATA();
-    /** Receives the protocol version of the client: an existing object, changed in place. Never null. */
+    /**
+     * Receives the protocol version of the client: an existing object, which is changed in place. If it is
+     * null, the library receives a null pointer.
+     */
     public CK_VERSION pVersion = new CK_VERSION();
 
-    /** Makes an empty parameter. */
+    /** Creates a parameter whose fields are to be set one by one. */
     public CK_SSL3_MASTER_KEY_DERIVE_PARAMS() {
     }
 
     /**
-     * Makes a parameter.
+     * Creates a parameter.
      *
      * @param pClientRandom the random data of the client
      * @param pServerRandom the random data of the server
@@ -27,9 +33,9 @@ public class CK_SSL3_MASTER_KEY_DERIVE_PARAMS {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {

@@ -2,31 +2,31 @@
 package halvorn.zerlin.params;
 
 /**
- * The random data of client and server, a part of the SSL 3.0 parameters (PKCS#11 v2.20, chapter 12); no
- * parameter by itself.
+ * The random data of client and server, a part of the SSL 3.0 parameters (PKCS#11 v2.20, chapter 12). It is
+ * not a parameter by itself.
  */
 public class CK_SSL3_RANDOM_DATA {
     /** The random data of the client. */
     public byte[] pClientRandom;
     /**
-     * The length of {@link #pClientRandom} in bytes; must equal that of the array, otherwise the process is
-     * aborted.
+     * The length of {@link #pClientRandom} in bytes. It must equal the length of the array, and 0 for null:
+     * any other value aborts the process.
      */
     public long clientRandomLen;
     /** The random data of the server. */
     public byte[] pServerRandom;
     /**
-     * The length of {@link #pServerRandom} in bytes; must equal that of the array, otherwise the process is
-     * aborted.
+     * The length of {@link #pServerRandom} in bytes. It must equal the length of the array, and 0 for null:
+     * any other value aborts the process.
      */
     public long serverRandomLen;
 
-    /** Makes an empty part of a parameter. */
+    /** Creates a part of a parameter whose fields are to be set one by one. */
     public CK_SSL3_RANDOM_DATA() {
     }
 
     /**
-     * Makes a part of a parameter with the lengths that belong to its arrays.
+     * Creates a part of a parameter and sets each length to that of its array.
      *
      * @param pClientRandom the random data of the client
      * @param pServerRandom the random data of the server
@@ -39,9 +39,9 @@ public class CK_SSL3_RANDOM_DATA {
     }
 
     /**
-     * Tells all fields; of byte arrays only the length.
+     * Describes all fields; of byte arrays, which may be secret, only the length.
      *
-     * @return one line
+     * @return the description, on one line
      */
     @Override
     public String toString() {
