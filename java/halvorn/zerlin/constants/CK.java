@@ -1,11 +1,11 @@
-// Constants whose value depends on the width of the native CK_ULONG.
+// Constants whose value depends on the size of the native type CK_ULONG.
 package halvorn.zerlin.constants;
 
 import halvorn.zerlin.NativeLibrary;
 
 /**
- * The constants of the {@code CK_} prefix, asked of the native library, which the first use of this class
- * loads.
+ * The constants with the prefix {@code CK_}. Their values come from the native library, which the first use
+ * of this class loads.
  */
 public final class CK {
     static {
@@ -13,8 +13,8 @@ public final class CK {
     }
 
     /**
-     * {@code CK_UNAVAILABLE_INFORMATION}: the length of an attribute that cannot be read, and a count of
-     * {@link halvorn.zerlin.CK_TOKEN_INFO} that the token does not tell. 4294967295, never -1.
+     * {@code CK_UNAVAILABLE_INFORMATION}, 4294967295 and not -1: the length of an attribute that cannot be
+     * read, and a count in {@link halvorn.zerlin.CK_TOKEN_INFO} that the token does not report.
      */
     public static final long UNAVAILABLE_INFORMATION = GetConstantValue("UNAVAILABLE_INFORMATION");
 
@@ -22,13 +22,12 @@ public final class CK {
     }
 
     /**
-     * Looks a constant up by its name without the prefix. The only name known is
-     * {@code "UNAVAILABLE_INFORMATION"}.
+     * Returns the value of a constant. The only known name is {@code "UNAVAILABLE_INFORMATION"}.
      *
-     * @param name the name, case-sensitive, without {@code CK_}
+     * @param name the name without {@code CK_}, case-sensitive; must not be null
      * @return the value, 0 to 4294967295
      * @throws UnsupportedOperationException {@code "Constant ... not recognised"} for every other name
-     * @throws NullPointerException for null
+     * @throws NullPointerException if the name is null
      */
     public static native long GetConstantValue(String name);
 }

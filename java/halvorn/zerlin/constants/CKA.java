@@ -1,11 +1,16 @@
-// The constants of the prefix CKA_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKA_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Attribute types, for {@link CK_ATTRIBUTE_TYPE}.
+ * Attribute types. PKCS#11 v2.20, chapter 10, explains those of the standard; the documentation of the HSM
+ * explains those of the vendor.
  *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
+ * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
+ * another vendor, use the one with {@code _STD}.
+ *
+ * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
+ * one would not stay constant. Create a new {@link CK_ATTRIBUTE_TYPE} where a native needs one.
  */
 public final class CKA {
     /** {@code CKA_CLASS} */
@@ -127,7 +132,7 @@ public final class CKA {
     /** {@code CKA_HAS_RESET} */
     public static final long HAS_RESET = 0x302L;
 
-    // Standard, not in the name tables
+    // Of the standard; the natives of CTUtil do not know these names
     /** {@code CKA_CERTIFICATE_CATEGORY} */
     public static final long CERTIFICATE_CATEGORY = 0x87L;
     /** {@code CKA_JAVA_MIDP_SECURITY_DOMAIN} */
@@ -140,7 +145,7 @@ public final class CKA {
     public static final long HASH_OF_ISSUER_PUBLIC_KEY = 0x8BL;
     /** {@code CKA_NAME_HASH_ALGORITHM} */
     public static final long NAME_HASH_ALGORITHM = 0x8CL;
-    /** The standard's {@code CKA_CHECK_VALUE}. */
+    /** The standard's {@code CKA_CHECK_VALUE}; the vendor's is {@link #CHECK_VALUE}. */
     public static final long CHECK_VALUE_STD = 0x90L;
     /** {@code CKA_PUBLIC_KEY_INFO} */
     public static final long PUBLIC_KEY_INFO = 0x129L;
@@ -180,19 +185,22 @@ public final class CKA {
     public static final long DEFAULT_CMS_ATTRIBUTES = 0x502L;
     /** {@code CKA_SUPPORTED_CMS_ATTRIBUTES} */
     public static final long SUPPORTED_CMS_ATTRIBUTES = 0x503L;
-    /** An array of attributes. */
+    /** {@code CKA_WRAP_TEMPLATE}: an array of attributes, which no Java class has as its native form. */
     public static final long WRAP_TEMPLATE = 0x40000211L;
-    /** An array of attributes. */
+    /** {@code CKA_UNWRAP_TEMPLATE}: an array of attributes, which no Java class has as its native form. */
     public static final long UNWRAP_TEMPLATE = 0x40000212L;
-    /** An array of attributes. */
+    /** {@code CKA_DERIVE_TEMPLATE}: an array of attributes, which no Java class has as its native form. */
     public static final long DERIVE_TEMPLATE = 0x40000213L;
-    /** An array of mechanism types. */
+    /** {@code CKA_ALLOWED_MECHANISMS}: an array of mechanism types. */
     public static final long ALLOWED_MECHANISMS = 0x40000600L;
-    /** {@code CKA_VENDOR_DEFINED} */
+    /** {@code CKA_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
 
-    // Vendor
-    /** Matches any type in a look-up; in a template that is read, takes the type found. */
+    // Of the vendor
+    /**
+     * {@code CKA_WILDCARD}: stands for any type; in a template that is read, the attribute receives the
+     * type that was found.
+     */
     public static final long WILDCARD = 0xFFFFL;
     /** {@code CKA_EXPORTABLE} */
     public static final long EXPORTABLE = 0x80000129L;
@@ -210,7 +218,7 @@ public final class CKA {
     public static final long ADMIN_CERT = 0x80000201L;
     /** {@code CKA_TIME_STAMP} */
     public static final long TIME_STAMP = 0x80000102L;
-    /** Not the standard's value, which is {@link #CHECK_VALUE_STD}. */
+    /** The vendor's {@code CKA_CHECK_VALUE}; the standard's is {@link #CHECK_VALUE_STD}. */
     public static final long CHECK_VALUE = 0x80000103L;
     /** {@code CKA_MECHANISM_LIST} */
     public static final long MECHANISM_LIST = 0x80000104L;

@@ -1,20 +1,20 @@
-// The constants of the prefix CKC_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKC_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Certificate types, values of {@link CKA#CERTIFICATE_TYPE}, for {@link CK_CERTIFICATE_TYPE}.
+ * Certificate types, the values of {@link CKA#CERTIFICATE_TYPE}.
  *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
+ * one would not stay constant. Create a new {@link CK_CERTIFICATE_TYPE} where a native needs one.
  */
 public final class CKC {
-    /** {@code CKC_X_509} */
+    /** {@code CKC_X_509}: an X.509 public key certificate. */
     public static final long X_509 = 0x0L;
-    /** {@code CKC_X_509_ATTR_CERT} */
+    /** {@code CKC_X_509_ATTR_CERT}: an X.509 attribute certificate. */
     public static final long X_509_ATTR_CERT = 0x1L;
-    /** {@code CKC_WTLS} */
+    /** {@code CKC_WTLS}: a WTLS certificate. */
     public static final long WTLS = 0x2L;
-    /** {@code CKC_VENDOR_DEFINED} */
+    /** {@code CKC_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
 
     private CKC() {

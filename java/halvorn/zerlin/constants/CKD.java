@@ -1,14 +1,11 @@
-// The constants of the prefix CKD_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKD_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
  * Key derivation functions, for the {@code kdf} of ECDH and ECIES parameters.
- *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
  */
 public final class CKD {
-    /** The shared secret as it is. */
+    /** {@code CKD_NULL}: no function, the shared secret is used as it is. */
     public static final long NULL = 0x1L;
     /** {@code CKD_SHA1_KDF} */
     public static final long SHA1_KDF = 0x2L;

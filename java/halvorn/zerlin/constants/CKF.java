@@ -1,122 +1,135 @@
-// The constants of the prefix CKF_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKF_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Flags of slots, tokens, sessions, mechanisms and of initialisation.
- * One number means different things in different structures; the comments name them.
- *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * Flags: single bits. The comment of each flag says where it is used, because one bit has different meanings
+ * in different places.
  */
 public final class CKF {
     // CK_SLOT_INFO
-    /** {@code CKF_TOKEN_PRESENT} */
+    /** {@code CKF_TOKEN_PRESENT}, of a slot: it contains a token. */
     public static final long TOKEN_PRESENT = 0x1L;
-    /** {@code CKF_REMOVABLE_DEVICE} */
+    /** {@code CKF_REMOVABLE_DEVICE}, of a slot: its tokens can be removed. */
     public static final long REMOVABLE_DEVICE = 0x2L;
-    /** {@code CKF_HW_SLOT} */
+    /** {@code CKF_HW_SLOT}, of a slot: it is hardware, not software. */
     public static final long HW_SLOT = 0x4L;
 
     // CK_TOKEN_INFO
-    /** {@code CKF_RNG} */
+    /** {@code CKF_RNG}, of a token: it has a random number generator. */
     public static final long RNG = 0x1L;
-    /** {@code CKF_WRITE_PROTECTED} */
+    /** {@code CKF_WRITE_PROTECTED}, of a token: it is protected against writing. */
     public static final long WRITE_PROTECTED = 0x2L;
-    /** {@code CKF_LOGIN_REQUIRED} */
+    /** {@code CKF_LOGIN_REQUIRED}, of a token: some functions need a logged-in user. */
     public static final long LOGIN_REQUIRED = 0x4L;
-    /** {@code CKF_USER_PIN_INITIALIZED} */
+    /** {@code CKF_USER_PIN_INITIALIZED}, of a token: the PIN of the user is set. */
     public static final long USER_PIN_INITIALIZED = 0x8L;
-    /** {@code CKF_RESTORE_KEY_NOT_NEEDED} */
+    /** {@code CKF_RESTORE_KEY_NOT_NEEDED}, of a token: restoring a saved state never needs a key. */
     public static final long RESTORE_KEY_NOT_NEEDED = 0x20L;
-    /** {@code CKF_CLOCK_ON_TOKEN} */
+    /** {@code CKF_CLOCK_ON_TOKEN}, of a token: it has a clock. */
     public static final long CLOCK_ON_TOKEN = 0x40L;
-    /** {@code CKF_PROTECTED_AUTHENTICATION_PATH} */
+    /** {@code CKF_PROTECTED_AUTHENTICATION_PATH}, of a token: the PIN can be entered at the token itself. */
     public static final long PROTECTED_AUTHENTICATION_PATH = 0x100L;
-    /** {@code CKF_DUAL_CRYPTO_OPERATIONS} */
+    /**
+     * {@code CKF_DUAL_CRYPTO_OPERATIONS}, of a token: a session can do two cryptographic operations at once.
+     */
     public static final long DUAL_CRYPTO_OPERATIONS = 0x200L;
-    /** {@code CKF_TOKEN_INITIALIZED} */
+    /** {@code CKF_TOKEN_INITIALIZED}, of a token: it was initialised. */
     public static final long TOKEN_INITIALIZED = 0x400L;
-    /** {@code CKF_SECONDARY_AUTHENTICATION} */
+    /**
+     * {@code CKF_SECONDARY_AUTHENTICATION}, of a token: private keys can have a PIN of their own
+     * (deprecated).
+     */
     public static final long SECONDARY_AUTHENTICATION = 0x800L;
-    /** {@code CKF_USER_PIN_COUNT_LOW} */
+    /**
+     * {@code CKF_USER_PIN_COUNT_LOW}, of a token: a wrong PIN of the user was entered since the last login.
+     */
     public static final long USER_PIN_COUNT_LOW = 0x10000L;
-    /** {@code CKF_USER_PIN_FINAL_TRY} */
+    /** {@code CKF_USER_PIN_FINAL_TRY}, of a token: the next wrong PIN of the user locks it. */
     public static final long USER_PIN_FINAL_TRY = 0x20000L;
-    /** {@code CKF_USER_PIN_LOCKED} */
+    /** {@code CKF_USER_PIN_LOCKED}, of a token: the PIN of the user is locked. */
     public static final long USER_PIN_LOCKED = 0x40000L;
-    /** {@code CKF_USER_PIN_TO_BE_CHANGED} */
+    /** {@code CKF_USER_PIN_TO_BE_CHANGED}, of a token: the PIN of the user must be changed. */
     public static final long USER_PIN_TO_BE_CHANGED = 0x80000L;
-    /** {@code CKF_SO_PIN_COUNT_LOW} */
+    /**
+     * {@code CKF_SO_PIN_COUNT_LOW}, of a token: a wrong PIN of the security officer was entered since the
+     * last login.
+     */
     public static final long SO_PIN_COUNT_LOW = 0x100000L;
-    /** {@code CKF_SO_PIN_FINAL_TRY} */
+    /** {@code CKF_SO_PIN_FINAL_TRY}, of a token: the next wrong PIN of the security officer locks it. */
     public static final long SO_PIN_FINAL_TRY = 0x200000L;
-    /** {@code CKF_SO_PIN_LOCKED} */
+    /** {@code CKF_SO_PIN_LOCKED}, of a token: the PIN of the security officer is locked. */
     public static final long SO_PIN_LOCKED = 0x400000L;
-    /** {@code CKF_SO_PIN_TO_BE_CHANGED} */
+    /** {@code CKF_SO_PIN_TO_BE_CHANGED}, of a token: the PIN of the security officer must be changed. */
     public static final long SO_PIN_TO_BE_CHANGED = 0x800000L;
-    /** {@code CKF_ERROR_STATE} */
+    /** {@code CKF_ERROR_STATE}, of a token: a self-test failed, and the token does not work. */
     public static final long ERROR_STATE = 0x1000000L;
 
     // CK_SESSION_INFO and C_OpenSession
-    /** {@code CKF_RW_SESSION} */
+    /** {@code CKF_RW_SESSION}, of a session: it may write. */
     public static final long RW_SESSION = 0x2L;
-    /** Always set it. */
+    /** {@code CKF_SERIAL_SESSION}, of a session: must always be set when a session is opened. */
     public static final long SERIAL_SESSION = 0x4L;
 
     // CK_MECHANISM_INFO
-    /** {@code CKF_HW} */
+    /** {@code CKF_HW}, of a mechanism: a device performs it, not software. */
     public static final long HW = 0x1L;
-    /** {@code CKF_ENCRYPT} */
+    /** {@code CKF_ENCRYPT}, of a mechanism: it can encrypt. */
     public static final long ENCRYPT = 0x100L;
-    /** {@code CKF_DECRYPT} */
+    /** {@code CKF_DECRYPT}, of a mechanism: it can decrypt. */
     public static final long DECRYPT = 0x200L;
-    /** {@code CKF_DIGEST} */
+    /** {@code CKF_DIGEST}, of a mechanism: it can digest. */
     public static final long DIGEST = 0x400L;
-    /** {@code CKF_SIGN} */
+    /** {@code CKF_SIGN}, of a mechanism: it can sign. */
     public static final long SIGN = 0x800L;
-    /** {@code CKF_SIGN_RECOVER} */
+    /** {@code CKF_SIGN_RECOVER}, of a mechanism: it can sign so that the data can be recovered. */
     public static final long SIGN_RECOVER = 0x1000L;
-    /** {@code CKF_VERIFY} */
+    /** {@code CKF_VERIFY}, of a mechanism: it can verify. */
     public static final long VERIFY = 0x2000L;
-    /** {@code CKF_VERIFY_RECOVER} */
+    /** {@code CKF_VERIFY_RECOVER}, of a mechanism: it can verify and recover the data. */
     public static final long VERIFY_RECOVER = 0x4000L;
-    /** {@code CKF_GENERATE} */
+    /** {@code CKF_GENERATE}, of a mechanism: it can generate a key. */
     public static final long GENERATE = 0x8000L;
-    /** {@code CKF_GENERATE_KEY_PAIR} */
+    /** {@code CKF_GENERATE_KEY_PAIR}, of a mechanism: it can generate a key pair. */
     public static final long GENERATE_KEY_PAIR = 0x10000L;
-    /** {@code CKF_WRAP} */
+    /** {@code CKF_WRAP}, of a mechanism: it can wrap keys. */
     public static final long WRAP = 0x20000L;
-    /** {@code CKF_UNWRAP} */
+    /** {@code CKF_UNWRAP}, of a mechanism: it can unwrap keys. */
     public static final long UNWRAP = 0x40000L;
-    /** {@code CKF_DERIVE} */
+    /** {@code CKF_DERIVE}, of a mechanism: it can derive keys. */
     public static final long DERIVE = 0x80000L;
-    /** {@code CKF_EC_F_P} */
+    /** {@code CKF_EC_F_P}, of a mechanism: it works with elliptic curves over a prime field. */
     public static final long EC_F_P = 0x100000L;
-    /** {@code CKF_EC_F_2M} */
+    /** {@code CKF_EC_F_2M}, of a mechanism: it works with elliptic curves over a binary field. */
     public static final long EC_F_2M = 0x200000L;
-    /** {@code CKF_EC_ECPARAMETERS} */
+    /** {@code CKF_EC_ECPARAMETERS}, of a mechanism: its curve can be given by its parameters. */
     public static final long EC_ECPARAMETERS = 0x400000L;
-    /** {@code CKF_EC_NAMEDCURVE} */
+    /** {@code CKF_EC_NAMEDCURVE}, of a mechanism: its curve can be given by its name. */
     public static final long EC_NAMEDCURVE = 0x800000L;
-    /** {@code CKF_EC_UNCOMPRESS} */
+    /** {@code CKF_EC_UNCOMPRESS}, of a mechanism: it works with points in uncompressed form. */
     public static final long EC_UNCOMPRESS = 0x1000000L;
-    /** {@code CKF_EC_COMPRESS} */
+    /** {@code CKF_EC_COMPRESS}, of a mechanism: it works with points in compressed form. */
     public static final long EC_COMPRESS = 0x2000000L;
-    /** {@code CKF_EXTENSION} */
+    /** {@code CKF_EXTENSION}, of a mechanism: reserved for an extension of the flags. */
     public static final long EXTENSION = 0x80000000L;
 
     // Attribute types
-    /** {@code CKF_ARRAY_ATTRIBUTE} */
+    /**
+     * {@code CKF_ARRAY_ATTRIBUTE}, in an attribute type: the value is an array of attributes or of mechanism
+     * types.
+     */
     public static final long ARRAY_ATTRIBUTE = 0x40000000L;
 
     // CK_C_INITIALIZE_ARGS
-    /** {@code CKF_LIBRARY_CANT_CREATE_OS_THREADS} */
+    /** {@code CKF_LIBRARY_CANT_CREATE_OS_THREADS}, at initialisation: the library must not create threads. */
     public static final long LIBRARY_CANT_CREATE_OS_THREADS = 0x1L;
-    /** {@code CKF_OS_LOCKING_OK} */
+    /**
+     * {@code CKF_OS_LOCKING_OK}, at initialisation: the library may lock with the means of the operating
+     * system.
+     */
     public static final long OS_LOCKING_OK = 0x2L;
 
     // C_WaitForSlotEvent
-    /** {@code CKF_DONT_BLOCK} */
+    /** {@code CKF_DONT_BLOCK}, for {@code C_WaitForSlotEvent}: do not wait. */
     public static final long DONT_BLOCK = 0x1L;
 
     private CKF() {

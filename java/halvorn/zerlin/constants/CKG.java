@@ -1,11 +1,9 @@
-// The constants of the prefix CKG_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKG_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Mask generation functions, for the {@code mgf} of OAEP and PSS parameters.
- *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * Mask generation functions, for the {@code mgf} of OAEP and PSS parameters. Each name ends with the hash
+ * function that it uses.
  */
 public final class CKG {
     /** {@code CKG_MGF1_SHA1} */

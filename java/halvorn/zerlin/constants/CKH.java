@@ -1,20 +1,20 @@
-// The constants of the prefix CKH_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKH_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Hardware features, values of {@link CKA#HW_FEATURE_TYPE}, for {@link CK_HW_FEATURE_TYPE}.
+ * Hardware features, the values of {@link CKA#HW_FEATURE_TYPE}.
  *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
+ * one would not stay constant. Create a new {@link CK_HW_FEATURE_TYPE} where a native needs one.
  */
 public final class CKH {
-    /** {@code CKH_MONOTONIC_COUNTER} */
+    /** {@code CKH_MONOTONIC_COUNTER}: a counter that only counts up. */
     public static final long MONOTONIC_COUNTER = 0x1L;
-    /** {@code CKH_CLOCK} */
+    /** {@code CKH_CLOCK}: a clock. */
     public static final long CLOCK = 0x2L;
-    /** {@code CKH_USER_INTERFACE} */
+    /** {@code CKH_USER_INTERFACE}: a user interface, such as a display. */
     public static final long USER_INTERFACE = 0x3L;
-    /** {@code CKH_VENDOR_DEFINED} */
+    /** {@code CKH_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
 
     private CKH() {

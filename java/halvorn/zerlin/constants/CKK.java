@@ -1,11 +1,16 @@
-// The constants of the prefix CKK_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKK_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Key types, values of {@link CKA#KEY_TYPE}, for {@link CK_KEY_TYPE}.
+ * Key types, the values of {@link CKA#KEY_TYPE}. PKCS#11 v2.20, chapter 12, explains those of the standard;
+ * the documentation of the HSM explains those of the vendor.
  *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
+ * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
+ * another vendor, use the one with {@code _STD}.
+ *
+ * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
+ * one would not stay constant. Create a new {@link CK_KEY_TYPE} where a native needs one.
  */
 public final class CKK {
     /** {@code CKK_RSA} */
@@ -51,7 +56,7 @@ public final class CKK {
     /** {@code CKK_ARIA} */
     public static final long ARIA = 0x26L;
 
-    // Standard, not in the name tables
+    // Of the standard; the natives of CTUtil do not know these names
     /** {@code CKK_X9_42_DH} */
     public static final long X9_42_DH = 0x4L;
     /** {@code CKK_KEA} */
@@ -86,17 +91,17 @@ public final class CKK {
     public static final long SHA512_HMAC = 0x2DL;
     /** {@code CKK_SHA224_HMAC} */
     public static final long SHA224_HMAC = 0x2EL;
-    /** The standard's {@code CKK_SEED}. */
+    /** The standard's {@code CKK_SEED}; the vendor's is {@link #SEED}. */
     public static final long SEED_STD = 0x2FL;
-    /** {@code CKK_VENDOR_DEFINED} */
+    /** {@code CKK_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
 
-    // Vendor
+    // Of the vendor
     /** {@code CKK_RSA_DISCRETE} */
     public static final long RSA_DISCRETE = 0x80000201L;
     /** {@code CKK_DSA_DISCRETE} */
     public static final long DSA_DISCRETE = 0x80000202L;
-    /** Not the standard's value, which is {@link #SEED_STD}. */
+    /** The vendor's {@code CKK_SEED}; the standard's is {@link #SEED_STD}. */
     public static final long SEED = 0x80000203L;
 
     private CKK() {

@@ -1,13 +1,16 @@
-// The constants of the prefix CKM_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKM_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Mechanisms, for {@link CK_MECHANISM_TYPE}.
- * Where the HSM uses a name of the standard for a value of its own, the standard's value has
- * the name with {@code _STD}.
+ * Mechanism types. PKCS#11 v2.20, chapter 12, explains those of the standard; the documentation of the HSM
+ * explains those of the vendor.
  *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
+ * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
+ * another vendor, use the one with {@code _STD}.
+ *
+ * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
+ * one would not stay constant. Create a new {@link CK_MECHANISM_TYPE} where a native needs one.
  */
 public final class CKM {
     /** {@code CKM_RSA_PKCS_KEY_PAIR_GEN} */
@@ -344,13 +347,13 @@ public final class CKM {
     public static final long AES_CMAC = 0x108AL;
     /** {@code CKM_AES_MAC_GENERAL} */
     public static final long AES_MAC_GENERAL = 0x1084L;
-    /** Not the standard's value, which is {@link #AES_CMAC_GENERAL_STD}. */
+    /** The vendor's {@code CKM_AES_CMAC_GENERAL}; the standard's is {@link #AES_CMAC_GENERAL_STD}. */
     public static final long AES_CMAC_GENERAL = 0x1089L;
     /** {@code CKM_AES_CBC_PAD} */
     public static final long AES_CBC_PAD = 0x1085L;
-    /** Not the standard's value, which is {@link #AES_KEY_WRAP_PAD_STD}. */
+    /** The vendor's {@code CKM_AES_KEY_WRAP_PAD}; the standard's is {@link #AES_KEY_WRAP_PAD_STD}. */
     public static final long AES_KEY_WRAP_PAD = 0x1091L;
-    /** Not the standard's value, which is {@link #AES_KEY_WRAP_STD}. */
+    /** The vendor's {@code CKM_AES_KEY_WRAP}; the standard's is {@link #AES_KEY_WRAP_STD}. */
     public static final long AES_KEY_WRAP = 0x1090L;
     /** {@code CKM_ARIA_KEY_GEN} */
     public static final long ARIA_KEY_GEN = 0x560L;
@@ -364,13 +367,13 @@ public final class CKM {
     public static final long ARIA_MAC_GENERAL = 0x564L;
     /** {@code CKM_ARIA_CBC_PAD} */
     public static final long ARIA_CBC_PAD = 0x565L;
-    /** Not the standard's value, which is {@link #ECDH1_DERIVE_STD}. */
+    /** The vendor's {@code CKM_ECDH1_DERIVE}; the standard's is {@link #ECDH1_DERIVE_STD}. */
     public static final long ECDH1_DERIVE = 0x1043L;
 
-    // Standard, not in the name tables
-    /** The standard's {@code CKM_DSA_SHA224}. */
+    // Of the standard; the natives of CTUtil do not know these names
+    /** The standard's {@code CKM_DSA_SHA224}; the vendor's is {@link #DSA_SHA224}. */
     public static final long DSA_SHA224_STD = 0x13L;
-    /** The standard's {@code CKM_DSA_SHA256}. */
+    /** The standard's {@code CKM_DSA_SHA256}; the vendor's is {@link #DSA_SHA256}. */
     public static final long DSA_SHA256_STD = 0x14L;
     /** {@code CKM_DSA_SHA384} */
     public static final long DSA_SHA384 = 0x15L;
@@ -400,7 +403,7 @@ public final class CKM {
     public static final long SHA512_T_HMAC_GENERAL = 0x52L;
     /** {@code CKM_SHA512_T_KEY_DERIVATION} */
     public static final long SHA512_T_KEY_DERIVATION = 0x53L;
-    /** The standard's {@code CKM_DES_OFB64}. */
+    /** The standard's {@code CKM_DES_OFB64}; the vendor's is {@link #DES_OFB64}. */
     public static final long DES_OFB64_STD = 0x150L;
     /** {@code CKM_DES_OFB8} */
     public static final long DES_OFB8 = 0x151L;
@@ -480,17 +483,17 @@ public final class CKM {
     public static final long ARIA_ECB_ENCRYPT_DATA = 0x566L;
     /** {@code CKM_ARIA_CBC_ENCRYPT_DATA} */
     public static final long ARIA_CBC_ENCRYPT_DATA = 0x567L;
-    /** The standard's {@code CKM_SEED_KEY_GEN}. */
+    /** The standard's {@code CKM_SEED_KEY_GEN}; the vendor's is {@link #SEED_KEY_GEN}. */
     public static final long SEED_KEY_GEN_STD = 0x650L;
-    /** The standard's {@code CKM_SEED_ECB}. */
+    /** The standard's {@code CKM_SEED_ECB}; the vendor's is {@link #SEED_ECB}. */
     public static final long SEED_ECB_STD = 0x651L;
-    /** The standard's {@code CKM_SEED_CBC}. */
+    /** The standard's {@code CKM_SEED_CBC}; the vendor's is {@link #SEED_CBC}. */
     public static final long SEED_CBC_STD = 0x652L;
-    /** The standard's {@code CKM_SEED_MAC}. */
+    /** The standard's {@code CKM_SEED_MAC}; the vendor's is {@link #SEED_MAC}. */
     public static final long SEED_MAC_STD = 0x653L;
-    /** The standard's {@code CKM_SEED_MAC_GENERAL}. */
+    /** The standard's {@code CKM_SEED_MAC_GENERAL}; the vendor's is {@link #SEED_MAC_GENERAL}. */
     public static final long SEED_MAC_GENERAL_STD = 0x654L;
-    /** The standard's {@code CKM_SEED_CBC_PAD}. */
+    /** The standard's {@code CKM_SEED_CBC_PAD}; the vendor's is {@link #SEED_CBC_PAD}. */
     public static final long SEED_CBC_PAD_STD = 0x655L;
     /** {@code CKM_SEED_ECB_ENCRYPT_DATA} */
     public static final long SEED_ECB_ENCRYPT_DATA = 0x656L;
@@ -538,15 +541,15 @@ public final class CKM {
     public static final long BATON_SHUFFLE = 0x1035L;
     /** {@code CKM_BATON_WRAP} */
     public static final long BATON_WRAP = 0x1036L;
-    /** The standard's {@code CKM_ECDSA_SHA224}. */
+    /** The standard's {@code CKM_ECDSA_SHA224}; the vendor's is {@link #ECDSA_SHA224}. */
     public static final long ECDSA_SHA224_STD = 0x1043L;
-    /** The standard's {@code CKM_ECDSA_SHA256}. */
+    /** The standard's {@code CKM_ECDSA_SHA256}; the vendor's is {@link #ECDSA_SHA256}. */
     public static final long ECDSA_SHA256_STD = 0x1044L;
-    /** The standard's {@code CKM_ECDSA_SHA384}. */
+    /** The standard's {@code CKM_ECDSA_SHA384}; the vendor's is {@link #ECDSA_SHA384}. */
     public static final long ECDSA_SHA384_STD = 0x1045L;
-    /** The standard's {@code CKM_ECDSA_SHA512}. */
+    /** The standard's {@code CKM_ECDSA_SHA512}; the vendor's is {@link #ECDSA_SHA512}. */
     public static final long ECDSA_SHA512_STD = 0x1046L;
-    /** The standard's {@code CKM_ECDH1_DERIVE}. */
+    /** The standard's {@code CKM_ECDH1_DERIVE}; the vendor's is {@link #ECDH1_DERIVE}. */
     public static final long ECDH1_DERIVE_STD = 0x1050L;
     /** {@code CKM_ECDH1_COFACTOR_DERIVE} */
     public static final long ECDH1_COFACTOR_DERIVE = 0x1051L;
@@ -574,7 +577,7 @@ public final class CKM {
     public static final long AES_CCM = 0x1088L;
     /** {@code CKM_AES_CTS} */
     public static final long AES_CTS = 0x1089L;
-    /** The standard's {@code CKM_AES_CMAC_GENERAL}. */
+    /** The standard's {@code CKM_AES_CMAC_GENERAL}; the vendor's is {@link #AES_CMAC_GENERAL}. */
     public static final long AES_CMAC_GENERAL_STD = 0x108BL;
     /** {@code CKM_AES_XCBC_MAC} */
     public static final long AES_XCBC_MAC = 0x108CL;
@@ -616,25 +619,25 @@ public final class CKM {
     public static final long AES_CFB128 = 0x2107L;
     /** {@code CKM_AES_CFB1} */
     public static final long AES_CFB1 = 0x2108L;
-    /** The standard's {@code CKM_AES_KEY_WRAP}. */
+    /** The standard's {@code CKM_AES_KEY_WRAP}; the vendor's is {@link #AES_KEY_WRAP}. */
     public static final long AES_KEY_WRAP_STD = 0x2109L;
-    /** The standard's {@code CKM_AES_KEY_WRAP_PAD}. */
+    /** The standard's {@code CKM_AES_KEY_WRAP_PAD}; the vendor's is {@link #AES_KEY_WRAP_PAD}. */
     public static final long AES_KEY_WRAP_PAD_STD = 0x210AL;
     /** {@code CKM_RSA_PKCS_TPM_1_1} */
     public static final long RSA_PKCS_TPM_1_1 = 0x4001L;
     /** {@code CKM_RSA_PKCS_OAEP_TPM_1_1} */
     public static final long RSA_PKCS_OAEP_TPM_1_1 = 0x4002L;
-    /** {@code CKM_VENDOR_DEFINED} */
+    /** {@code CKM_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
 
-    // Vendor
-    /** Not the standard's value, which is {@link #DSA_SHA224_STD}. */
+    // Of the vendor
+    /** The vendor's {@code CKM_DSA_SHA224}; the standard's is {@link #DSA_SHA224_STD}. */
     public static final long DSA_SHA224 = 0x80000032L;
     /** {@code CKM_DSA_SHA1_PKCS} */
     public static final long DSA_SHA1_PKCS = 0x80000013L;
     /** {@code CKM_DSA_SHA224_PKCS} */
     public static final long DSA_SHA224_PKCS = 0x80000033L;
-    /** Not the standard's value, which is {@link #DSA_SHA256_STD}. */
+    /** The vendor's {@code CKM_DSA_SHA256}; the standard's is {@link #DSA_SHA256_STD}. */
     public static final long DSA_SHA256 = 0x80000034L;
     /** {@code CKM_DSA_SHA256_PKCS} */
     public static final long DSA_SHA256_PKCS = 0x80000035L;
@@ -718,7 +721,7 @@ public final class CKM {
     public static final long KEY_TRANSLATION = 0x8000001BL;
     /** {@code CKM_OS_UPGRADE} */
     public static final long OS_UPGRADE = 0x80000990L;
-    /** Not the standard's value, which is {@link #DES_OFB64_STD}. */
+    /** The vendor's {@code CKM_DES_OFB64}; the standard's is {@link #DES_OFB64_STD}. */
     public static final long DES_OFB64 = 0x80000940L;
     /** {@code CKM_DES3_OFB64} */
     public static final long DES3_OFB64 = 0x80000941L;
@@ -748,19 +751,19 @@ public final class CKM {
     public static final long VISA_CVV = 0x800009B0L;
     /** {@code CKM_ZKA_MDC_2_KEY_DERIVATION} */
     public static final long ZKA_MDC_2_KEY_DERIVATION = 0x800009C0L;
-    /** Not the standard's value, which is {@link #SEED_KEY_GEN_STD}. */
+    /** The vendor's {@code CKM_SEED_KEY_GEN}; the standard's is {@link #SEED_KEY_GEN_STD}. */
     public static final long SEED_KEY_GEN = 0x800009D0L;
-    /** Not the standard's value, which is {@link #SEED_ECB_STD}. */
+    /** The vendor's {@code CKM_SEED_ECB}; the standard's is {@link #SEED_ECB_STD}. */
     public static final long SEED_ECB = 0x800009D1L;
-    /** Not the standard's value, which is {@link #SEED_CBC_STD}. */
+    /** The vendor's {@code CKM_SEED_CBC}; the standard's is {@link #SEED_CBC_STD}. */
     public static final long SEED_CBC = 0x800009D2L;
-    /** Not the standard's value, which is {@link #SEED_MAC_STD}. */
+    /** The vendor's {@code CKM_SEED_MAC}; the standard's is {@link #SEED_MAC_STD}. */
     public static final long SEED_MAC = 0x800009D3L;
-    /** Not the standard's value, which is {@link #SEED_MAC_GENERAL_STD}. */
+    /** The vendor's {@code CKM_SEED_MAC_GENERAL}; the standard's is {@link #SEED_MAC_GENERAL_STD}. */
     public static final long SEED_MAC_GENERAL = 0x800009D4L;
     /** {@code CKM_SEED_ECB_PAD} */
     public static final long SEED_ECB_PAD = 0x800009D5L;
-    /** Not the standard's value, which is {@link #SEED_CBC_PAD_STD}. */
+    /** The vendor's {@code CKM_SEED_CBC_PAD}; the standard's is {@link #SEED_CBC_PAD_STD}. */
     public static final long SEED_CBC_PAD = 0x800009D6L;
     /** {@code CKM_REPLICATE_TOKEN_RSA_AES} */
     public static final long REPLICATE_TOKEN_RSA_AES = 0x800009E0L;
@@ -776,13 +779,13 @@ public final class CKM {
     public static final long ECIES = 0x80000A00L;
     /** {@code CKM_SET_ATTRIBUTES} */
     public static final long SET_ATTRIBUTES = 0x80000A10L;
-    /** Not the standard's value, which is {@link #ECDSA_SHA224_STD}. */
+    /** The vendor's {@code CKM_ECDSA_SHA224}; the standard's is {@link #ECDSA_SHA224_STD}. */
     public static final long ECDSA_SHA224 = 0x80000122L;
-    /** Not the standard's value, which is {@link #ECDSA_SHA256_STD}. */
+    /** The vendor's {@code CKM_ECDSA_SHA256}; the standard's is {@link #ECDSA_SHA256_STD}. */
     public static final long ECDSA_SHA256 = 0x80000123L;
-    /** Not the standard's value, which is {@link #ECDSA_SHA384_STD}. */
+    /** The vendor's {@code CKM_ECDSA_SHA384}; the standard's is {@link #ECDSA_SHA384_STD}. */
     public static final long ECDSA_SHA384 = 0x80000124L;
-    /** Not the standard's value, which is {@link #ECDSA_SHA512_STD}. */
+    /** The vendor's {@code CKM_ECDSA_SHA512}; the standard's is {@link #ECDSA_SHA512_STD}. */
     public static final long ECDSA_SHA512 = 0x80000125L;
 
     private CKM() {

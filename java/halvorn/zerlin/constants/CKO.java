@@ -1,40 +1,40 @@
-// The constants of the prefix CKO_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKO_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Object classes, values of {@link CKA#CLASS}, for {@link CK_OBJECT_CLASS}.
+ * Object classes, the values of {@link CKA#CLASS}.
  *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
+ * one would not stay constant. Create a new {@link CK_OBJECT_CLASS} where a native needs one.
  */
 public final class CKO {
-    /** {@code CKO_DATA} */
+    /** {@code CKO_DATA}: data of an application. */
     public static final long DATA = 0x0L;
-    /** {@code CKO_CERTIFICATE} */
+    /** {@code CKO_CERTIFICATE}: a certificate. */
     public static final long CERTIFICATE = 0x1L;
-    /** {@code CKO_PUBLIC_KEY} */
+    /** {@code CKO_PUBLIC_KEY}: a public key. */
     public static final long PUBLIC_KEY = 0x2L;
-    /** {@code CKO_PRIVATE_KEY} */
+    /** {@code CKO_PRIVATE_KEY}: a private key. */
     public static final long PRIVATE_KEY = 0x3L;
-    /** {@code CKO_SECRET_KEY} */
+    /** {@code CKO_SECRET_KEY}: a secret key. */
     public static final long SECRET_KEY = 0x4L;
-    /** {@code CKO_HW_FEATURE} */
+    /** {@code CKO_HW_FEATURE}: a feature of the token's hardware. */
     public static final long HW_FEATURE = 0x5L;
-    /** {@code CKO_DOMAIN_PARAMETERS} */
+    /** {@code CKO_DOMAIN_PARAMETERS}: the domain parameters of keys. */
     public static final long DOMAIN_PARAMETERS = 0x6L;
 
-    // Standard, not in the name tables
-    /** {@code CKO_MECHANISM} */
+    // Of the standard; the natives of CTUtil do not know these names
+    /** {@code CKO_MECHANISM}: a mechanism. */
     public static final long MECHANISM = 0x7L;
-    /** {@code CKO_OTP_KEY} */
+    /** {@code CKO_OTP_KEY}: a key for one-time passwords. */
     public static final long OTP_KEY = 0x8L;
-    /** {@code CKO_VENDOR_DEFINED} */
+    /** {@code CKO_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
 
-    // Vendor
-    /** {@code CKO_CERTIFICATE_REQUEST} */
+    // Of the vendor
+    /** {@code CKO_CERTIFICATE_REQUEST}: a request for a certificate. */
     public static final long CERTIFICATE_REQUEST = 0x80000201L;
-    /** {@code CKO_CRL} */
+    /** {@code CKO_CRL}: a list of revoked certificates. */
     public static final long CRL = 0x80000202L;
     /** {@code CKO_ADAPTER} */
     public static final long ADAPTER = 0x8000020AL;

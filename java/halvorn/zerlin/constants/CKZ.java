@@ -1,16 +1,16 @@
-// The constants of the prefix CKZ_, name for name and in the order of cryptoki.h.
+// The constants with the prefix CKZ_, with the names and in the order of cryptoki.h.
 package halvorn.zerlin.constants;
 
 /**
- * Sources of the OAEP encoding parameter, for {@link CK_RSA_PKCS_OAEP_SOURCE_TYPE}.
+ * Sources of the OAEP encoding parameter.
  *
- * <p>Plain longs, because the typed holder objects are mutable: the library writes into them, so one instance
- * must never stand for a constant. Make a fresh holder with the value where one is needed.
+ * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
+ * one would not stay constant. Create a new {@link CK_RSA_PKCS_OAEP_SOURCE_TYPE} where a native needs one.
  */
 public final class CKZ {
-    /** {@code CKZ_DATA_SPECIFIED} */
+    /** {@code CKZ_DATA_SPECIFIED}: the encoding parameter is in the parameter of the mechanism. */
     public static final long DATA_SPECIFIED = 0x1L;
-    /** For PKCS#5 PBKD2. */
+    /** {@code CKZ_SALT_SPECIFIED}: for PKCS#5 PBKDF2: the salt is in the parameter of the mechanism. */
     public static final long SALT_SPECIFIED = 0x1L;
 
     private CKZ() {

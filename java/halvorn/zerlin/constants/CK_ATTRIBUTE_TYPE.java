@@ -2,16 +2,16 @@
 package halvorn.zerlin.constants;
 
 /**
- * An attribute type, one of {@link CKA}. In a template that is read, the type 65535 stands for any type: it
- * takes on the type that the library answers with.
+ * An attribute type, one of {@link CKA}. In a template that is read, the type 65535, {@link CKA#WILDCARD},
+ * stands for any type: it receives the type that was found.
  */
 public class CK_ATTRIBUTE_TYPE extends TypedValue {
-    /** Makes a holder of 0, {@code CKA_CLASS}. */
+    /** Creates a holder of 0, {@code CKA_CLASS}. */
     public CK_ATTRIBUTE_TYPE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKA}
      */

@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * A certificate type, one of {@link CKC}.
  */
 public class CK_CERTIFICATE_TYPE extends TypedValue {
-    /** Makes a holder of 0, {@code CKC_X_509}. */
+    /** Creates a holder of 0, {@code CKC_X_509}. */
     public CK_CERTIFICATE_TYPE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKC}
      */

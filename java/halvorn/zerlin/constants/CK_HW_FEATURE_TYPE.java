@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * A hardware feature type, one of {@link CKH}.
  */
 public class CK_HW_FEATURE_TYPE extends TypedValue {
-    /** Makes a holder of 0. */
+    /** Creates a holder of 0. */
     public CK_HW_FEATURE_TYPE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKH}
      */

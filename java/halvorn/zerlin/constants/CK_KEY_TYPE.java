@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * A key type, one of {@link CKK}.
  */
 public class CK_KEY_TYPE extends TypedValue {
-    /** Makes a holder of 0, {@code CKK_RSA}. */
+    /** Creates a holder of 0, {@code CKK_RSA}. */
     public CK_KEY_TYPE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKK}
      */

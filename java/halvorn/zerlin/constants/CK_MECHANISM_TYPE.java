@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * A mechanism type, one of {@link CKM}.
  */
 public class CK_MECHANISM_TYPE extends TypedValue {
-    /** Makes a holder of 0, {@code CKM_RSA_PKCS_KEY_PAIR_GEN}. */
+    /** Creates a holder of 0, {@code CKM_RSA_PKCS_KEY_PAIR_GEN}. */
     public CK_MECHANISM_TYPE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKM}
      */
@@ -19,11 +19,11 @@ public class CK_MECHANISM_TYPE extends TypedValue {
     }
 
     /**
-     * Makes an array for {@link halvorn.zerlin.Cryptoki#C_GetMechanismList C_GetMechanismList} or for the
-     * value of an attribute: the natives write into the elements and make none.
+     * Creates an array for {@link halvorn.zerlin.Cryptoki#C_GetMechanismList C_GetMechanismList} or for the
+     * value of an attribute. The natives write into the elements and create none.
      *
      * @param n the number of elements
-     * @return a new array filled with new objects
+     * @return a new array, filled with new objects
      */
     public static CK_MECHANISM_TYPE[] array(int n) {
         CK_MECHANISM_TYPE[] types = new CK_MECHANISM_TYPE[n];

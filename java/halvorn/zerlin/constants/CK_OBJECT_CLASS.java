@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * An object class, one of {@link CKO}.
  */
 public class CK_OBJECT_CLASS extends TypedValue {
-    /** Makes a holder of 0, {@code CKO_DATA}. */
+    /** Creates a holder of 0, {@code CKO_DATA}. */
     public CK_OBJECT_CLASS() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKO}
      */

@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * The source of the encoding parameter of RSA OAEP, one of {@link CKZ}.
  */
 public class CK_RSA_PKCS_OAEP_SOURCE_TYPE extends TypedValue {
-    /** Makes a holder of 0. */
+    /** Creates a holder of 0. */
     public CK_RSA_PKCS_OAEP_SOURCE_TYPE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKZ}
      */

@@ -1,25 +1,23 @@
-// The typed holder of a PKCS#11 return value, with the checks that callers make on it.
+// The typed holder of a PKCS#11 return value, with methods that check it.
 package halvorn.zerlin.constants;
 
 import halvorn.zerlin.CryptokiException;
 
 /**
  * A PKCS#11 return value, one of {@link CKR}: the result of every native of {@link halvorn.zerlin.Cryptoki}.
- *
- * <p>A native returns a new object each time. It returns null only while a Java exception is pending, so a
- * caller never sees that null.
+ * A native returns a new object each time, and never null.
  *
  * <pre>{@code
  * Cryptoki.C_Login(session, new CK_USER_TYPE(CKU.USER), pin, pin.length).orThrow(CKR.USER_ALREADY_LOGGED_IN);
  * }</pre>
  */
 public class CK_RV extends TypedValue {
-    /** Makes a holder of 0, {@code CKR_OK}. */
+    /** Creates a holder of 0, {@code CKR_OK}. */
     public CK_RV() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKR}
      */
@@ -28,7 +26,7 @@ public class CK_RV extends TypedValue {
     }
 
     /**
-     * Tells success.
+     * Returns whether the call succeeded.
      *
      * @return true for {@code CKR_OK}
      */
@@ -37,20 +35,20 @@ public class CK_RV extends TypedValue {
     }
 
     /**
-     * Compares with a plain constant.
+     * Compares this return value with a constant.
      *
      * @param value a value of {@link CKR}
-     * @return true when this return value is that one
+     * @return true if this return value has that value
      */
     public boolean is(long value) {
         return m_value == value;
     }
 
     /**
-     * Turns a failure into an exception.
+     * Throws an exception if the call failed.
      *
-     * @return this object, when it is {@code CKR_OK}
-     * @throws CryptokiException for every other value
+     * @return this object, if it is {@code CKR_OK}
+     * @throws CryptokiException if this object has any other value
      */
     public CK_RV orThrow() {
         if (!isOk()) {
@@ -60,11 +58,11 @@ public class CK_RV extends TypedValue {
     }
 
     /**
-     * Turns a failure that the caller does not expect into an exception.
+     * Throws an exception if the call failed in a way that the caller does not accept.
      *
-     * @param accepted values of {@link CKR} that are no failure here, beside {@code CKR_OK}
-     * @return this object, when it is {@code CKR_OK} or an accepted value
-     * @throws CryptokiException for every other value
+     * @param accepted values of {@link CKR} that the caller accepts besides {@code CKR_OK}; must not be null
+     * @return this object, if it is {@code CKR_OK} or an accepted value
+     * @throws CryptokiException if this object has any other value
      */
     public CK_RV orThrow(long... accepted) {
         for (long value : accepted) {

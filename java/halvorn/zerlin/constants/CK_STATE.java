@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * A session state, one of {@link CKS}.
  */
 public class CK_STATE extends TypedValue {
-    /** Makes a holder of 0, {@code CKS_RO_PUBLIC_SESSION}. */
+    /** Creates a holder of 0, {@code CKS_RO_PUBLIC_SESSION}. */
     public CK_STATE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKS}
      */

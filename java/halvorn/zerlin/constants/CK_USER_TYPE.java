@@ -5,12 +5,12 @@ package halvorn.zerlin.constants;
  * A user type, one of {@link CKU}, for {@link halvorn.zerlin.Cryptoki#C_Login C_Login}.
  */
 public class CK_USER_TYPE extends TypedValue {
-    /** Makes a holder of 0, {@code CKU_SO}. */
+    /** Creates a holder of 0, {@code CKU_SO}. */
     public CK_USER_TYPE() {
     }
 
     /**
-     * Makes a holder of a value.
+     * Creates a holder of a value.
      *
      * @param value a value of {@link CKU}
      */

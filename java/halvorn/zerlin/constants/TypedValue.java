@@ -1,4 +1,4 @@
-// The common part of the typed constant classes: one PKCS#11 value that knows its own name.
+// What the typed constant classes have in common: a PKCS#11 value that knows its own name.
 package halvorn.zerlin.constants;
 
 import java.lang.reflect.Field;
@@ -8,19 +8,19 @@ import java.util.Map;
 import java.util.concurrent.ConcurrentHashMap;
 
 /**
- * A mutable holder of one PKCS#11 value of a given kind: a return value, a mechanism type, a key type and so
- * on. The plain constants are {@code long}s ({@link CKM}, {@link CKA}, ...); an object of a subclass carries
- * one to a native method or back.
+ * A mutable holder of one PKCS#11 value of a certain kind: a return value, a mechanism type, a key type and
+ * so on. The plain constants are {@code long}s ({@link CKM}, {@link CKA}, ...). An object of a subclass
+ * passes one of them to a native or back.
  *
- * <p>The natives write into the objects that they are given. Make a new object for each use, never share one
- * as a constant, and do not keep it as a key of a hash map while a native may still change it.
+ * <p>The natives write into the objects that they are given. So create a new object for each use, do not
+ * share one as a constant, and do not use it as a key of a hash map while a native may still change it.
  *
- * <p>Values are unsigned 32-bit numbers: 0 to 4294967295, vendor values included.
+ * <p>Values are unsigned 32-bit numbers, 0 to 4294967295, including those of a vendor.
  */
 public abstract class TypedValue {
     private static final Map<Class<?>, Map<Long, String>> NAMES = new ConcurrentHashMap<>();
 
-    /** The value. Only the low 32 bits reach the Cryptoki library. */
+    /** The value. Only the low 32 bits reach the library. */
     public long m_value;
 
     TypedValue() {
@@ -30,11 +30,11 @@ public abstract class TypedValue {
         m_value = value;
     }
 
-    // A method and not a field: the library makes these objects without running a constructor.
+    // A method, not a field: the natives create these objects without running a constructor.
     abstract Class<?> constants();
 
     /**
-     * Tells the value.
+     * Returns the value.
      *
      * @return the value
      */
@@ -43,7 +43,8 @@ public abstract class TypedValue {
     }
 
     /**
-     * Changes the value. The native side calls this method, so an overriding method must keep its effect.
+     * Changes the value. The natives call this method, so a method that overrides it must change the value
+     * too.
      *
      * @param value the new value
      */
@@ -55,7 +56,7 @@ public abstract class TypedValue {
      * Compares kind and value.
      *
      * @param other the object to compare with
-     * @return true when the other object has the same class and the same value
+     * @return true if the other object has the same class and the same value
      */
     @Override
     public boolean equals(Object other) {
@@ -63,7 +64,7 @@ public abstract class TypedValue {
     }
 
     /**
-     * The hash code that belongs to {@link #equals}.
+     * Returns the hash code that belongs to {@link #equals}.
      *
      * @return the hash code of the value
      */
@@ -93,7 +94,7 @@ public abstract class TypedValue {
                 try {
                     names.putIfAbsent(field.getLong(null), constants.getSimpleName() + "_" + field.getName());
                 } catch (IllegalAccessException e) {
-                    // A field that cannot be read only loses its name.
+                    // A value whose field cannot be read only has no name.
                 }
             }
         }

@@ -1,8 +1,8 @@
 /**
- * The PKCS#11 constants. Plain {@code long} constants live in the classes named by their PKCS#11 prefix
- * ({@link halvorn.zerlin.constants.CKA CKA}, {@link halvorn.zerlin.constants.CKM CKM},
+ * The PKCS#11 constants. The plain constants are {@code long}s in the classes that have the name of their
+ * PKCS#11 prefix ({@link halvorn.zerlin.constants.CKA CKA}, {@link halvorn.zerlin.constants.CKM CKM},
  * {@link halvorn.zerlin.constants.CKR CKR}, ...), without that prefix: {@code CKM_AES_CBC} is
  * {@code CKM.AES_CBC}. The classes whose names begin with {@code CK_} are mutable holders of one such value,
- * for the natives to read and write; see {@link halvorn.zerlin.constants.TypedValue}.
+ * which the natives read and write; see {@link halvorn.zerlin.constants.TypedValue}.
  */
 package halvorn.zerlin.constants;
