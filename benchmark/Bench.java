@@ -1,5 +1,5 @@
 // Zerlin beside the PKCS#11 binding inside the JDK: the same operations in one JVM, in one run, over one
-// Cryptoki library that does nothing, so that what is compared is the bindings alone.
+// Cryptoki library that does nothing, so that only the bindings are compared.
 //
 // Arguments: the file of that library, the nanoseconds that SoftTokenCipher printed (or nothing), and --quick.
 
@@ -28,7 +28,7 @@ final class Bench {
     private final Binding jdk;
     private final List<List<Timing>> rows = new ArrayList<>();
 
-    // A pair is Zerlin's timing and the JDK's; a third, where there is one, is the floor.
+    // Each list holds Zerlin's timing, the JDK's, and for some rows the floor.
     private final Map<Operation, List<Timing>> operations = new EnumMap<>(Operation.class);
     private final Map<Integer, List<Timing>> payloads = new TreeMap<>();
     private final Map<Integer, List<Timing>> templatesSet = new TreeMap<>();
@@ -83,7 +83,7 @@ final class Bench {
         System.out.printf("%nTargets met: %d of %d.%n", bench.met, bench.targets);
     }
 
-    // Both bindings must stand on the same library, or the comparison means nothing.
+    // Both bindings must use the same library, or the comparison means nothing.
     private static void requireOnly(String library) throws Exception {
         List<String> loaded = Files.readAllLines(Path.of("/proc/self/maps")).stream()
                 .filter(line -> line.endsWith("/libcryptoki.so"))
@@ -195,7 +195,7 @@ final class Bench {
         }
         TwoThreads.run(measured.values().stream().flatMap(List::stream).toList(), effort);
 
-        title("How much more two threads get done than one", "Zerlin", "JDK", "", "target");
+        title("Throughput of two threads over that of one", "Zerlin", "JDK", "", "target");
         measured.forEach((operation, pair) -> {
             System.out.printf("%-46s %11.2f %11.2f %7s", operation.text, pair.get(0).speedUp(),
                     pair.get(1).speedUp(), "");
@@ -209,7 +209,7 @@ final class Bench {
         System.out.printf("%n%-46s %11s %11s %7s  %s%n", text, first, second, third, fourth);
     }
 
-    /** Begins a line and gives the ratio that it shows. */
+    /** Starts a line and returns the ratio that it shows. */
     private static double line(String name, double ours, double theirs) {
         System.out.printf("%-46s %11.0f %11.0f %7.2f", name, ours, theirs, ours / theirs);
         return ours / theirs;

@@ -1,8 +1,8 @@
-// What each of the two bindings offers to the benchmark. A binding object owns a session and all arrays that
-// its calls use, and is made in the thread that runs them: threads share no cache lines.
+// The operations that each of the two bindings offers to the benchmark. A binding object owns a session and all
+// arrays that its calls use. It is created in the thread that runs them, so that threads share no cache lines.
 //
-// On both sides a call makes anew what carries its result (records, handles, the template to be filled); what
-// goes in, and byte buffers, are made once.
+// On both sides a call creates the objects for its results (records, handles, the template to be filled); inputs
+// and byte buffers are created once.
 
 interface Binding {
     int DATA = 1024;
@@ -19,12 +19,12 @@ interface Binding {
 
     Call call(Operation operation);
 
-    /** C_Encrypt of that many bytes. */
+    /** Returns a C_Encrypt of that many bytes. */
     Call encrypt(int bytes);
 
-    /** C_SetAttributeValue of that many attributes. */
+    /** Returns a C_SetAttributeValue of that many attributes. */
     Call setAttributes(int count);
 
-    /** C_GetAttributeValue of that many attributes. */
+    /** Returns a C_GetAttributeValue of that many attributes. */
     Call getAttributes(int count);
 }

@@ -1,5 +1,5 @@
 // How much is measured: the rounds, the batches that each timing takes in a round, and their durations.
-// Batches are short, so that most of them are undisturbed, and the median passes over the others.
+// Batches are short, so that most of them are undisturbed; the median ignores the others.
 
 import java.util.List;
 
@@ -12,8 +12,8 @@ record Effort(int rounds, int batches, long batchNanos, long warmUpNanos) {
     }
 
     /**
-     * Times all rows in one run. Within a row the timings take turns, batch by batch, so that what disturbs
-     * the machine disturbs all of them; every round begins at another row. The first round is not counted.
+     * Times all rows in one run. Within a row the timings take turns, batch by batch, so that a disturbance of
+     * the machine affects all of them. Every round starts at another row. The first round does not count.
      */
     void run(List<List<Timing>> rows) throws Exception {
         for (List<Timing> row : rows) {

@@ -1,4 +1,4 @@
-// The natives of the benchmark's own small library, which measure what no binding can go below.
+// The natives of the benchmark's own small library, which measure the least that any binding must spend.
 
 import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
 import halvorn.zerlin.constants.CK_RV;
@@ -11,15 +11,15 @@ final class Floor {
     private Floor() {
     }
 
-    /** The way from Java to native and back. */
+    /** The transition from Java to native code and back. */
     static native void empty();
 
-    /** The return value that every native of the interface makes. */
+    /** Creates the return value that every native of the interface creates. */
     static native CK_RV newRv();
 
-    /** The call of {@code setValue} on each element that C_GetMechanismList owes. */
+    /** Calls {@code setValue} on each element, as C_GetMechanismList must. */
     static native void setValues(CK_MECHANISM_TYPE[] elements, long value);
 
-    /** One copy in and one copy out through fresh native memory. */
+    /** Copies the input to newly allocated native memory, and other native memory to the output. */
     static native void copyInAndOut(byte[] input, byte[] output);
 }

@@ -75,7 +75,7 @@ final class JdkBinding implements Binding {
             case SIGN_PSS -> () -> {
                 p11.C_SignInit(session, pss, KEY);
                 p11.C_Sign(session, data);
-                pss.freeHandle(); // the native mechanism lives until its caller lets go of it
+                pss.freeHandle(); // the caller must free the native mechanism
             };
         };
     }
@@ -108,7 +108,7 @@ final class JdkBinding implements Binding {
         return () -> p11.C_GetAttributeValue(session, KEY, template);
     }
 
-    // This binding makes the values itself.
+    // This binding creates the values itself.
     private static CK_ATTRIBUTE[] emptyTemplate(int count) {
         CK_ATTRIBUTE[] template = new CK_ATTRIBUTE[count];
         for (int i = 0; i < count; i++) {

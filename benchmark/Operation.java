@@ -1,4 +1,4 @@
-// The twelve operations that both bindings are timed with.
+// The twelve operations that are timed with both bindings.
 
 enum Operation {
     SESSION_INFO("C_GetSessionInfo"),

@@ -1,4 +1,4 @@
-// AES-CBC on 1 MiB over the soft token, in a process of its own since one process has one Cryptoki library.
+// AES-CBC on 1 MiB over the soft token, in its own process, because one process has one Cryptoki library.
 // Prints the median in nanoseconds of C_EncryptInit + C_Encrypt.
 
 import halvorn.zerlin.CK_ATTRIBUTE;

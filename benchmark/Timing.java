@@ -1,5 +1,5 @@
 // How long one call takes: batches of about the same duration, and the median over all of them. The clock is
-// the thread's own, which stands still while other programs have the processor.
+// the thread's own, which stops while other programs use the processor.
 
 import java.lang.management.ManagementFactory;
 import java.lang.management.ThreadMXBean;

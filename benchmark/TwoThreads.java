@@ -1,6 +1,6 @@
-// How much more two threads get done than one, each with a session and arrays of its own: by the wall clock,
-// which needs two idle cores, and by the threads' own clocks, which tell a busy machine from threads that are
-// in each other's way.
+// The throughput of two threads compared with one, each with a session and arrays of its own: by the wall clock,
+// which needs two idle cores, and by the threads' own clocks, which show whether a low figure comes from a busy
+// machine or from threads that block each other.
 
 import java.util.ArrayList;
 import java.util.List;
@@ -23,14 +23,14 @@ final class TwoThreads {
     private record Sample(double wall, double own) {
     }
 
-    /** The call is made twice, each time in the thread that is to run it. */
+    /** Creates the call twice, each in the thread that is to run it. */
     TwoThreads(Callable<Call> maker) throws Exception {
         for (ExecutorService thread : threads) {
             calls.add(thread.submit(maker).get());
         }
     }
 
-    /** Measures all of them in turns, and ends their threads. */
+    /** Measures all of them in turn, and ends their threads. */
     static void run(List<TwoThreads> all, Effort effort) throws Exception {
         for (TwoThreads pair : all) {
             pair.warmUp(effort);
@@ -66,11 +66,11 @@ final class TwoThreads {
         while (System.nanoTime() < end) {
             last = time(2);
         }
-        // Longer batches than elsewhere: two threads never start and end at quite the same time.
+        // Batches are longer than elsewhere, because two threads never start and end at exactly the same time.
         batchSize = (int) (8 * effort.batchNanos() * batchSize / last.own);
     }
 
-    // The batch of the slowest of that many threads, all started at once.
+    // Starts that many threads at once and returns the batch of the slowest.
     private Sample time(int count) throws Exception {
         AtomicInteger missing = new AtomicInteger(count);
         List<Future<Sample>> samples = new ArrayList<>();

@@ -60,15 +60,15 @@ final class ZerlinBinding implements Binding {
             case SESSION_INFO -> () -> Cryptoki.C_GetSessionInfo(session, new CK_SESSION_INFO()).orThrow();
             case TOKEN_INFO -> () -> Cryptoki.C_GetTokenInfo(SLOT, new CK_TOKEN_INFO()).orThrow();
             case MECHANISM_LIST -> () ->
-                    Cryptoki.C_GetMechanismList(SLOT, mechanisms, room(MECHANISMS)).orThrow();
+                    Cryptoki.C_GetMechanismList(SLOT, mechanisms, capacity(MECHANISMS)).orThrow();
             case RANDOM -> () -> Cryptoki.C_GenerateRandom(session, random, RANDOM).orThrow();
             case DIGEST -> () -> {
                 Cryptoki.C_DigestInit(session, sha256).orThrow();
-                Cryptoki.C_Digest(session, data, DATA, digest, room(DIGEST)).orThrow();
+                Cryptoki.C_Digest(session, data, DATA, digest, capacity(DIGEST)).orThrow();
             };
             case ENCRYPT -> () -> {
                 Cryptoki.C_EncryptInit(session, aesCbc, key).orThrow();
-                Cryptoki.C_Encrypt(session, data, DATA, encrypted, room(DATA)).orThrow();
+                Cryptoki.C_Encrypt(session, data, DATA, encrypted, capacity(DATA)).orThrow();
             };
             case SIGN -> () -> sign(rsa);
             case GET_ATTRIBUTES -> () -> {
@@ -87,7 +87,7 @@ final class ZerlinBinding implements Binding {
     public Call encrypt(int bytes) {
         byte[] input = new byte[bytes];
         byte[] output = new byte[bytes];
-        return () -> Cryptoki.C_Encrypt(session, input, bytes, output, room(bytes)).orThrow();
+        return () -> Cryptoki.C_Encrypt(session, input, bytes, output, capacity(bytes)).orThrow();
     }
 
     @Override
@@ -102,14 +102,14 @@ final class ZerlinBinding implements Binding {
         return () -> Cryptoki.C_GetAttributeValue(session, key, template, count).orThrow();
     }
 
-    private LongRef room(int bytes) {
+    private LongRef capacity(int bytes) {
         length.value = bytes;
         return length;
     }
 
     private void sign(CK_MECHANISM mechanism) {
         Cryptoki.C_SignInit(session, mechanism, key).orThrow();
-        Cryptoki.C_Sign(session, data, DATA, signature, room(SIGNATURE)).orThrow();
+        Cryptoki.C_Sign(session, data, DATA, signature, capacity(SIGNATURE)).orThrow();
     }
 
     private void search() {
@@ -119,7 +119,7 @@ final class ZerlinBinding implements Binding {
         Cryptoki.C_FindObjectsFinal(session).orThrow();
     }
 
-    // Class, key type, token, label and id, over and over.
+    // Repeats class, key type, token, label and id.
     private static CK_ATTRIBUTE[] template(int count) {
         CK_ATTRIBUTE[] template = new CK_ATTRIBUTE[count];
         for (int i = 0; i < count; i++) {

@@ -1,5 +1,5 @@
 // Encryption, digests, signatures, key agreement, key wrapping and random numbers of a token. The JDK's own
-// cryptography checks the results, and needs some keys for it that a real program would never let out.
+// cryptography checks the results. For this some keys can be read that a real program would keep on the token.
 
 import halvorn.zerlin.CK_ATTRIBUTE;
 import halvorn.zerlin.CK_MECHANISM;
@@ -53,7 +53,7 @@ public final class Cryptography {
 
     public static void main(String[] arguments) throws Exception {
         Demo.inSession(session -> {
-            // All objects made here are of the session and go with it.
+            // All objects created here are session objects, which end with the session.
             Cryptography cryptography = new Cryptography(session);
             cryptography.aes();
             cryptography.digest();
@@ -206,14 +206,14 @@ public final class Cryptography {
             new CK_ATTRIBUTE(CKA.SENSITIVE, false),
             new CK_ATTRIBUTE(CKA.EXTRACTABLE, true)};
         CK_OBJECT_HANDLE secret = new CK_OBJECT_HANDLE();
-        // ECDH1_DERIVE is the vendor's mechanism; the standard's value has _STD behind its name.
+        // ECDH1_DERIVE is the vendor's mechanism; the name of the standard's ends in _STD.
         CK_MECHANISM mechanism = new CK_MECHANISM(CKM.ECDH1_DERIVE_STD,
                 new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point));
         Cryptoki.C_DeriveKey(session, mechanism, privateKey, template, template.length, secret).orThrow();
         return secret;
     }
 
-    /** Makes the JDK's key of a point as tokens tell it: a DER octet string of 04, X and Y. */
+    /** Creates the JDK's key from a point as tokens return it: a DER octet string of 04, X and Y. */
     private static PublicKey ecKey(byte[] octets) throws GeneralSecurityException {
         AlgorithmParameters parameters = AlgorithmParameters.getInstance("EC");
         parameters.init(new ECGenParameterSpec("secp256r1"));
@@ -261,7 +261,7 @@ public final class Cryptography {
             new CK_ATTRIBUTE(CKA.DECRYPT, true),
             new CK_ATTRIBUTE(CKA.WRAP, true),
             new CK_ATTRIBUTE(CKA.UNWRAP, true),
-            // Readable, for the check by the JDK.
+            // Readable, so that the JDK can check it.
             new CK_ATTRIBUTE(CKA.SENSITIVE, false),
             new CK_ATTRIBUTE(CKA.EXTRACTABLE, true)};
     }

@@ -49,7 +49,7 @@ final class Demo {
         System.out.println("\nFinished: session closed, library finalised.");
     }
 
-    /** Finds the token of the examples, or one that was never initialised: no other is ever touched. */
+    /** Finds the token of the examples, or one that was never initialised. No other token is ever changed. */
     static long demoSlot() {
         for (long slot : slots()) {
             CK_TOKEN_INFO info = tokenInfo(slot);
@@ -81,7 +81,7 @@ final class Demo {
 
     /** Lists the slots with a token. */
     static long[] slots() {
-        // Every list is asked for twice: without an array the call tells only how many there are.
+        // Every list takes two calls: without an array, the call returns only the number of entries.
         LongRef count = new LongRef();
         Cryptoki.C_GetSlotList(true, null, count).orThrow();
         long[] slots = new long[(int) count.value];
@@ -99,7 +99,7 @@ final class Demo {
         return Cryptoki.C_Login(session, new CK_USER_TYPE(user), pin, pin.length);
     }
 
-    /** Asks for the length, then for the bytes. */
+    /** Returns the output of a call: asks for its length first, then for the bytes. */
     static byte[] bytes(Output output) {
         LongRef length = new LongRef();
         output.fill(null, length).orThrow();
@@ -116,7 +116,7 @@ final class Demo {
         System.out.printf("  %-24s %s%n", name, value);
     }
 
-    /** Prints a result that the JDK's own cryptography found right, and fails where it was not. */
+    /** Prints a result that the JDK's own cryptography has confirmed, and fails if it has not. */
     static void checked(String name, String result, boolean right) {
         if (!right) {
             throw new IllegalStateException(name + " is wrong: " + result);
@@ -124,7 +124,7 @@ final class Demo {
         System.out.printf("  %-24s %-32s checked by the JDK%n", name, result);
     }
 
-    /** The first bytes in hexadecimal digits, and how many there are. */
+    /** Returns the first bytes in hexadecimal digits, and the length. */
     static String hex(byte[] bytes) {
         StringBuilder digits = new StringBuilder();
         for (int i = 0; i < Math.min(8, bytes.length); i++) {

@@ -21,8 +21,8 @@ public final class FirstCalls {
     private static final byte[] FIRST_PIN = Demo.ascii("first-secret");
 
     public static void main(String[] arguments) {
-        // The library locks with Java's own means; CK_C_INITIALIZE_ARGS.osLocking() is the quicker choice
-        // where the Cryptoki library allows it.
+        // The library uses Java's own locks; CK_C_INITIALIZE_ARGS.osLocking() is faster
+        // if the Cryptoki library supports it.
         Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.javaLocking()).orThrow();
         try {
             showLibrary();
@@ -61,7 +61,7 @@ public final class FirstCalls {
     private static void showMechanisms(long slot) {
         LongRef count = new LongRef();
         Cryptoki.C_GetMechanismList(slot, null, count).orThrow();
-        // The list is written into existing objects, so the array is filled with fresh ones.
+        // The list is written into existing objects, so the array must be filled with new ones.
         CK_MECHANISM_TYPE[] mechanisms = CK_MECHANISM_TYPE.array((int) count.value);
         Cryptoki.C_GetMechanismList(slot, mechanisms, count).orThrow();
 

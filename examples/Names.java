@@ -60,7 +60,7 @@ public final class Names {
         lookUp();
     }
 
-    // Each look-up returns an object of its own kind; TypedValue.toString() names it the Java way.
+    // Each look-up returns an object of its own class; TypedValue.toString() names it as in the Java classes.
     private static void lookUp() {
         Demo.title("Look up by name");
         CK_MECHANISM_TYPE mechanism = CTUtil.CTU_GetMechanismTypeValue(Demo.ascii("CKM_AES_CBC"));

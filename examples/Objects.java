@@ -1,5 +1,5 @@
-// Objects on a token: make them from a template, find them by label, read and change their attributes, copy,
-// measure and destroy them.
+// Objects on a token: create them from a template, find them by label, read and change their attributes, copy them,
+// ask for their size and destroy them.
 
 import halvorn.zerlin.CK_ATTRIBUTE;
 import halvorn.zerlin.CK_OBJECT_HANDLE;
@@ -82,7 +82,7 @@ public final class Objects {
         CK_OBJECT_HANDLE object = new CK_OBJECT_HANDLE();
         CK_RV answer =
             CTUtil.CTU_FindObject(session, new CK_OBJECT_CLASS(objectClass), Demo.ascii(label), object);
-        // CKR_GENERAL_ERROR also tells that there is no such object.
+        // CKR_GENERAL_ERROR also means that there is no such object.
         answer.orThrow(CKR.GENERAL_ERROR);
         Demo.row(label, answer.isOk() ? object : answer);
         return object;
@@ -90,7 +90,7 @@ public final class Objects {
 
     private static void read(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE key) {
         Demo.title("Read attributes of the key in one call");
-        // Each value is written into the object given here, so every object is a fresh one.
+        // Each value is written into the object given here, so every object must be a new one.
         CK_ATTRIBUTE[] template = {
             new CK_ATTRIBUTE(CKA.CLASS, new CK_OBJECT_CLASS()),
             new CK_ATTRIBUTE(CKA.KEY_TYPE, new CK_KEY_TYPE()),
@@ -100,7 +100,7 @@ public final class Objects {
             CK_ATTRIBUTE.buffer(CKA.VALUE, 64),
             new CK_ATTRIBUTE(CKA.ALLOWED_MECHANISMS, CK_MECHANISM_TYPE.array(2)),
             new CK_ATTRIBUTE(CKA.ID, null)};
-        // The value is sensitive. All other attributes are delivered nevertheless.
+        // The value is sensitive and is not returned. All other attributes are.
         CK_RV answer = Cryptoki.C_GetAttributeValue(session, key, template, template.length);
         Demo.row("C_GetAttributeValue", answer);
         for (CK_ATTRIBUTE attribute : template) {

@@ -1,5 +1,5 @@
-// A Cryptoki library that does nothing: every function answers CKR_OK at once, with fixed results where the
-// caller waits for one. What a call through it costs is what the binding costs.
+// A Cryptoki library that does nothing: every function returns CKR_OK at once, with fixed results where the
+// caller needs one. So a call costs what the binding costs.
 #include <algorithm>
 #include <cstring>
 
@@ -15,16 +15,16 @@ constexpr CK_ULONG DIGEST = 32;
 constexpr CK_ULONG SIGNATURE = 256;
 constexpr CK_ULONG HANDLE = 4711;
 
-CK_RV give(CK_ULONG value, CK_ULONG_PTR target)
+CK_RV report(CK_ULONG value, CK_ULONG_PTR target)
 {
     *target = value;
     return CKR_OK;
 }
 
-// The result is as long as the input, and is not made.
-CK_RV asLong(CK_ULONG inputLen, CK_ULONG_PTR outputLen)
+// Reports a result as long as the input, and writes none.
+CK_RV sameLength(CK_ULONG inputLen, CK_ULONG_PTR outputLen)
 {
-    return give(inputLen, outputLen);
+    return report(inputLen, outputLen);
 }
 
 template <typename Value>
@@ -77,7 +77,7 @@ CK_RV C_GetInfo(CK_INFO_PTR info) { *info = {}; info->cryptokiVersion = {2, 20};
 CK_RV C_GetSlotList(CK_BBOOL, CK_SLOT_ID_PTR slots, CK_ULONG_PTR count)
 {
     if (slots != nullptr) slots[0] = 0;
-    return give(1, count);
+    return report(1, count);
 }
 
 CK_RV C_GetSlotInfo(CK_SLOT_ID, CK_SLOT_INFO_PTR info) { *info = {}; return CKR_OK; }
@@ -96,7 +96,7 @@ CK_RV C_GetTokenInfo(CK_SLOT_ID, CK_TOKEN_INFO_PTR info)
 CK_RV C_GetMechanismList(CK_SLOT_ID, CK_MECHANISM_TYPE_PTR list, CK_ULONG_PTR count)
 {
     for (CK_ULONG i = 0; list != nullptr && i < MECHANISMS; ++i) list[i] = CKM_AES_KEY_GEN + i;
-    return give(MECHANISMS, count);
+    return report(MECHANISMS, count);
 }
 
 CK_RV C_GetMechanismInfo(CK_SLOT_ID, CK_MECHANISM_TYPE, CK_MECHANISM_INFO_PTR info)
@@ -106,23 +106,23 @@ CK_RV C_InitPIN(CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_SetPIN(CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG, CK_UTF8CHAR_PTR, CK_ULONG) { return CKR_OK; }
 
 CK_RV C_OpenSession(CK_SLOT_ID, CK_FLAGS, CK_VOID_PTR, CK_NOTIFY, CK_SESSION_HANDLE_PTR session)
-    { return give(HANDLE, session); }
+    { return report(HANDLE, session); }
 CK_RV C_CloseSession(CK_SESSION_HANDLE) { return CKR_OK; }
 CK_RV C_CloseAllSessions(CK_SLOT_ID) { return CKR_OK; }
 CK_RV C_GetSessionInfo(CK_SESSION_HANDLE, CK_SESSION_INFO_PTR info)
     { *info = {0, CKS_RW_USER_FUNCTIONS, CKF_SERIAL_SESSION | CKF_RW_SESSION, 0}; return CKR_OK; }
-CK_RV C_GetOperationState(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR len) { return give(16, len); }
+CK_RV C_GetOperationState(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR len) { return report(16, len); }
 CK_RV C_SetOperationState(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_OBJECT_HANDLE, CK_OBJECT_HANDLE)
     { return CKR_OK; }
 CK_RV C_Login(CK_SESSION_HANDLE, CK_USER_TYPE, CK_UTF8CHAR_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_Logout(CK_SESSION_HANDLE) { return CKR_OK; }
 
 CK_RV C_CreateObject(CK_SESSION_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG, CK_OBJECT_HANDLE_PTR made)
-    { return give(HANDLE, made); }
+    { return report(HANDLE, made); }
 CK_RV C_CopyObject(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG, CK_OBJECT_HANDLE_PTR copy)
-    { return give(HANDLE, copy); }
+    { return report(HANDLE, copy); }
 CK_RV C_DestroyObject(CK_SESSION_HANDLE, CK_OBJECT_HANDLE) { return CKR_OK; }
-CK_RV C_GetObjectSize(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ULONG_PTR size) { return give(64, size); }
+CK_RV C_GetObjectSize(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ULONG_PTR size) { return report(64, size); }
 
 CK_RV C_GetAttributeValue(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR attributes, CK_ULONG count)
 {
@@ -133,85 +133,85 @@ CK_RV C_GetAttributeValue(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR 
 CK_RV C_SetAttributeValue(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_FindObjectsInit(CK_SESSION_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG) { return CKR_OK; }
 
-// Every call finds as many, so that threads share no state.
+// Every call finds the same number, so that threads share no state.
 CK_RV C_FindObjects(CK_SESSION_HANDLE, CK_OBJECT_HANDLE_PTR found, CK_ULONG max, CK_ULONG_PTR count)
 {
     const CK_ULONG number = std::min(max, FOUND);
     for (CK_ULONG i = 0; i < number; ++i) found[i] = HANDLE + i;
-    return give(number, count);
+    return report(number, count);
 }
 
 CK_RV C_FindObjectsFinal(CK_SESSION_HANDLE) { return CKR_OK; }
 
 CK_RV C_EncryptInit(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) { return CKR_OK; }
 CK_RV C_Encrypt(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
+    { return sameLength(len, out); }
 CK_RV C_EncryptUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
-CK_RV C_EncryptFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return give(0, out); }
+    { return sameLength(len, out); }
+CK_RV C_EncryptFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return report(0, out); }
 CK_RV C_DecryptInit(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) { return CKR_OK; }
 CK_RV C_Decrypt(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
+    { return sameLength(len, out); }
 CK_RV C_DecryptUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
-CK_RV C_DecryptFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return give(0, out); }
+    { return sameLength(len, out); }
+CK_RV C_DecryptFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return report(0, out); }
 
 CK_RV C_DigestInit(CK_SESSION_HANDLE, CK_MECHANISM_PTR) { return CKR_OK; }
 CK_RV C_Digest(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return give(DIGEST, out); }
+    { return report(DIGEST, out); }
 CK_RV C_DigestUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_DigestKey(CK_SESSION_HANDLE, CK_OBJECT_HANDLE) { return CKR_OK; }
-CK_RV C_DigestFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return give(DIGEST, out); }
+CK_RV C_DigestFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return report(DIGEST, out); }
 
 CK_RV C_SignInit(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) { return CKR_OK; }
 CK_RV C_Sign(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return give(SIGNATURE, out); }
+    { return report(SIGNATURE, out); }
 CK_RV C_SignUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { return CKR_OK; }
-CK_RV C_SignFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return give(SIGNATURE, out); }
+CK_RV C_SignFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG_PTR out) { return report(SIGNATURE, out); }
 CK_RV C_SignRecoverInit(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) { return CKR_OK; }
 CK_RV C_SignRecover(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return give(SIGNATURE, out); }
+    { return report(SIGNATURE, out); }
 CK_RV C_VerifyInit(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) { return CKR_OK; }
 CK_RV C_Verify(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_VerifyUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_VerifyFinal(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_VerifyRecoverInit(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE) { return CKR_OK; }
 CK_RV C_VerifyRecover(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return give(DIGEST, out); }
+    { return report(DIGEST, out); }
 
 CK_RV C_DigestEncryptUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
+    { return sameLength(len, out); }
 CK_RV C_DecryptDigestUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
+    { return sameLength(len, out); }
 CK_RV C_SignEncryptUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
+    { return sameLength(len, out); }
 CK_RV C_DecryptVerifyUpdate(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG len, CK_BYTE_PTR, CK_ULONG_PTR out)
-    { return asLong(len, out); }
+    { return sameLength(len, out); }
 
 CK_RV C_GenerateKey(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_ATTRIBUTE_PTR, CK_ULONG, CK_OBJECT_HANDLE_PTR key)
-    { return give(HANDLE, key); }
+    { return report(HANDLE, key); }
 CK_RV C_GenerateKeyPair(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_ATTRIBUTE_PTR, CK_ULONG, CK_ATTRIBUTE_PTR,
     CK_ULONG, CK_OBJECT_HANDLE_PTR publicKey, CK_OBJECT_HANDLE_PTR privateKey)
-    { *publicKey = HANDLE; return give(HANDLE + 1, privateKey); }
+    { *publicKey = HANDLE; return report(HANDLE + 1, privateKey); }
 CK_RV C_WrapKey(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE, CK_OBJECT_HANDLE, CK_BYTE_PTR,
     CK_ULONG_PTR out)
-    { return give(DIGEST, out); }
+    { return report(DIGEST, out); }
 CK_RV C_UnwrapKey(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE, CK_BYTE_PTR, CK_ULONG,
     CK_ATTRIBUTE_PTR, CK_ULONG, CK_OBJECT_HANDLE_PTR key)
-    { return give(HANDLE, key); }
+    { return report(HANDLE, key); }
 CK_RV C_DeriveKey(CK_SESSION_HANDLE, CK_MECHANISM_PTR, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG,
     CK_OBJECT_HANDLE_PTR key)
-    { return give(HANDLE, key); }
+    { return report(HANDLE, key); }
 
 CK_RV C_SeedRandom(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_GenerateRandom(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG) { return CKR_OK; }
 CK_RV C_GetFunctionStatus(CK_SESSION_HANDLE) { return CKR_OK; }
 CK_RV C_CancelFunction(CK_SESSION_HANDLE) { return CKR_OK; }
-CK_RV C_WaitForSlotEvent(CK_FLAGS, CK_SLOT_ID_PTR slot, CK_VOID_PTR) { return give(0, slot); }
+CK_RV C_WaitForSlotEvent(CK_FLAGS, CK_SLOT_ID_PTR slot, CK_VOID_PTR) { return report(0, slot); }
 
 CK_RV CT_CopyObject(CK_SESSION_HANDLE, CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR, CK_ULONG,
     CK_OBJECT_HANDLE_PTR copy)
-    { return give(HANDLE, copy); }
+    { return report(HANDLE, copy); }
 CK_RV CT_InitToken(CK_SESSION_HANDLE, CK_ULONG, CK_UTF8CHAR_PTR, CK_ULONG, CK_UTF8CHAR_PTR) { return CKR_OK; }
 CK_RV CT_ResetToken(CK_SESSION_HANDLE, CK_UTF8CHAR_PTR, CK_ULONG, CK_UTF8CHAR_PTR) { return CKR_OK; }
 

@@ -1,4 +1,5 @@
-// What no binding of this interface can go below: each native does one unavoidable thing, the cheapest way.
+// The least that any binding of this interface must spend: each native does one unavoidable thing, the
+// fastest way.
 #include <cstdlib>
 
 #include "Floor.h"
@@ -45,7 +46,7 @@ JNIEXPORT void JNICALL Java_Floor_setValues(JNIEnv* env, jclass, jobjectArray el
     }
 }
 
-// A byte more on both sides, as the library allocates.
+// Allocates one byte more for each buffer, as the library does.
 JNIEXPORT void JNICALL Java_Floor_copyInAndOut(JNIEnv* env, jclass, jbyteArray input, jbyteArray output)
 {
     const jsize inputLen = env->GetArrayLength(input);

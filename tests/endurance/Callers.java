@@ -1,5 +1,5 @@
-// Native threads that come and go call Java's locking callbacks, while Java threads do, and the library is
-// initialised and finalised thousands of times. Nothing of that may stay: no thread, no reference, no memory.
+// Short-lived native threads call Java's locking callbacks at the same time as Java threads, and the library is
+// initialised and finalised thousands of times. No thread, reference or memory may be left.
 
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.CKR;
@@ -19,13 +19,13 @@ final class Callers {
 
     public static void main(String[] arguments) throws Exception {
         int cycles = Integer.parseInt(arguments[1]);
-        refusal();
+        checkThrowingCallback();
         Locking locking = new Locking();
         cycle(cycles / 10, locking);
         Vitals before = new Vitals();
         cycle(cycles, locking);
         Vitals after = new Vitals();
-        locking.expectEven();
+        locking.expectBalanced();
         System.out.printf("%d cycles: %d, then %d threads; %d, then %d JNI references; %.1f, then %.1f KiB%n", cycles,
                 before.threads, after.threads, before.allReferences(), after.allReferences(),
                 before.heap / 1024.0, after.heap / 1024.0);
@@ -34,8 +34,8 @@ final class Callers {
         expect(after.heap <= before.heap + HEAP_SLACK, "memory has stayed");
     }
 
-    // A callback that throws ends C_Initialize. What is registered then ends with the next C_Finalize.
-    private static void refusal() {
+    // A callback that throws ends C_Initialize. Its registration stays until the next C_Finalize.
+    private static void checkThrowingCallback() {
         CK_C_INITIALIZE_ARGS throwing = CK_C_INITIALIZE_ARGS.javaLocking();
         throwing.createMutex = () -> {
             throw new IllegalStateException("no mutex");
@@ -57,7 +57,7 @@ final class Callers {
             expect(Cryptoki.C_Initialize(ways[i % ways.length]).is(CKR.CRYPTOKI_ALREADY_INITIALIZED), "twice");
             Cryptoki.C_GetInfo(new CK_INFO()).orThrow();
             if (i % 60 == 0) {
-                burst();
+                checkConcurrentCallbacks();
             }
             Cryptoki.C_Finalize(null).orThrow();
             expectNotInitialized(Cryptoki.C_GetInfo(new CK_INFO()));
@@ -66,7 +66,7 @@ final class Callers {
         }
     }
 
-    private static void burst() throws Exception {
+    private static void checkConcurrentCallbacks() throws Exception {
         LongRef turns = new LongRef();
         Cryptoki.C_GetObjectSize(SESSION, null, turns).orThrow();
         long before = turns.value;

@@ -1,4 +1,4 @@
-// Java's locking callbacks, counted.
+// Java's locking callbacks, with counters.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 
@@ -36,13 +36,13 @@ final class Locking {
         };
     }
 
-    /** Fails unless all that was locked was unlocked, and all that was made destroyed. */
-    void expectEven() {
+    /** Fails unless every lock was followed by an unlock and every mutex was destroyed. */
+    void expectBalanced() {
         String counts = made + " mutexes made, " + destroyed + " destroyed, " + locked + " times locked, "
                 + unlocked + " times unlocked, on " + threads.size() + " threads";
         System.out.println(counts);
         if (locked.get() == 0 || locked.get() != unlocked.get() || made.get() != destroyed.get()) {
-            throw new IllegalStateException("Not even: " + counts);
+            throw new IllegalStateException("Not balanced: " + counts);
         }
     }
 }

@@ -1,5 +1,5 @@
-// Loads the classes and the library, uses them with locking callbacks, drops them and has them collected, again
-// and again. The library must be unmapped each time, and leave nothing behind.
+// Loads the classes and the library, uses them with locking callbacks, and lets the JVM collect them, many times.
+// Each time the library must be unmapped and leave nothing behind.
 
 import java.lang.ref.WeakReference;
 import java.net.URL;

@@ -1,13 +1,13 @@
-// What Reload loads beside the jar, in one class loader with it.
+// The class that Reload loads together with the jar, in one class loader.
 
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
 
-/** Uses the library and leaves it initialised, with Java's locking; ends that when it is closed. */
+/** Uses the library and leaves it initialised, with Java's locking, until it is closed. */
 public final class ReloadGuest implements Runnable, AutoCloseable {
     private static final CK_SESSION_HANDLE SESSION = new CK_SESSION_HANDLE();
 
-    /** Made by name. */
+    /** Called by reflection. */
     public ReloadGuest() {
     }
 
@@ -23,7 +23,7 @@ public final class ReloadGuest implements Runnable, AutoCloseable {
 
     @Override
     public void close() {
-        Cryptoki.C_SeedRandom(SESSION, new byte[3], 3).orThrow(); // calls back from threads of its own
+        Cryptoki.C_SeedRandom(SESSION, new byte[3], 3).orThrow(); // the module calls back from its own threads
         Cryptoki.C_Finalize(null).orThrow();
     }
 }

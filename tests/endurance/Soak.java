@@ -1,8 +1,8 @@
-// Makes mixed calls for as long as wanted and looks after each tenth whether anything has grown. Fails when
-// it has.
+// Makes a given number of mixed calls, and after each tenth of them looks at memory, references and threads. Fails
+// if they have grown.
 //
-// Every tenth ends with C_Finalize, which is when the soft token lets go of what it keeps of destroyed objects:
-// what is left then has leaked.
+// Every tenth ends with C_Finalize, because only then the soft token frees what it keeps of destroyed objects.
+// What is still allocated afterwards has leaked.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 import halvorn.zerlin.Cryptoki;
@@ -12,9 +12,9 @@ import java.util.Locale;
 import token.FreshToken;
 
 final class Soak {
-    // The JVM's own heap moves by some ten KiB: rounding of its blocks, tables that grow once.
+    // The JVM's own memory varies by some ten KiB: block sizes are rounded, and some tables grow once.
     private static final long HEAP_SLACK = 64 * 1024;
-    // References of the JVM's own: compilations that wait, say.
+    // The JVM has references of its own, for example for waiting compilations.
     private static final long REFERENCE_SLACK = 8;
 
     private final boolean isReal;
@@ -33,7 +33,7 @@ final class Soak {
         Cryptoki.C_Initialize(null).orThrow();
         FreshToken.initialise(FreshToken.slots()[0], Work.LABEL);
         Cryptoki.C_Finalize(null).orThrow();
-        // So that every class is loaded and most methods are compiled.
+        // Afterwards every class is loaded and most methods are compiled.
         work(calls / 10);
         new Vitals();
 

@@ -1,4 +1,4 @@
-// Eight threads, each with a session of its own, work side by side and check what they get, with Java's locks
+// Eight threads, each with a session of its own, work at the same time and check their results, with Java's locks
 // and with those of the operating system.
 
 import halvorn.zerlin.*;
@@ -20,7 +20,7 @@ final class Threads {
         int rounds = Integer.parseInt(arguments[1]);
         Locking locking = new Locking();
         System.out.println(work(rounds, locking.arguments) + " calls with Java's locks");
-        locking.expectEven();
+        locking.expectBalanced();
         System.out.println(work(rounds, CK_C_INITIALIZE_ARGS.osLocking()) + " calls with the system's locks");
     }
 
@@ -57,7 +57,7 @@ final class Threads {
         return calls;
     }
 
-    /** Runs each on a thread of its own and adds the results up. */
+    /** Runs each on its own thread and returns the sum of the results. */
     static long together(List<Callable<Long>> works) throws Exception {
         ExecutorService executor = Executors.newFixedThreadPool(works.size());
         long sum = 0;

@@ -1,4 +1,4 @@
-// What would creep upwards in a process that leaks.
+// The figures that would grow in a process that leaks.
 
 import java.lang.management.ManagementFactory;
 import java.util.regex.Matcher;
@@ -6,7 +6,7 @@ import java.util.regex.Pattern;
 
 import javax.management.ObjectName;
 
-/** One look at the process. */
+/** The figures of the process at one moment. */
 final class Vitals {
     private static final Pattern REFERENCES = Pattern.compile("JNI global refs: (\\d+), weak refs: (\\d+)");
     private static final Pattern JVM_MALLOC = Pattern.compile("malloc: (\\d+) #\\d+");
@@ -15,11 +15,11 @@ final class Vitals {
         System.loadLibrary("vitals");
     }
 
-    /** Bytes that are held from malloc, by all but the JVM itself; with -XX:NativeMemoryTracking only. */
+    /** Bytes allocated with malloc, less the JVM's own. Needs -XX:NativeMemoryTracking. */
     final long heap;
-    /** JNI references that are not local. */
+    /** Global JNI references. */
     final long references;
-    /** Weak ones. */
+    /** Weak global JNI references. */
     final long weakReferences;
     final long threads;
 
@@ -32,14 +32,14 @@ final class Vitals {
         heap = heapInUse() - Long.parseLong(ask(JVM_MALLOC, "vmNativeMemory", "summary", "scale=B").group(1));
     }
 
-    // What jcmd would be told.
+    // Runs a command of jcmd.
     private static Matcher ask(Pattern pattern, String command, String... arguments) throws Exception {
         String answer = (String) ManagementFactory.getPlatformMBeanServer().invoke(
                 new ObjectName("com.sun.management:type=DiagnosticCommand"), command, new Object[] {arguments},
                 new String[] {String[].class.getName()});
         Matcher matcher = pattern.matcher(answer);
         if (!matcher.find()) {
-            throw new IllegalStateException("This JVM does not tell " + pattern);
+            throw new IllegalStateException("This JVM does not report " + pattern);
         }
         return matcher;
     }

@@ -1,4 +1,4 @@
-// What one thread does in its own session, over and over: some hundred calls of every kind, wrong ones among
+// What one thread does in its own session in every round: some hundred calls of every kind, wrong ones among
 // them, with every result checked.
 
 import static token.FreshToken.*;
@@ -15,12 +15,12 @@ import java.util.Random;
 final class Work {
     static final String LABEL = "endurance"; // of the token
     private static final byte[] P256 = {6, 8, 0x2a, (byte) 0x86, 0x48, (byte) 0xce, 0x3d, 3, 1, 7};
-    private static final int SELDOM = 64; // rounds, for what is slow
+    private static final int ROUNDS_BETWEEN_SLOW_CALLS = 64;
 
-    // Whether the library beneath does what it is asked. One that does nothing answers CKR_OK to all.
+    // Whether the Cryptoki library does what it is asked. The one that does nothing returns CKR_OK to every call.
     private final boolean isReal;
-    // SoftHSM 2.6.1 answers CKR_GENERAL_ERROR now and then to one thread's search while another makes an object,
-    // when the user is logged in or the object is to stay on the token: only who works alone does either.
+    // In SoftHSM 2.6.1 a search sometimes returns CKR_GENERAL_ERROR while another thread creates an object, if the
+    // user is logged in or the object is stored on the token. So only a thread that works alone does either.
     private final boolean isAlone;
     private final long slot;
     private final CK_SESSION_HANDLE session;
@@ -49,22 +49,22 @@ final class Work {
 
     void round() throws Exception {
         try {
-            everyCall();
+            makeAllCalls();
         } catch (RuntimeException e) {
             throw new IllegalStateException(label + ", round " + rounds, e);
         }
     }
 
-    private void everyCall() throws Exception {
-        informs();
+    private void makeAllCalls() throws Exception {
+        information();
         names();
         objects();
         ciphers();
         digests();
         keys();
         randomBytes();
-        mistakes();
-        if (rounds++ % SELDOM == 0) {
+        wrongCalls();
+        if (rounds++ % ROUNDS_BETWEEN_SLOW_CALLS == 0) {
             keyPairs();
             parameters();
             if (isAlone) {
@@ -74,7 +74,7 @@ final class Work {
         signatures();
     }
 
-    private void informs() {
+    private void information() {
         CK_SESSION_HANDLE other = openSession(slot, READ_WRITE);
         CK_SESSION_INFO info = new CK_SESSION_INFO();
         ok(Cryptoki.C_GetSessionInfo(other, info));
@@ -184,7 +184,7 @@ final class Work {
         expect(!Arrays.equals(bytes, new byte[32]), "random bytes");
     }
 
-    private void mistakes() {
+    private void wrongCalls() {
         CK_SESSION_HANDLE wrong = new CK_SESSION_HANDLE(0x7fffffff);
         answers(CKR.SESSION_HANDLE_INVALID, Cryptoki.C_GetSessionInfo(wrong, new CK_SESSION_INFO()));
         answers(CKR.USER_TYPE_INVALID, login(session, 9, USER_PIN));
@@ -204,7 +204,7 @@ final class Work {
     private void keyPairs() {
         destroy(rsa);
         destroy(ec);
-        if (rsa == null || rounds % (16 * SELDOM) == 1) { // a slow one
+        if (rsa == null || rounds % (16 * ROUNDS_BETWEEN_SLOW_CALLS) == 1) { // an RSA key takes longest
             rsa = pair(CKM.RSA_PKCS_KEY_PAIR_GEN, template(CKA.MODULUS_BITS, 1024, CKA.PUBLIC_EXPONENT,
                     new byte[] {1, 0, 1}, CKA.VERIFY, true));
         }
@@ -230,7 +230,7 @@ final class Work {
     }
 
     private void destroy(CK_OBJECT_HANDLE[] pair) {
-        if (pair == null || pair == rsa && rounds % (16 * SELDOM) != 1) {
+        if (pair == null || pair == rsa && rounds % (16 * ROUNDS_BETWEEN_SLOW_CALLS) != 1) {
             return;
         }
         for (CK_OBJECT_HANDLE object : pair) {
@@ -260,7 +260,7 @@ final class Work {
         answers(CKR.SIGNATURE_INVALID, Cryptoki.C_Verify(session, text, text.length, signature, signature.length));
     }
 
-    // Parameters of several levels, and results written back into them. No soft token knows these mechanisms.
+    // Nested parameters, and parameters with results written back. No soft token supports these mechanisms.
     private void parameters() {
         byte[] bytes = data(28);
         CK_ATTRIBUTE[] certificate = template(CKA.LABEL, label);

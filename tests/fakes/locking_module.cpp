@@ -1,6 +1,6 @@
-// A PKCS#11 module that does nothing but lock: C_SeedRandom starts as many threads as the seed has bytes,
-// which use the locking callbacks of C_Initialize, and waits for their end. C_GetObjectSize tells how many
-// did so one at a time.
+// A PKCS#11 module that only locks. C_SeedRandom starts as many threads as the seed has bytes and waits for
+// them; each uses the locking callbacks of C_Initialize. C_GetObjectSize reports how many threads have held
+// the shared mutex; if two ever held it at once, the number is too small.
 #pragma GCC visibility push(default)
 #include "zerlin/cryptoki.h"
 #pragma GCC visibility pop
@@ -14,7 +14,7 @@ namespace {
 CK_C_INITIALIZE_ARGS callbacks;
 CK_VOID_PTR shared;
 std::atomic<bool> isInitialised;
-CK_ULONG turns; // guarded by the shared mutex and nothing else
+CK_ULONG turns; // guarded by the shared mutex alone
 
 CK_RV initialize(CK_VOID_PTR arguments)
 {
@@ -60,7 +60,7 @@ CK_RV seedRandom(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG length)
         std::vector<std::jthread> threads;
         for (CK_ULONG i = 0; i < length; ++i)
             threads.emplace_back([&] { lockAndUnlock(failures); });
-        lockAndUnlock(failures); // and on the caller's
+        lockAndUnlock(failures); // the calling thread, too
     }
     return failures == 0 ? CKR_OK : CKR_CANT_LOCK;
 }

@@ -1,4 +1,4 @@
-// The recording Cryptoki library: how each kind of argument is written down, then the functions themselves.
+// The recording Cryptoki library: how each kind of argument is noted, then the functions themselves.
 #include "fakes/recorder.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ std::mutex linesMutex;
 std::vector<std::string> lines;
 std::atomic<const char*> last = "none";
 
-// One or two arguments: what stands for them in the line, and what the handler gets.
+// One or two arguments: their text in the line, and their values for the handler.
 template <typename... Raw>
 struct Shown {
     std::string text;
@@ -178,7 +178,7 @@ std::string address(const void* reference)
 
 } // namespace recorder
 
-// The functions. Those of one form need no more than a name.
+// The functions. Those of a common form need only a name.
 
 #define SESSION CK_ULONG session
 #define MECHANISM CK_MECHANISM_PTR mechanism

@@ -1,13 +1,13 @@
-// A Cryptoki library that does nothing but write down each call and answer as the test has scripted.
+// A Cryptoki library that only notes each call and returns what the test has scripted.
 //
-// A call is one line, C_Login(5, 1, [31323334], 4), made while the call runs, so that it holds whatever
-// becomes of the caller's memory:
+// A call is noted as one line, C_Login(5, 1, [31323334], 4). It is written while the call runs, so it stays
+// valid when the caller's memory changes:
 // - numbers: decimal below 0x80000000, else hexadecimal: 5, 0xffffffff
 // - input bytes: [31323334] or null, then the length; [3132..] where a limit cut them
 // - templates: {{0, [03000000], 4}, {3, [6d79], 2}} or null, then the count; {{0, [03], 1}, ..} when cut
 // - mechanisms: {4226, [00010203], 4} or null
 // - arguments of C_Initialize: {set, set, null, null, 2, null} for mutex functions, flags, pReserved; or null
-// - output buffers: out(16), or null(16) without a buffer; it stands for the pointer and the capacity
+// - output buffers: out(16), or null(16) without a buffer, for the pointer and the capacity
 // - other outputs: out or null
 // - references that are passed on untouched: recorder::address
 #pragma once
@@ -50,16 +50,16 @@
 
 namespace recorder {
 
-// What to answer. A handler runs after its call was noted, may write to the output pointers, and gives the
-// return value; a function without one answers `result` and writes nothing.
+// What the calls do. A handler runs after its call was noted, may write to the output pointers, and returns
+// the value of the call. A function without a handler returns `result` and writes nothing.
 struct Script {
     CK_RV result = CKR_OK;
     std::function<void()> onCall; // before each call is noted
 
-    // Calls are answered but not noted: neither memory nor much of the stack is used.
+    // Calls are not noted: they use no memory and little of the stack.
     bool isQuiet = false;
 
-    // How much is read of what the caller declares: callers may declare more than there is.
+    // How much is read of an input, because callers may declare more than there is.
     CK_ULONG labelLength = 32;
     CK_ULONG byteLimit = std::numeric_limits<CK_ULONG>::max();
     CK_ULONG attributeLimit = std::numeric_limits<CK_ULONG>::max();
@@ -74,12 +74,12 @@ struct Script {
 #undef HANDLER
 };
 
-// To be changed only while no call runs.
+// May be changed only while no call runs.
 Script& script();
 
 std::vector<std::string> calls();
 
-// The calls, which are then forgotten; the script stays.
+// Returns the calls and forgets them; the script stays.
 std::vector<std::string> takeCalls();
 
 // The name of the last call, noted or not.

@@ -1,5 +1,5 @@
-// A PKCS#11 module that notes the arguments of every call and answers with the function's place in the list,
-// counted from 1000.
+// A PKCS#11 module that notes the arguments of every call and returns 1000 plus the function's place in the
+// list.
 #pragma GCC visibility push(default)
 #include "zerlin/cryptoki.h"
 #pragma GCC visibility pop
@@ -7,7 +7,8 @@
 #include <algorithm>
 #include <utility>
 
-// What the last call was given, as words of the stack; those past the function's own arguments are noise.
+// The arguments of the last call, read as words of the stack; those behind the function's own have no
+// meaning.
 extern "C" [[gnu::visibility("default")]] CK_ULONG lastArguments[8];
 CK_ULONG lastArguments[8];
 

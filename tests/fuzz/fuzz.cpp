@@ -1,6 +1,7 @@
-// Calls natives with hostile arguments, over a Cryptoki library that answers at random, and asks after each
-// call what must hold whatever the arguments were. Every call has its own seed, made of --seed and its
-// number, so that --seed S --first N --calls 1 repeats it alone.
+// Calls natives with hostile arguments, over a Cryptoki library that returns random results, and checks after
+// each call what must hold for all arguments. Each call has its own seed, made of --seed and its number, so
+// that
+// --seed S --first N --calls 1 repeats one call.
 #include "harness/failing_alloc.h"
 #include "harness/faulty_env.h"
 #include "harness/jni_helpers.h"
@@ -25,15 +26,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// The call that runs, as the Cryptoki library needs to know it.
+// What the Cryptoki library needs to know about the call that runs.
 struct Round {
     JNIEnv* env = nullptr;
     std::mt19937 random;
     std::vector<jint> sizes;  // see Hostile.addSizes
     std::size_t nextSize = 0; // of the Cryptoki call that runs
     std::string parameter;
-    std::string told; // what to print should it fail
-    int called = 0;   // Cryptoki functions
+    std::string log; // printed if the call fails
+    int called = 0;  // Cryptoki functions
     bool hasRaised = false;
     bool raises = false; // from within the library
     CK_RV answered = CKR_OK;
@@ -67,7 +68,7 @@ CK_ULONG nextSize()
     std::abort();
 }
 
-// Reads as much of an input as there is.
+// Reads an input, but not beyond its real length.
 void read(const void* data, CK_ULONG declared, CK_ULONG real)
 {
     const auto* const bytes = static_cast<const CK_BYTE*>(data);
@@ -101,7 +102,7 @@ void readMechanism(std::string_view, CK_MECHANISM_PTR mechanism)
     const CK_ULONG size = nextSize();
     void* const parameter = mechanism->pParameter;
     read(parameter, size, size);
-    // Only the memory for the structure may be missing silently.
+    // Only a failed allocation of the structure passes silently.
     if (parameter == nullptr && !now.parameter.empty() && !allocationFailed())
         now.wrong += "the parameter is lost\n";
     if (parameter == nullptr || chance(3)) return;
@@ -120,7 +121,7 @@ void readMechanism(std::string_view, CK_MECHANISM_PTR mechanism)
     }
 }
 
-// As a library that locks would; the mutex is let go of even where the callback to destroy it fails.
+// Uses the callbacks as a library that locks does, and frees the mutex even if DestroyMutex fails.
 void lock(const CK_C_INITIALIZE_ARGS* arguments)
 {
     void* mutex = nullptr;
@@ -133,7 +134,7 @@ void lock(const CK_C_INITIALIZE_ARGS* arguments)
     if (mutex != nullptr && !isGone) now.env->DeleteGlobalRef(static_cast<jobject>(mutex));
 }
 
-// Walks the arguments of a Cryptoki function, one or two at a time.
+// Reads or writes the arguments of a Cryptoki function, one or two at a time.
 template <std::size_t I = 0, typename... A>
 void take(std::string_view name, const std::tuple<A...>& all)
 {
@@ -240,7 +241,7 @@ std::vector<Native> natives()
     return all;
 }
 
-// Arguments as they lie on the stack. More of them than the native takes do no harm: the caller removes them.
+// The arguments as they lie on the stack. Surplus words do no harm, because the caller removes them.
 struct Words {
     std::uint32_t all[12];
 };
@@ -261,7 +262,7 @@ Words words(const Native& native, jobjectArray boxes)
     return words;
 }
 
-// Locking callbacks in force: what an exception from within the library comes of.
+// Registers locking callbacks, without which the library raises no exception.
 void initialise()
 {
     const jclass cls = jni::find(now.env, "TestCallbacks");
@@ -287,7 +288,7 @@ bool isAllowed(const std::string& exception, const std::string& allowed)
     return exception.empty();
 }
 
-// What is wrong after one call; "" when nothing is.
+// Makes one call and returns what is wrong, or "".
 std::string run(const Native& native, int index, std::uint32_t seed)
 {
     JNIEnv* const env = now.env;
@@ -302,7 +303,7 @@ std::string run(const Native& native, int index, std::uint32_t seed)
         return jni::toString(
             env, static_cast<jstring>(jni::getObject(env, hostile, name, "Ljava/lang/String;")));
     };
-    now.told += native.symbol + "\n" + text("told");
+    now.log += native.symbol + "\n" + text("description");
     now.parameter = text("parameter");
     now.called = 0;
     now.wrong.clear();
@@ -312,11 +313,11 @@ std::string run(const Native& native, int index, std::uint32_t seed)
     const Words arguments = words(
         native, static_cast<jobjectArray>(jni::getObject(env, hostile, "arguments", "[Ljava/lang/Object;")));
 
-    // Beside hostile arguments: an exception from within the library, a JNI call or an allocation that fails.
+    // Besides the hostile arguments, a JNI call or an allocation may fail, or the library raise an exception.
     const Fault fault{.call = chance(8) ? static_cast<int>(1 + below(80)) : 0};
     jlong result = 0;
     const int failing = chance(8) ? static_cast<int>(1 + below(20)) : 0;
-    now.told +=
+    now.log +=
         "  JNI call " + std::to_string(fault.call) + " fails, allocation " + std::to_string(failing) + "\n";
     HeapWatch heap;
     failAllocation(failing);
@@ -361,15 +362,15 @@ std::string run(const Native& native, int index, std::uint32_t seed)
     return now.wrong;
 }
 
-extern "C" void printTold()
+extern "C" void printLog()
 {
-    const std::string text = now.told.substr(0, 20000);
+    const std::string text = now.log.substr(0, 20000);
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
-void printToldAndAbort(int)
+void printLogAndAbort(int)
 {
-    printTold();
+    printLog();
     std::signal(SIGABRT, SIG_DFL);
     std::abort();
 }
@@ -395,8 +396,8 @@ int main(int argc, char** argv)
 
     jvm()->GetEnv(reinterpret_cast<void**>(&now.env), JNI_VERSION_1_8);
     now.env->PushLocalFrame(512);
-    std::signal(SIGABRT, printToldAndAbort);
-    if (__sanitizer_set_death_callback != nullptr) __sanitizer_set_death_callback(printTold);
+    std::signal(SIGABRT, printLogAndAbort);
+    if (__sanitizer_set_death_callback != nullptr) __sanitizer_set_death_callback(printLog);
     const std::vector<Native> all = natives();
 
     unsigned long made = 0, reached = 0, raised = 0;
@@ -406,17 +407,17 @@ int main(int argc, char** argv)
         const std::size_t index = (mixed >> 7) % all.size();
         if (all[index].symbol.find(only) == std::string::npos) continue;
         ++made;
-        now.told = "--seed " + std::to_string(seed) + " --first " + std::to_string(number) + " --calls 1: ";
+        now.log = "--seed " + std::to_string(seed) + " --first " + std::to_string(number) + " --calls 1: ";
         const std::string wrong = run(all[index], static_cast<int>(index), mixed);
         reached += now.called > 0;
         raised += now.hasRaised;
         if (wrong.empty()) continue;
         ++failures;
-        printTold();
+        printLog();
         std::fprintf(stderr, "%s", wrong.c_str());
     }
     std::printf("%lu calls of %zu natives, %lu reached the library, %lu raised an exception; %d failed\n",
         made, all.size(), reached, raised, failures);
-    jvm()->DestroyJavaVM(); // or its threads would watch the process end
+    jvm()->DestroyJavaVM(); // its threads must not outlive the program's data
     return failures == 0 ? 0 : 1;
 }

@@ -1,11 +1,11 @@
-// The wrappers that the linker puts in the place of malloc, calloc, realloc and free.
+// The wrappers that the linker uses instead of malloc, calloc, realloc and free.
 #include "harness/failing_alloc.h"
 
 #include <cstddef>
 
 namespace {
 
-thread_local int untilFailure = 0; // below 0: it has failed
+thread_local int untilFailure = 0; // below 0: the allocation has failed
 
 bool isToFail()
 {

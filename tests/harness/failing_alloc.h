@@ -1,24 +1,24 @@
-// malloc, calloc, realloc and free as this program's own objects call them: an allocation fails on request,
-// and what becomes of the blocks is watched. For the calling thread only. What shared libraries allocate,
-// operator new included, is neither counted nor seen. Linked with --wrap of all four.
+// Replaces malloc, calloc, realloc and free in this program's own objects, by linking with --wrap: an
+// allocation fails on request, and every block is watched. Both concern the calling thread only. What shared
+// libraries allocate, operator new included, is neither counted nor watched.
 #pragma once
 
 #include <map>
 #include <string>
 #include <vector>
 
-// The n-th allocation from now, from 1, returns null, and only that one; 0: none does.
+// Only the n-th allocation from now returns null, counted from 1; with 0 none does.
 void failAllocation(int n);
 
-// Has the one that was to fail been reached?
+// Whether the allocation that was to fail has been reached.
 bool allocationFailed();
 
-// The blocks allocated while it lives. One at a time.
+// The blocks that are allocated while it lives. There is one such object at a time.
 struct HeapWatch {
     HeapWatch() { current = this; }
     ~HeapWatch() { current = nullptr; }
 
     static inline thread_local HeapWatch* current = nullptr;
-    std::map<void*, std::size_t> blocks; // not yet freed, with their sizes
-    std::vector<std::string> freed;      // what each block held when it was freed; not what realloc moved
+    std::map<void*, std::size_t> blocks; // not yet freed, and their sizes
+    std::vector<std::string> freed;      // the contents of each block that free released
 };

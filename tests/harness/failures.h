@@ -1,5 +1,5 @@
-// Lets one JNI call or one allocation of a piece of work fail after the other, and catches the last words of
-// a process that an assertion ends.
+// Runs a piece of work again and again while each of its JNI calls or allocations fails in turn, and catches
+// the last output of a process that an assertion aborts.
 #pragma once
 
 #include "harness/failing_alloc.h"
@@ -20,10 +20,10 @@ inline bool isPrefix(const Lines& shorter, const Lines& longer)
     return std::ranges::mismatch(shorter, longer).in1 == shorter.end();
 }
 
-// Once with every lookup made anew, once with all remembered: the exception comes out, no JNI call follows
-// that it forbids, the Cryptoki library is called as if nothing failed or not at all, and nothing native is
-// left. The work is prepared anew each time; where it is a native, it returns null. Answers how many calls
-// failed.
+// Fails each JNI call in turn, once with no lookup remembered and once with all. Each time the exception
+// comes out, no JNI call follows that it forbids, the Cryptoki library is called as if nothing failed or not
+// at all, and nothing native is left. The work is prepared again each time; a native returns null. Returns
+// how many calls failed.
 template <typename Prepare>
 int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = false)
 {
@@ -54,7 +54,7 @@ int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = fals
             const bool wasMet = !watched.failed.empty();
             SCOPED_TRACE(watched.failed + ", call " + std::to_string(number));
             EXPECT_EQ(exception, wasMet ? "java.lang.RuntimeException: injected" : usual);
-            // What a native returns is returned all the same when only its value could not be set.
+            // A native still returns its CK_RV when only its value could not be set.
             const bool isUnset = number == calls && watched.failed == "GetFieldID";
             EXPECT_TRUE(!wasMet || !isNative || hasReturned == isUnset);
             EXPECT_TRUE(callsAnyway || isPrefix(seen, lines)) << seen.back();
@@ -71,7 +71,8 @@ int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = fals
     return failed;
 }
 
-// What each failed allocation led to: the pending exception, or else what the work answers. Nothing is left.
+// Fails each allocation in turn. Returns what each led to: the pending exception, or else the work's own
+// result. No memory is left.
 inline Lines failEachAllocation(JNIEnv* env, const std::function<std::string()>& work)
 {
     Lines outcomes;
@@ -91,7 +92,7 @@ inline Lines failEachAllocation(JNIEnv* env, const std::function<std::string()>&
 
 inline const char* const NO_MEMORY = "java.lang.OutOfMemoryError: no native memory left";
 
-// What the work, in a child process, says on standard error before it aborts, without the line number.
+// Runs the work in a child process and returns what it prints before it aborts, without the line number.
 inline std::string lastWords(const std::function<void()>& work)
 {
     std::FILE* const output = std::tmpfile();

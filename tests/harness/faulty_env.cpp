@@ -9,15 +9,15 @@ namespace {
 
 using Table = JNINativeInterface_;
 
-// One run of `watch`; while it lives the environment's table is its own.
+// One run of `watch`. While it lives, the environment uses its table.
 struct Run {
     JNIEnv* env;
     const Table* real;
     Fault fault;
     Table table = *real;
     Watched seen = {};
-    std::vector<std::size_t> frames = {}; // the local references when each was pushed
-    bool inReal = false;                  // a call that arrives meanwhile comes from Java's own natives
+    std::vector<std::size_t> frames = {}; // how many local references there were when each was pushed
+    bool inReal = false;                  // calls that arrive now come from Java's own natives
 
     ~Run();
 };
@@ -43,7 +43,7 @@ constexpr std::string_view name()
     return text.substr(begin, text.find(';', begin) - begin);
 }
 
-// Of a lookup's arguments: the path of the class or the name of the member.
+// Returns the path of the class, or the name of the member, from a lookup's arguments.
 template <typename... A>
 const char* firstText(A... arguments)
 {
@@ -111,7 +111,7 @@ struct Wrapped<canRaise, Member> {
     }
 };
 
-// These may be called with an exception pending.
+// JNI allows these while an exception is pending.
 
 void JNICALL deleteLocalRef(JNIEnv* env, jobject gone)
 {
@@ -165,7 +165,7 @@ void wrapAll(Table& table)
         &T::CallByteMethodV, &T::CallCharMethodV, &T::CallVoidMethodV, &T::NewByteArray, &T::NewLongArray,
         &T::NewObjectArray, &T::GetObjectArrayElement, &T::SetObjectArrayElement, &T::NewGlobalRef,
         &T::NewWeakGlobalRef, &T::GetStringUTFChars, &T::ThrowNew>(table);
-    // Those of a region raise an exception only where it lies beyond the array.
+    // The region functions raise an exception only if the region lies outside the array.
     wrap<false, &T::GetByteArrayRegion, &T::GetLongArrayRegion, &T::GetIntArrayRegion,
         &T::GetBooleanArrayRegion, &T::GetCharArrayRegion, &T::SetByteArrayRegion, &T::SetLongArrayRegion,
         &T::GetStringUTFRegion, &T::GetStringLength, &T::GetObjectClass, &T::IsInstanceOf, &T::NewLocalRef,

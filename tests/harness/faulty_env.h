@@ -1,4 +1,4 @@
-// A JNI environment that fails on request and that watches what is done with it.
+// A JNI environment that fails on request and watches how it is used.
 #pragma once
 
 #include <functional>
@@ -7,31 +7,31 @@
 #include <string_view>
 #include <vector>
 
-// What is to go wrong; nothing does by default.
+// What is to go wrong. By default nothing does.
 struct Fault {
-    // Of the calls that can raise an exception, the n-th (from 1) does nothing but raise
+    // The n-th of the calls that can raise an exception, counted from 1, only raises
     // java.lang.RuntimeException: injected.
     int call = 0;
-    // FindClass of this path, or GetFieldID or GetMethodID of this name, raises what a missing one raises.
+    // FindClass of this path, or GetFieldID or GetMethodID of this name, fails as if it did not exist.
     std::string_view lookup = {};
-    // This function, which makes a reference, returns null without an exception.
+    // This function, which creates a reference, returns null without an exception.
     std::string_view silent = {};
 };
 
 struct Watched {
-    int calls = 0;      // that can raise
+    int calls = 0;      // those that can raise an exception
     std::string failed; // the function that the fault hit last; "" when the fault was not met
-    // Calls that JNI forbids while an exception is pending; local references that were deleted although they
-    // are the caller's or gone.
+    // Calls that JNI forbids while an exception is pending, and deletions of local references that belong to
+    // the caller or are deleted already.
     std::vector<std::string> violations;
-    std::size_t maxLocalRefs = 0; // made by the work and live at once
-    // What the work made and has not released at its end: the characters of strings count as buffers, weak
-    // references not at all.
+    std::size_t maxLocalRefs = 0; // created by the work and alive at the same time
+    // What the work created and did not release. The characters of a string count as a buffer; weak
+    // references do not count.
     std::vector<jobject> localRefs;
     std::vector<jobject> globalRefs;
     std::vector<const void*> buffers;
 };
 
-// Runs the work with this thread's environment watched. Calls that Java's own natives make on the way (when
-// NewObject runs a constructor, say) are neither counted nor hit.
+// Runs the work and watches this thread's environment. Calls that Java's own natives make meanwhile, for
+// example when NewObject runs a constructor, are neither counted nor made to fail.
 Watched watch(JNIEnv* env, const Fault& fault, const std::function<void()>& work);

@@ -1,6 +1,6 @@
-// Terse ways to make, read and write Java objects in tests. Nothing here uses the library under test, so that
-// a fault in the library cannot hide itself. What goes wrong throws std::runtime_error with the Java
-// exception's text.
+// Short ways to create, read and write Java objects in tests. Nothing here uses the library under test, so
+// that a fault of the library cannot hide itself. A failure throws std::runtime_error with the text of the
+// Java exception.
 #pragma once
 
 #include "zerlin/cryptoki.h"
@@ -14,9 +14,9 @@
 
 namespace jni {
 
-// The pending exception as "java.lang.NoSuchFieldError: m_value", cleared; "" when none is pending.
+// Clears the pending exception and returns its text, "java.lang.NoSuchFieldError: m_value", or "".
 std::string takeException(JNIEnv* env);
-// Throws when an exception is pending; `what` says in the text what was being done.
+// Throws if an exception is pending. Its text starts with `what`, which says what was being done.
 void check(JNIEnv* env, std::string_view what);
 
 jclass find(JNIEnv* env, const char* path);

@@ -1,5 +1,5 @@
-// Starts the JVM and collects what it prints, so that its warnings about JNI calls fail the test that made
-// them.
+// Starts the JVM and collects what it prints, so that a warning about a JNI call fails the test that made the
+// call.
 #include "harness/jvm.h"
 
 #include "fakes/recorder.h"
@@ -17,7 +17,8 @@ namespace {
 std::mutex printedMutex;
 std::string printed;
 
-// The JVM prints through this function. A fatal error aborts right after it: hence the copy to the terminal.
+// The JVM prints through this function. It copies to the terminal because a fatal error aborts right after
+// it.
 jint JNICALL collectPrinted(FILE* stream, const char* format, va_list arguments)
 {
     char text[4096];
@@ -37,7 +38,7 @@ JavaVM* startJvm()
         JavaVMOption{const_cast<char*>("vfprintf"), reinterpret_cast<void*>(collectPrinted)},
         option(classPath.c_str()),
         option("-Xcheck:jni"),
-        option("-Xint"), // no compiler threads: quicker to start, and quiet under the leak checker
+        option("-Xint"), // no compiler threads: starts faster, and the leak checker reports nothing
         option("-XX:+UseSerialGC"),
     };
     JavaVMInitArgs arguments{JNI_VERSION_1_8, static_cast<jint>(options.size()), options.data(), JNI_FALSE};

@@ -5,16 +5,16 @@
 #include <jni.h>
 #include <string>
 
-// Where the JVM finds its classes: each program says so itself.
+// Where the JVM finds its classes. Each program defines it.
 extern const char* const CLASS_PATH;
 
-// The one JVM of the process, started with -Xcheck:jni by the first call; that call's thread is attached.
+// The one JVM of the process. The first call starts it with -Xcheck:jni and attaches the calling thread.
 JavaVM* jvm();
 
-// What -Xcheck:jni complained about since the last call, each complaint with its stack; "" when nothing.
+// The warnings of -Xcheck:jni since the last call, each with its stack, or "".
 std::string takeJniWarnings();
 
-// Attaches the current thread, which must be a new one, for as long as it lives.
+// Attaches the current thread, one that the test has started, while it lives.
 struct AttachedThread {
     AttachedThread() { jvm()->AttachCurrentThread(reinterpret_cast<void**>(&env), nullptr); }
     ~AttachedThread() { jvm()->DetachCurrentThread(); }
@@ -22,7 +22,7 @@ struct AttachedThread {
     JNIEnv* env = nullptr;
 };
 
-// Local references made in its scope end with it: for the rows of a long table.
+// Deletes the local references that were created in its scope: for the rows of a long table.
 struct LocalFrame {
     explicit LocalFrame(JNIEnv* jniEnv) : env(jniEnv) { env->PushLocalFrame(512); }
     ~LocalFrame() { env->PopLocalFrame(nullptr); }
@@ -30,8 +30,8 @@ struct LocalFrame {
     JNIEnv* env;
 };
 
-// Starts with an empty recorder and no remembered lookup. Fails the test that leaves an exception pending or
-// that the JVM's own checks complain about.
+// Starts with an empty recorder and no remembered lookup. Fails a test that leaves an exception pending or
+// that the JVM's own checks warn about.
 struct JniTest : ::testing::Test {
     JNIEnv* env = nullptr;
 

@@ -1,4 +1,4 @@
-// Natives called as the C functions that they are, with Java arguments that a test can change one by one.
+// Calls natives as C functions, with Java arguments that a test can change one by one.
 #pragma once
 
 #include "fakes/recorder.h"
@@ -47,13 +47,13 @@ jobject callStatic(
     return returned;
 }
 
-// As Java tells them, arrays with their contents: "[session 5, [1, 2], null]".
+// The objects as Java prints them, arrays with their contents: "[session 5, [1, 2], null]".
 inline std::string text(JNIEnv* env, const std::vector<jobject>& shown)
 {
     const jobject all = objects(env, "java/lang/Object", shown);
-    const jobject told =
+    const jobject printed =
         callStatic(env, "java/util/Arrays", "deepToString", "([Ljava/lang/Object;)Ljava/lang/String;", all);
-    return toString(env, static_cast<jstring>(told));
+    return toString(env, static_cast<jstring>(printed));
 }
 
 // A native with its arguments.
@@ -99,7 +99,7 @@ Call call(
     return {invoke, {pack(arguments)...}, {kindOf<Parameters>...}};
 }
 
-// Locking callbacks in force, without which no exception can come out of the Cryptoki library.
+// Registers locking callbacks. Without them no exception can come out of the Cryptoki library.
 inline void initialiseWithCallbacks(JNIEnv* env)
 {
     const jobject args = callStatic(env, "TestCallbacks", "answering",
@@ -108,7 +108,7 @@ inline void initialiseWithCallbacks(JNIEnv* env)
     EXPECT_EQ(rvOf(env, call(NATIVE(C_1Initialize), args)(env)), recorder::script().result);
 }
 
-// The call makes that one line, and hands on what the Cryptoki library answers.
+// The native makes the one Cryptoki call of that line, and returns what the Cryptoki library returned.
 inline void expectCall(JNIEnv* env, const Call& made, const std::string& line)
 {
     const std::size_t known = recorder::calls().size();
@@ -118,7 +118,7 @@ inline void expectCall(JNIEnv* env, const Call& made, const std::string& line)
     EXPECT_EQ(Lines(lines.begin() + static_cast<std::ptrdiff_t>(known), lines.end()), Lines{line});
 }
 
-// The call answers CKR_ARGUMENTS_BAD, or another value of its own, and does nothing else.
+// The native returns CKR_ARGUMENTS_BAD, or the other value given, and does nothing else.
 inline void expectRefused(JNIEnv* env, const Call& made, CK_RV rv = CKR_ARGUMENTS_BAD)
 {
     const std::size_t known = recorder::calls().size();

@@ -1,7 +1,6 @@
-// What the sanitizers must know of the JVM: it means to meet some of its segmentation faults, and keeps
-// memory for good where the leak checker does not look. The copies that -Xcheck:jni makes of array elements
-// and string characters come by another way, and so does everything that natives allocate: both are still
-// reported.
+// Settings for the sanitizers: the JVM causes segmentation faults on purpose and handles them, and it keeps
+// memory where the leak checker does not look. What natives leak is still reported, and so are the copies of
+// array elements and string characters that -Xcheck:jni makes.
 extern "C" {
 
 [[gnu::visibility("default")]] const char* __asan_default_options()
@@ -19,7 +18,7 @@ extern "C" {
     return "leak:AllocateHeap\n"
            "leak:MethodData::allocate\n"
            "leak:Unsafe_AllocateMemory0\n"
-           "leak:libz.so\n" // the JVM unpacks its jars with these, and the tests nothing
+           "leak:libz.so\n" // only the JVM uses these, to unpack its jars
            "leak:libzip.so\n";
 }
 

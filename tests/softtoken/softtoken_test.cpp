@@ -1,5 +1,5 @@
-// The embedded libcryptoki.so: over SoftHSM, with a directory of tokens per test, and in child processes (the
-// module is loaded once per process) over modules that cannot be used and over a double.
+// The embedded libcryptoki.so: over SoftHSM, with a directory of tokens per test, and over unusable modules
+// and the recording module, in child processes because a process loads one module only.
 #pragma GCC visibility push(default)
 #include "zerlin/cryptoki.h"
 #pragma GCC visibility pop
@@ -43,7 +43,7 @@ CK_BYTE* bytes(const std::string& text)
     return reinterpret_cast<CK_BYTE*>(const_cast<char*>(text.data()));
 }
 
-// Valid as long as the attributes are.
+// The result points into the attributes.
 std::vector<CK_ATTRIBUTE> templateOf(const Attributes& attributes)
 {
     std::vector<CK_ATTRIBUTE> result;
@@ -72,7 +72,7 @@ CK_SESSION_HANDLE openSession(CK_SLOT_ID slot)
     return session;
 }
 
-// The user's session on a new token. SoftHSM offers the slot after the last initialised one for the next.
+// The user's session on a new token. SoftHSM then adds an uninitialised token in the next slot.
 CK_SESSION_HANDLE makeToken(CK_SLOT_ID slot)
 {
     CK_ULONG count = 0;
@@ -97,9 +97,9 @@ CK_OBJECT_HANDLE create(CK_SESSION_HANDLE session, const Attributes& attributes)
 std::string read(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object, CK_ATTRIBUTE_TYPE type)
 {
     std::string value(512, '\0');
-    CK_ATTRIBUTE wanted = {type, value.data(), value.size()};
-    EXPECT_EQ(C_GetAttributeValue(session, object, &wanted, 1), CKR_OK) << "attribute " << type;
-    value.resize(std::min<CK_ULONG>(wanted.ulValueLen, value.size()));
+    CK_ATTRIBUTE attribute = {type, value.data(), value.size()};
+    EXPECT_EQ(C_GetAttributeValue(session, object, &attribute, 1), CKR_OK) << "attribute " << type;
+    value.resize(std::min<CK_ULONG>(attribute.ulValueLen, value.size()));
     return value;
 }
 
@@ -113,7 +113,7 @@ CK_ULONG countObjects(CK_SESSION_HANDLE session)
     return count;
 }
 
-// The tokens are in the slots 0 and 1; that in slot 2 waits to be initialised.
+// The tokens are in slots 0 and 1. The token in slot 2 is not initialised.
 struct SoftToken : testing::Test {
     void SetUp() override
     {
@@ -199,7 +199,7 @@ TEST_F(SoftToken, aResetErasesTheSessionsTokenAndLabelsIt)
     EXPECT_EQ(labelOf(1), name) << "kept when none is given";
 }
 
-// Children are run anew from the start, so that they have no module yet.
+// A child process runs the program again from its start, so that no module is loaded yet.
 struct OtherModule : testing::Test {
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 };
@@ -228,7 +228,7 @@ TEST_F(OtherModule, anUnusableModuleIsReportedInOneLineAndDoesNothing)
     }
 }
 
-// As many arguments as each function of the list has.
+// The number of arguments of each function of the list.
 const std::string COUNTS = "11113223343551123541452344341355335532532335333535333555555868633113";
 
 [[noreturn]] void expectForwarded()

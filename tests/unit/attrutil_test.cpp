@@ -21,7 +21,7 @@ OwnedSet make(const Entries& entries)
     return {DupAttributes(attributes.data(), attributes.size()), FreeAttributeSet};
 }
 
-// Such as " 3=ab", with a null value as " 11=null".
+// " 3=ab" for each attribute; a null value is " 11=null".
 std::string text(const AttributeSet* set)
 {
     std::ostringstream out;
@@ -61,7 +61,8 @@ TEST(Attrutil, typeAndLengthDecideTheKindOfAnAttribute)
     }
 }
 
-// For each object: which types must not change. With each type's present value, in and out of copy mode.
+// Each row names an object and the types that must not change, with every present value, in and out of copy
+// mode.
 TEST(Attrutil, objectValueAndModeDecideWhetherAnAttributeMayChange)
 {
     const Types always = {
@@ -115,7 +116,7 @@ TEST(Attrutil, assignmentStaysWithinTheCapacity)
         CK_ULONG room;
         CK_RV rv;
         CK_ULONG length;
-        std::string result; // of eight dots
+        std::string result; // what the target's eight dots become
     };
     const Row rows[] = {
         {CKA_CLASS, "\x3", 2, CKR_OK, 2, std::string("\x3\0......", 8)},
@@ -141,7 +142,7 @@ TEST(Attrutil, assignmentStaysWithinTheCapacity)
     }
 }
 
-// The operation's code and what the set is then: when the n-th allocation fails, and, last, when none does.
+// Expects the code and the set after each operation: with the n-th allocation failing, and last with none.
 TEST(AttrutilSets, changesFollowTheirRulesAndSurviveFailedAllocations)
 {
     using Operation = CK_RV (*)(OwnedSet & set, const AttributeSet& with);
@@ -196,7 +197,7 @@ TEST(AttrutilSets, comparisonsReturnTheirCodes)
         {{{2, "b"}}, {{2, "abcde"}}, -1, 2, 0, 0},
         {{{2, "abcde"}}, {{2, "b"}}, 1, 2, 0, 0},
         {{{3, "ab"}}, {{4, "ab"}}, 0, 1, 2, 0},
-        {{{3, "c"}}, {{3, "c" + nul}}, -1, 2, 0, 1}, // labels: less the NUL
+        {{{3, "c"}}, {{3, "c" + nul}}, -1, 2, 0, 1}, // a label's final NUL does not count
         {{{2, "c"}}, {{2, "c" + nul}}, -1, 2, 0, 0},
         {{{3, "c"}}, {{3, "c" + nul + nul}}, -1, 2, 0, 0},
         {{{3, "b"}}, {{1, "a"}, {3, "b"}}, 1, 1, 1, 1},

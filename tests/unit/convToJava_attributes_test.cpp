@@ -71,7 +71,7 @@ TEST_F(ConvToJavaAttributes, aTemplateBecomesNewAttributesInItsOrder)
     const char* const rows[] = {"[CKA_LABEL (0x3), [97, 98]] 2", "[CKA_LABEL (0x3), null] 4294967295",
         "[CKA_USAGE_COUNT (0x80000101), 7] 4"};
     for (jsize i = 0; i < 3; ++i)
-        EXPECT_EQ(told(env, env->GetObjectArrayElement(made, i)), rows[i]);
+        EXPECT_EQ(describe(env, env->GetObjectArrayElement(made, i)), rows[i]);
     EXPECT_EQ(ckAttributeArrayToJAttributeArray(env, nullptr, 3), nullptr);
     EXPECT_NE(ckAttributeArrayToJAttributeArray(env, source, 0), nullptr);
 }

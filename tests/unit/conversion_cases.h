@@ -104,18 +104,18 @@ struct Record {
     const char* path;
     void (*toCK)(JNIEnv*, jobject, void*);
     void (*toJava)(JNIEnv*, const void*, jobject);
-    std::string told; // by the Java record of recordBytes
+    std::string text; // of the Java record that recordBytes becomes
 };
 
 template <typename Native, auto toCK, auto toJava>
-Record record(const char* path, const char* told)
+Record record(const char* path, const char* text)
 {
     return {path,
         [](JNIEnv* env, jobject object, void* native) { toCK(env, object, static_cast<Native*>(native)); },
         [](JNIEnv* env, const void* native, jobject object) {
             toJava(env, static_cast<const Native*>(native), object);
         },
-        told};
+        text};
 }
 
 inline const Record RECORDS[] = {

@@ -38,7 +38,7 @@ TEST_F(CopyToCK, arraysAreCutToTheCapacity)
         expect(CopyJByteArrayToCKByteArray, jni::bytes(env, bytes), bytes);
         expect(CopyJLongArrayToCKULongArray, longArray(env, values), words);
         expect(CopyJMechanismTypeArrayToCKMechanismTypeArray, holders(env, MECHANISM_TYPE, values), words,
-            "java.lang.ArrayIndexOutOfBoundsException"); // the array's length is not looked at: wanted
+            "java.lang.ArrayIndexOutOfBoundsException"); // deliberate: the array's length is not checked
     }
 }
 
@@ -60,7 +60,8 @@ TEST_F(CopyToCK, valuesOfEachClassAreCopiedOrRefused)
         {day, 8, {'0', '7', '2', '4', UNTOUCHED, UNTOUCHED, '1', '5'}},
         {day, 7, {}, "halvorn.zerlin.CK_DATE"},
         {types, 7, {5, 0, 0, 0}},
-        {longs(env, {7, 0x100000008, 9}), 2, {7, 0, 0, 0, 8, 0, 0, 0}}, // the capacity in elements: wanted
+        {longs(env, {7, 0x100000008, 9}), 2,
+            {7, 0, 0, 0, 8, 0, 0, 0}}, // deliberate: the capacity counts elements
         {string(env, "abc"), 5, {'a', 'b', 'c', 0, 0}},
         {string(env, "abc"), 2, {'a', 'b'}},
         {integer, 4, {0xFE, 0xFF, 0xFF, 0xFF}},

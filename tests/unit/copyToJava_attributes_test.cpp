@@ -23,16 +23,16 @@ const std::string CANNOT = "java.lang.UnsupportedOperationException: Can not cop
 
 TEST_F(CopyToJavaAttributes, theClassOfTheTargetDecidesHowAValueIsWritten)
 {
-    for (const auto& [target, given, length, written, told] : values(env)) {
+    for (const auto& [target, given, length, written, shown] : values(env)) {
         const std::string before = text(env, {target});
         for (Bytes tooShort = written; !tooShort.empty();) {
             tooShort.pop_back();
-            EXPECT_EQ(after(tooShort, target), before) << told;
+            EXPECT_EQ(after(tooShort, target), before) << shown;
         }
         zerlin::CopyCKObjectPtrToJObjectPrimitive(env, nullptr, 64, target);
-        EXPECT_EQ(after({}, target), before) << told;
+        EXPECT_EQ(after({}, target), before) << shown;
         EXPECT_EQ(
-            after(written.empty() ? Bytes{1} : written, target), written.empty() ? CANNOT + told : told);
+            after(written.empty() ? Bytes{1} : written, target), written.empty() ? CANNOT + shown : shown);
     }
     // A Boolean takes the byte, of which the JVM keeps the lowest bit.
     EXPECT_EQ(after({3}, bbool(env, true)) + after({3}, make(env, "java/lang/Boolean", "(Z)V", JNI_FALSE)),
@@ -56,7 +56,7 @@ TEST_F(CopyToJavaAttributes, anAttributeTakesTheLengthAndAWildcardAlsoTheType)
         {attribute(env, 0x1'0000ffff, nullptr, 6), native(3, two), "[CKA_LABEL (0x3), null] 2"}};
     for (const auto& [target, source, after] : rows) {
         zerlin::CopyCKAttributeToJAttribute(env, &source, target);
-        EXPECT_EQ(told(env, target), after);
+        EXPECT_EQ(describe(env, target), after);
     }
 }
 

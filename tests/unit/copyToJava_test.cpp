@@ -17,7 +17,7 @@ TEST_F(CopyToJava, recordsSurviveTheWayToJavaAndBack)
         record.toJava(env, nullptr, object);
         record.toJava(env, recordBytes().data(), holder(env, HANDLE, 1));
         record.toJava(env, recordBytes().data(), object);
-        EXPECT_EQ(text(env, {object}), record.told);
+        EXPECT_EQ(text(env, {object}), record.text);
         Bytes copied(sizeof(CK_TOKEN_INFO));
         record.toCK(env, nullptr, copied.data());
         record.toCK(env, holder(env, HANDLE, 1), copied.data());
@@ -25,7 +25,7 @@ TEST_F(CopyToJava, recordsSurviveTheWayToJavaAndBack)
         record.toCK(env, object, copied.data());
         const jobject again = make(env, record.path);
         record.toJava(env, copied.data(), again);
-        EXPECT_EQ(text(env, {again}), record.told);
+        EXPECT_EQ(text(env, {again}), record.text);
     }
 }
 
@@ -37,7 +37,8 @@ TEST_F(CopyToJava, datesAreWrittenIntoTheirArrays)
         env, "halvorn/zerlin/CK_DATE", "([B[B[B)V", bytes(env, "......"), bytes(env, ".."), bytes(env, "."));
     CopyCKDateToJDate(env, nullptr, 8, date);
     CopyCKDateToJDate(env, &native, 0, date);
-    EXPECT_EQ(text(env, {date}), "[2024..-20-1]"); // the month from the year's first characters: wanted
+    EXPECT_EQ(
+        text(env, {date}), "[2024..-20-1]"); // deliberate: the month is read from the year's first characters
 }
 
 constexpr std::pair<const char*, bool (*)(JNIEnv*, const CK_ULONG*, CK_ULONG, jobjectArray)> OBJECT_ARRAYS[] =

@@ -1,5 +1,5 @@
-// What all natives have in common, over a table to which every native adds its row: how arguments become what
-// the Cryptoki library is given, what is refused, what comes back, and what happens when a JNI call fails.
+// What all natives have in common, tested over a table with a row for each native: what arguments become,
+// what is refused, what is written back, and what happens when a JNI call fails.
 #include "harness/failures.h"
 #include "param_text.h"
 #include "values.h"
@@ -22,8 +22,8 @@ struct Frame : JniTest {
     }
 };
 
-// What the Cryptoki library does with its output: it writes NEW to wherever it may, or 11, 12, ... into the
-// buffer, as far as it goes, and reports that length.
+// What the Cryptoki library writes: NEW through every output pointer, or, if a length is to be reported, 11,
+// 12, ... into the buffer, up to its end, and that length.
 const CK_ULONG NEW = 0x80000003;
 
 struct Answer {
@@ -78,18 +78,18 @@ const char* const SESSION = "halvorn/zerlin/CK_SESSION_HANDLE";
 const char* const OBJECT = "halvorn/zerlin/CK_OBJECT_HANDLE";
 const char* const MECHANISM_TYPE = "halvorn/zerlin/constants/CK_MECHANISM_TYPE";
 
-// The field of the number that an argument of this letter holds; null when it does not.
+// The field that holds the number of an argument of this letter; null if it holds none.
 const char* fieldOf(char letter)
 {
     return letter == 'L' ? "value" : std::strchr("stkhuySnN", letter) != nullptr ? "m_value" : nullptr;
 }
 
-// Of p, v and x the bytes must be there where a length is told; x must also have a length.
+// p and v must not be null if their length is above 0; x must be neither null nor empty.
 const std::map<char, const char*> BYTES = {
     {'d', "data"}, {'D', "wrap"}, {'g', "sig"}, {'p', "1234"}, {'v', "new"}, {'x', "state"}, {'b', "lab"}};
 
-// An argument, by its letter: a capital for what is required. Numbers differ from all others in a call's
-// line, so that each is found there.
+// The argument of a letter. Capitals are required arguments. All numbers in the line of a call differ, so
+// that each can be found there.
 jvalue argument(JNIEnv* e, char letter, const char* info)
 {
     if (BYTES.contains(letter)) return pack(bytes(e, BYTES.at(letter)));
@@ -107,27 +107,27 @@ jvalue argument(JNIEnv* e, char letter, const char* info)
         const jobject bits = attribute(e, 289, boxedLong(e, 2048), 4);
         return pack(attributes(e, {attribute(e, 3, bytes(e, "abc"), 3), bits}));
     }
-    // What is written to.
+    // Outputs.
     if (letter == 'o') return pack(bytes(e, {7, 7, 7, 7}));
     if (letter == 'l') return pack(longs(e, {7, 7, 7, 7}));
     if (letter == 'e') return pack(objects(e, MECHANISM_TYPE, {mechanismType(e, 7), mechanismType(e, 7)}));
     if (letter == 'f') return pack(objects(e, OBJECT, {object(e, 99), object(e, 99)}));
-    return pack(jlong{letter - '0'}); // 0 is a null, too
+    return pack(jlong{letter - '0'}); // 0 also stands for null
 }
 
-constexpr jsize LARGE = 3000; // more than any buffer on the stack holds
+constexpr jsize LARGE = 3000; // bytes, more than any buffer on the stack holds
 
 struct Native {
     const char* name;
     void (*answer)(const Answer& wanted);
     Call native;
-    const char* shown; // in the line of a call as prepared
+    const char* shown; // the arguments in the line of the call
     std::string_view letters;
     const char* info = nullptr;
 
     std::string line() const { return std::string(name) + shown; }
     bool has(char letter) const { return letters.find(letter) != letters.npos; }
-    // Whether an array comes last, with a LongRef for its capacity and length.
+    // Whether the last arguments are an output array and a LongRef for its capacity and length.
     bool isSized() const { return line().find("out(4)") != std::string::npos; }
 
     Call prepare(JNIEnv* e) const
@@ -138,7 +138,7 @@ struct Native {
         return made;
     }
 
-    // With large arrays, for which memory must be had.
+    // With large arrays, for which memory must be allocated.
     Call prepareLarge(JNIEnv* e) const
     {
         Call made = prepare(e);
@@ -265,7 +265,7 @@ TEST_F(Frame, eachFailedJniCallRaisesItsException)
 {
     forEach(env, [this](const Native& native) {
         native.answer({[] { return CKR_OK; }});
-        // The one that calls although an argument could not be had.
+        // The only native that makes its call although an argument could not be read.
         const bool callsAnyway = native.line().starts_with("C_SetAttributeValue");
         for (const auto prepare : {&Native::prepare, &Native::prepareLarge}) {
             const auto prepared = [&] { return [this, made = (native.*prepare)(env)] { return made(env); }; };
@@ -274,8 +274,8 @@ TEST_F(Frame, eachFailedJniCallRaisesItsException)
     });
 }
 
-// What cannot be had for a conversion is an error of Java's, and for an output buffer CKR_HOST_MEMORY; the
-// Cryptoki library is not called either way.
+// Without memory a conversion raises an OutOfMemoryError and an output buffer leads to CKR_HOST_MEMORY.
+// Either way the Cryptoki library is not called.
 TEST_F(Frame, aFailedAllocationCallsNothingAndLeavesNothing)
 {
     forEach(env, [this](const Native& native) {
@@ -298,11 +298,11 @@ TEST_F(Frame, aFailedAllocationCallsNothingAndLeavesNothing)
     });
 }
 
-// As a locking callback that throws makes it.
+// A locking callback that throws leads to such an exception.
 TEST_F(Frame, anExceptionRaisedInTheLibraryStaysAndNothingIsWrittenBack)
 {
     forEach(env, [this](const Native& native) {
-        native.prepare(env)(env); // so that every lookup is remembered, and would let a native go on
+        native.prepare(env)(env); // remembers every lookup, so that none can end the native
         recorder::script().C_Initialize = {};
         initialiseWithCallbacks(env);
         const Call made = native.prepare(env);
@@ -390,7 +390,7 @@ TEST_F(Frame, onlyTheLowHalfOfALongCounts)
     });
 }
 
-// The line with another text in the place of its part.
+// The line with its part replaced.
 std::string replaced(std::string line, const std::string& part, const std::string& other)
 {
     return line.replace(line.find(part), part.size(), other);
@@ -463,7 +463,7 @@ TEST_F(Frame, bytesAndTemplatesArePassedWithTheGivenLength)
     });
 }
 
-// Of natives whose last arguments are an array for output and its LongRef.
+// For natives whose last arguments are an output array and its LongRef.
 TEST_F(Frame, outputGoesThroughABufferOfTheGivenCapacity)
 {
     struct Row {
@@ -472,7 +472,7 @@ TEST_F(Frame, outputGoesThroughABufferOfTheGivenCapacity)
         CK_ULONG reported;
         CK_RV rv;
         const char* shown;
-        const char* after; // the array, of four 7, where it is of numbers
+        const char* after; // what becomes of an array of four 7, if it holds numbers
     };
     const Row rows[] = {
         {false, 4, 4, CKR_OK, "out(4)", "[[11, 12, 13, 14]]"},
@@ -507,7 +507,7 @@ TEST_F(Frame, aCapacityThatCannotBeAllocatedIsRefused)
     forEach(env, [this](const Native& native) {
         if (!native.isSized()) return;
         const Call made = native.prepare(env);
-        const bool isBytes = made.kinds[made.kinds.size() - 2] == 'b'; // 2 GiB of which there may be
+        const bool isBytes = made.kinds[made.kinds.size() - 2] == 'b'; // 2 GiB may be available
         for (const jlong capacity : {jlong{-1}, jlong{isBytes ? -1 : 0x7fff'fff0}}) {
             setLong(env, made.arguments.back().l, "value", capacity);
             expectRefused(env, made, CKR_HOST_MEMORY);

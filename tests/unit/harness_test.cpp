@@ -1,5 +1,5 @@
-// What the other tests rely on: a complaint of the JVM is seen, a call that was told to fail fails, and what
-// is held or misused is seen. With the JDK's own classes only.
+// What the other tests rely on: a warning of the JVM is reported, an injected fault happens, and held or
+// misused references are reported. Uses only the JDK's own classes.
 #include "harness/faulty_env.h"
 #include "harness/jni_helpers.h"
 #include "harness/jvm.h"

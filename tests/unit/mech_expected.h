@@ -1,5 +1,5 @@
-// What mech tells about every mechanism and key type, in hexadecimal: the mechanisms or key types that share
-// a list, a colon, the list; that of FFFFFFFF is the list of all others.
+// The lists that mech returns for every mechanism and key type, in hexadecimal: the mechanisms or key types
+// that share a list, a colon, the list. The list of FFFFFFFF is that of all others.
 #pragma once
 
 namespace expected {

@@ -1,4 +1,5 @@
-// What mech tells, over all mechanisms and key types near those that it knows, and what it makes of lists.
+// The lists that mech returns for all mechanisms and key types near those that it knows, and how it filters
+// lists.
 #include "mech_expected.h"
 #include "zerlin/mech.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 using Values = std::vector<CK_ULONG>;
 
-// Calls the function with every number that it may know and far more. Lists that are not const are freed.
+// Calls the function with every number that it knows and many others. Frees lists that are not const.
 void expectLists(auto function, const char* expected)
 {
     std::map<CK_ULONG, Values> lists;
@@ -32,8 +33,8 @@ void expectLists(auto function, const char* expected)
         const CK_ULONG number = i / 2 | i % 2 << 31;
         CK_ULONG count = 0;
         auto* const list = function(number, &count);
-        const Values& wanted = lists[lists.contains(number) ? number : 0xFFFFFFFF];
-        ASSERT_EQ(Values(list, list + count), wanted) << expected << std::hex << " 0x" << number;
+        const Values& expectedList = lists[lists.contains(number) ? number : 0xFFFFFFFF];
+        ASSERT_EQ(Values(list, list + count), expectedList) << expected << std::hex << " 0x" << number;
         if constexpr (std::is_same_v<decltype(list), CK_ULONG* const>) std::free(list);
     }
 }
@@ -65,12 +66,12 @@ TEST(MechDeathTest, listsAreFilteredForGeneratorsAndKeyTypes)
     const Function rsa = [](auto* data, auto* count) { return mechFromTokKt(data, CKK_RSA, count); };
     const std::tuple<Function, Values, Values> rows[] = {
         {keys, {CKM_RC4, CKM_AES_CBC, CKM_AES_ECB}, {CKM_RC4_KEY_GEN, CKM_AES_KEY_GEN}},
-        {keys, {CKM_DES3_CBC}, {CKM_DES2_KEY_GEN, CKM_DES3_KEY_GEN}}, // two, over the count of the list
-        // As many as the list has entries: the rest is not looked at.
+        {keys, {CKM_DES3_CBC}, {CKM_DES2_KEY_GEN, CKM_DES3_KEY_GEN}}, // two, although the list has one entry
+        // The result has at most as many entries as the list; the rest is ignored.
         {keys, {CKM_DES3_CBC, CKM_AES_CBC}, {CKM_DES2_KEY_GEN, CKM_DES3_KEY_GEN}},
-        // The generator of RSA is 0, and may not be taken for a slot that is still empty.
+        // The generator of RSA is 0, which must not be taken for an empty slot.
         {pairs, {CKM_ECDSA, CKM_RSA_PKCS, CKM_ECIES}, {CKM_EC_KEY_PAIR_GEN, CKM_RSA_PKCS_KEY_PAIR_GEN}},
-        // A match beyond the first m of the key type's mechanisms leaves its slot as it was filled at first.
+        // A match behind the first m mechanisms of the key type leaves its slot as it was initialised.
         {rsa, {CKM_RSA_PKCS_OAEP, CKM_RSA_X_509}, {CKM_RSA_X_509, 0xFFFFFFFF}},
     };
     for (auto [function, input, output] : rows) {

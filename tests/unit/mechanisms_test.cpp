@@ -1,5 +1,5 @@
-// Mechanisms on their way to the Cryptoki library and back to the heap: what is no parameter structure, and
-// who frees when.
+// Mechanisms that are passed to the Cryptoki library: parameters that are no structure, and when parameters
+// are freed.
 #include "harness/failures.h"
 #include "harness/jvm.h"
 #include "param_text.h"
@@ -35,7 +35,7 @@ TEST_F(Mechanisms, aParameterWithoutAStructureIsABareValue)
     }
 }
 
-// The one leak that is accepted: freed here, so that the leak checker has nothing to say.
+// The one deliberate leak. The test frees the memory, so that the leak checker does not report it.
 TEST_F(Mechanisms, theParameterOfTypeZeroIsNeverFreed)
 {
     recorder::script().byteLimit = 0;
@@ -48,7 +48,7 @@ TEST_F(Mechanisms, theParameterOfTypeZeroIsNeverFreed)
     }
 }
 
-// The deepest that conversions nest: a value of no known class in a template in a parameter.
+// The deepest nesting of conversions: a value of an unknown class in a template in a parameter.
 TEST_F(Mechanisms, nestedConversionsHoldFewReferencesAtOnce)
 {
     const jobject label = attribute(env, 3, bytes(env, "abc"), 3);

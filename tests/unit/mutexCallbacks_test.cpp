@@ -1,5 +1,5 @@
-// Java's locking callbacks: what C_Initialize makes of them, how long they stay registered, and what becomes
-// of a call that the Cryptoki library makes to one, on whatever thread.
+// Java's locking callbacks: how C_Initialize registers them, how long they stay registered, and what happens
+// when the Cryptoki library calls one, on any thread.
 #include "harness/failures.h"
 #include "helper/jutil.h"
 #include "jni/mutexCallbacks.h"
@@ -11,12 +11,12 @@
 
 namespace {
 
-// What the library under test finds when it looks for the JVM.
+// Replaces JNI_GetCreatedJavaVMs if it is set.
 std::function<decltype(JNI_GetCreatedJavaVMs)> createdVMs;
 
 } // namespace
 
-// Stands before the JVM's own.
+// The library under test calls this one instead of the JVM's own.
 jint JNICALL JNI_GetCreatedJavaVMs(JavaVM** vms, jsize size, jsize* count)
 {
     if (createdVMs) return createdVMs(vms, size, count);
@@ -41,7 +41,7 @@ jint attachment()
 }
 
 struct MutexCallbacks : JniTest {
-    CK_C_INITIALIZE_ARGS given = {}; // to the Cryptoki library, by the last C_Initialize with arguments
+    CK_C_INITIALIZE_ARGS given = {}; // what the last C_Initialize with arguments passed on
 
     jobject answering(jlong answer, const char* mutex = "m", const char* initials = "cdlu")
     {
@@ -59,7 +59,7 @@ struct MutexCallbacks : JniTest {
         return toString(env, static_cast<jstring>(calls));
     }
 
-    // The line that the Cryptoki library sees; "" when it is not called.
+    // The line of the Cryptoki call, or "" if there was none.
     std::string initialise(jobject args, CK_RV rv = CKR_OK)
     {
         const std::size_t known = recorder::calls().size();
@@ -87,7 +87,7 @@ struct MutexCallbacks : JniTest {
         EXPECT_NE(mutex, nullptr);
         return mutex;
     }
-    // The four functions in the order of their use; a mutex that is created is let go.
+    // Calls one of the four functions, in the order of their use. A created mutex is not kept.
     CK_RV callFunction(std::size_t index, CK_VOID_PTR mutex)
     {
         const std::array onMutex = {given.LockMutex, given.UnlockMutex, given.DestroyMutex};
@@ -213,7 +213,7 @@ TEST_F(MutexCallbacks, eachFailedJniCallReturnsMutexBad)
     const CK_VOID_PTR mutex = newMutex();
     for (std::size_t index = 0; index < 4; ++index) {
         std::string failed;
-        // The callback's own call, or the reference to its result, is the last that can fail.
+        // The last call that can fail is that of the callback, or the reference to its result.
         const std::string last = index == 0 ? "NewGlobalRef" : "CallLongMethodV";
         for (int number = 1; failed != last && number < 50; ++number) {
             zerlin::forgetLookups(env);
@@ -260,7 +260,7 @@ TEST_F(MutexCallbacks, aThreadStaysAttachedWhileItsCallbacksExceptionIsPending)
         std::thread([&] {
             EXPECT_EQ(callFunction(index, mutex), CKR_MUTEX_BAD);
             EXPECT_EQ(attachment(), JNI_OK);
-            const AttachedThread thread; // detaches what is attached
+            const AttachedThread thread; // its destructor detaches
             EXPECT_EQ(given.LockMutex(mutex), CKR_MUTEX_BAD) << "not called while it is pending";
             EXPECT_EQ(
                 takeException(thread.env), std::string("java.lang.IllegalStateException: ") + NAMES[index]);
@@ -271,7 +271,7 @@ TEST_F(MutexCallbacks, aThreadStaysAttachedWhileItsCallbacksExceptionIsPending)
     env->DeleteGlobalRef(mutex);
 }
 
-// Every second thread is unknown to the JVM and attached anew for every call.
+// Every second thread is unknown to the JVM and is attached for each call.
 TEST_F(MutexCallbacks, javaLocksExcludeOtherThreads)
 {
     initialise(made(ARGS, "javaLocking"));

@@ -1,4 +1,4 @@
-// The natives that name constants and tell the sizes of mechanism parameters.
+// The natives that name constants and return the sizes of mechanism parameters.
 #include "halvorn_zerlin_CK_MECHANISM.h"
 #include "halvorn_zerlin_CTUtil.h"
 #include "halvorn_zerlin_constants_CK.h"
@@ -36,7 +36,7 @@ const NameRow NAMES[] = {
 };
 
 struct Names : JniTest {
-    // What is written into an array of dots, or of none, and the length.
+    // The return value, what becomes of an array of that many dots, and the length.
     std::string nameOf(const NameRow& row, jobject value, std::size_t elements, jlong capacity)
     {
         const jobject length = longRef(env, capacity);
@@ -46,7 +46,7 @@ struct Names : JniTest {
         return std::to_string(rv) + " " + std::string(written.begin(), written.end()) + " " +
                std::to_string(getLong(env, length, "value"));
     }
-    // The value of the row's own class that has the name.
+    // The value of that name, which must be of the row's class.
     jlong valueOf(const NameRow& row, const std::string& name)
     {
         const jobject value = row.valueOf(env, nullptr, bytes(env, name));

@@ -1,4 +1,4 @@
-// What the six name tables hold: the value in hexadecimal, a space, the name; rows end at a bar.
+// The six name tables: the value in hexadecimal, a space, the name; a bar ends the row.
 #pragma once
 
 namespace expected {

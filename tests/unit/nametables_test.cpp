@@ -1,4 +1,4 @@
-// The name tables row by row, and the lookups in them: every value and name, and those that are not there.
+// The name tables row by row, and the lookups: of every value and name, and of those that do not exist.
 #include "nametables_expected.h"
 #include "util/nametables.h"
 
@@ -54,8 +54,8 @@ TEST(NameTables, matchNamesExactlyAndSearchUpToTheCount)
     EXPECT_EQ(valTab("last", rows, 2), 0xFFFFFFFF);
 }
 
-// One buffer serves all misses: threads that miss on one value read its text, others at least a terminated
-// one.
+// All misses share one buffer. Threads that miss the same value read its text; others read at least a
+// terminated text.
 TEST(NameTables, threadsThatMissAtOnceReadTerminatedTexts)
 {
     for (const std::vector<CK_ULONG>& values :

@@ -1,4 +1,4 @@
-// What is particular to single natives, beyond what all have in common.
+// What is special about single natives; frame_test.cpp has what all have in common.
 #include "halvorn_zerlin_CTUtil.h"
 #include "harness/failures.h"
 #include "param_text.h"
@@ -23,7 +23,7 @@ TEST_F(Natives, unusualArgumentsReachTheLibrary)
     std::string label;
     for (int i = 0; i < 40; ++i)
         label += "6c";
-    const jbyteArray longLabel = bytes(env, std::string(40, 'l')); // neither cut nor refused
+    const jbyteArray longLabel = bytes(env, std::string(40, 'l')); // must be neither cut nor refused
     const std::string address = recorder::address(any);
     const std::pair<Call, std::string> rows[] = {
         {call(NATIVE(C_1Initialize), nullptr), "C_Initialize(null)"},
@@ -73,14 +73,14 @@ TEST_F(Natives, bigBuffersHaveTheirExactSizes)
         EXPECT_EQ(std::count(pList, pList + 2999, 0), 2999);
         return CKR_OK;
     };
-    // Too big for the stack, and of sizes that the heap does not round up.
+    // Too big for the stack, and of sizes that malloc does not round up.
     call(NATIVE(C_1GetOperationState), session(env), bytes(env, ""), longRef(env, 5004))(env);
     call(NATIVE(C_1GetSlotList), 0, longs(env, {}), longRef(env, 2998))(env);
     EXPECT_EQ(state, 5004U);
     EXPECT_EQ(list, 2999 * sizeof(CK_SLOT_ID)) << "one to spare";
 }
 
-// On the stack, in chunks, from malloc and in the mapping: every value whole, none over another.
+// On the stack, in chunks, from malloc and in the mapping: every value is whole and none overlaps another.
 TEST_F(Natives, valuesOfAllSizesArriveWholeInOneTemplate)
 {
     std::vector<jobject> values;
@@ -120,8 +120,8 @@ TEST_F(Natives, attributesAreReadBackWhateverTheReturnValue)
         const jobjectArray both = attributes(env, {label, sensitive});
         EXPECT_EQ(
             rvOf(env, call(NATIVE(C_1GetAttributeValue), session(env), object(env, 2), both, 2)(env)), rv);
-        EXPECT_EQ(told(env, label), "[CKA_LABEL (0x3), [1, 2, 7]] 2");
-        EXPECT_EQ(told(env, sensitive), "[CKA_SENSITIVE (0x103), CK_TRUE] 4294967295");
+        EXPECT_EQ(describe(env, label), "[CKA_LABEL (0x3), [1, 2, 7]] 2");
+        EXPECT_EQ(describe(env, sensitive), "[CKA_SENSITIVE (0x103), CK_TRUE] 4294967295");
     }
 }
 
@@ -165,8 +165,9 @@ TEST_F(Natives, objectsAreFoundByTheirLabels)
     const Lines search = {"C_FindObjectsInit(41, {{0, [04000000], 4}, {3, [6d], 1}}, 2)",
         "C_FindObjects(41, out(1), out)", "C_FindObjectsFinal(41)"};
     const jobject secretKey = make(env, "halvorn/zerlin/constants/CK_OBJECT_CLASS", "(J)V", jlong{4});
-    const jbyteArray label = bytes(env, {'m', 0, 'y'}); // ends at its first zero
-    // How many are found, the search's end, the result, the handle of 7.
+    const jbyteArray label = bytes(env, {'m', 0, 'y'}); // the label ends at its first zero
+    // How many objects are found, what C_FindObjectsFinal returns, what the native returns, the handle
+    // afterwards.
     const std::tuple<CK_ULONG, CK_RV, CK_RV, jlong> rows[] = {{1, CKR_OK, CKR_OK, 0xfffffff9},
         {0, CKR_OK, CKR_GENERAL_ERROR, 7}, {1, CKR_DEVICE_ERROR, CKR_DEVICE_ERROR, 7}};
     for (const auto& [count, end, rv, held] : rows) {
@@ -185,7 +186,7 @@ TEST_F(Natives, objectsAreFoundByTheirLabels)
     }
 }
 
-// Whichever of its calls is the first to notice: the native ends there, and nothing is written.
+// The native ends with the first call that reports the loss, and writes nothing.
 TEST_F(Natives, aLostTokenEndsNativesThatMakeSeveralCalls)
 {
     for (std::size_t lost = 1; lost <= 3; ++lost) {

@@ -1,5 +1,5 @@
-// Mechanism parameters as text, on both sides: Java objects as Fields tells them, native memory as words of
-// hex digits for the bytes in place, [..] for bytes behind a pointer, (..) for a structure behind one, and
+// Mechanism parameters as text, on both sides. Java objects are written as Fields reads them. Native memory
+// is written as words of hex digits, [..] for bytes behind a pointer, (..) for a structure behind one, and
 // null.
 #pragma once
 
@@ -27,11 +27,12 @@ inline jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong param
     return made;
 }
 
-// The memory, read as the expected text says it is made up, so that the two are equal when it is as expected.
-inline std::string tellNative(const void* memory, std::string_view expected)
+// The text of the memory. The expected text gives its layout, so the two are equal if the memory is as
+// expected.
+inline std::string nativeText(const void* memory, std::string_view expected)
 {
     if (memory == nullptr) return "null";
-    std::string told;
+    std::string text;
     for (auto* data = static_cast<const CK_BYTE*>(memory); !expected.empty();) {
         const char first = expected.front();
         const std::size_t end = expected.find_first_of(first == '[' ? "]" : first == '(' ? ")" : " ");
@@ -39,44 +40,44 @@ inline std::string tellNative(const void* memory, std::string_view expected)
         if (first == '[' || first == '(' || first == 'n') {
             const void* pointer = nullptr;
             std::memcpy(&pointer, data, sizeof pointer);
-            const std::string behind = tellNative(pointer, first == 'n' ? "" : piece.substr(1));
-            told += pointer == nullptr ? behind : first + behind;
+            const std::string behind = nativeText(pointer, first == 'n' ? "" : piece.substr(1));
+            text += pointer == nullptr ? behind : first + behind;
             data += sizeof pointer;
         } else {
             for (std::size_t i = 0; i < piece.size() / 2; ++i, ++data) {
-                told += "0123456789abcdef"[*data / 16];
-                told += "0123456789abcdef"[*data % 16];
+                text += "0123456789abcdef"[*data / 16];
+                text += "0123456789abcdef"[*data % 16];
             }
         }
         expected.remove_prefix(piece.size());
         const std::size_t between = expected.find_first_not_of(" )]");
-        told += expected.substr(0, between);
+        text += expected.substr(0, between);
         expected.remove_prefix(std::min(between, expected.size()));
     }
-    return told;
+    return text;
 }
 
-// What a native gives to the Cryptoki library for the parameter.
+// The parameter as the Cryptoki library receives it from a native.
 inline std::string given(JNIEnv* env, jobject parameter, jlong size, const char* expected)
 {
-    std::string told = "not called";
+    std::string text = "not called";
     recorder::script().byteLimit = 0;
     recorder::script().C_EncryptInit = [&](auto, CK_MECHANISM_PTR made, auto) {
-        told = tellNative(made->pParameter, expected);
+        text = nativeText(made->pParameter, expected);
         return CKR_OK;
     };
     const jobject jMechanism = mechanism(env, 4225, parameter, size);
     NATIVE(C_1EncryptInit)(env, nullptr, session(env), jMechanism, object(env, 7));
-    recorder::script().C_EncryptInit = {}; // it refers to what ends here
-    return told;
+    recorder::script().C_EncryptInit = {}; // it refers to local variables
+    return text;
 }
 
 struct ParamRow {
     std::string java;
     jlong size;
     const char* native;
-    const char* function = nullptr;    // that converts it, without its verb
-    std::vector<CK_ULONG> makers = {}; // the mechanisms of which such an object is made
+    const char* function = nullptr;    // the converter's name without its verb
+    std::vector<CK_ULONG> makers = {}; // the mechanisms whose parameter becomes such an object
 };
 
 // One parameter of each class.
@@ -135,7 +136,7 @@ inline const ParamRow PARAMS[] = {
         "EcDhParams", {0x1043}},
 };
 
-// A row's parameter with that many bytes, all alike, in each of its arrays.
+// The row's parameter, with that many equal bytes in each of its arrays.
 inline std::string filled(const std::string& java, std::size_t length, const char* digits)
 {
     std::istringstream words(java);

@@ -1,4 +1,4 @@
-// Mechanism parameter objects as the Cryptoki library sees them, and what is left of them afterwards.
+// Mechanism parameter objects as the Cryptoki library receives them, and what is left of them afterwards.
 #include "harness/failures.h"
 #include "harness/jvm.h"
 #include "param_text.h"
@@ -9,7 +9,7 @@ using namespace jni;
 
 struct Params : JniTest {};
 
-// Nulls, short and long arrays, caps, and lengths that need not be those of the arrays.
+// Nulls, short and long arrays, limits, and lengths that may differ from those of their arrays.
 const ParamRow EDGES[] = {
     {"CK_RSA_PKCS_OAEP_PARAMS null 0 null null 0", 20, "ffffffff 00000000 ffffffff null 00000000"},
     {"CK_PKCS12_PBE_IMPORT_PARAMS [6175] 9 null 8 null 0 ( 7 null 4294967305 ) 1", 32,
@@ -32,7 +32,7 @@ TEST_F(Params, everyClassBecomesItsStructureAndNothingIsLeft)
         const HeapWatch heap;
         EXPECT_EQ(given(env, read(env, row.java), row.size, row.native), row.native);
         EXPECT_EQ(heap.blocks.size(), 0U);
-        for (const std::string& block : heap.freed) { // of templates the values alone are secret
+        for (const std::string& block : heap.freed) { // in a template only the values are secret
             const bool isTemplate = block.size() == 2 * sizeof(CK_ATTRIBUTE) + 1;
             EXPECT_TRUE(isTemplate || block.find_first_not_of('\0') == block.npos) << "not overwritten";
         }
@@ -71,18 +71,18 @@ TEST_F(Params, aParameterLenOtherThanTheStructuresSizeAborts)
     for (const ParamRow& row : PARAMS) {
         std::string structure = row.java.substr(0, row.java.find(' '));
         if (structure == "5") structure = "CK_ULONG";
-        if (structure == "CK_MECH_TYPE_AND_OBJECT") structure = "CK_KEY_DERIVATION_STRING_DATA"; // wanted
+        if (structure == "CK_MECH_TYPE_AND_OBJECT") structure = "CK_KEY_DERIVATION_STRING_DATA"; // deliberate
         const std::string function = std::string("free") + row.function;
         EXPECT_EQ(lastWords([&] { given(env, read(env, row.java), row.size + 1, ""); }),
             assertion("convToCK", function, "paramLen == sizeof(" + structure + ")"));
     }
 }
 
-// Without memory for the structure itself the call goes on without a parameter. A structure within it has no
-// such fate: what the Cryptoki library is to fill in must not be missing.
+// Without memory for the structure itself the call goes on with a null parameter. A nested structure must not
+// be missing, because the Cryptoki library writes into it.
 TEST_F(Params, aFailedJniCallOrAllocationLeavesNothing)
 {
-    recorder::script().byteLimit = 0; // addresses differ
+    recorder::script().byteLimit = 0; // the lines would differ by addresses
     for (const ParamRow& row : PARAMS) {
         SCOPED_TRACE(row.java);
         const jobject large = read(env, filled(row.java, 3000, "78"));

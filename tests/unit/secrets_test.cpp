@@ -1,5 +1,5 @@
-// Secrets that go through the natives, in whatever form and size, leave nothing behind in this process's
-// native memory: neither where heap memory was freed nor on the stack.
+// Secrets of every form and size that pass through the natives leave nothing in the native memory of this
+// process, neither in freed heap memory nor on the stack.
 #include "halvorn_zerlin_CTUtil.h"
 #include "harness/jvm.h"
 #include "param_text.h"
@@ -11,7 +11,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-// Where the JVM tells debuggers what it holds.
+// The JVM's table of its own structures, for debuggers.
 struct VMStructEntry {
     const char* type;
     const char* field;
@@ -26,8 +26,8 @@ namespace {
 
 using namespace jni;
 
-// All that a secret is made of, so that it looks the same in bytes, characters and numbers. Only the JVM and
-// the Cryptoki library write it.
+// Every byte of a secret has this value, so that it looks the same in bytes, characters and numbers. Only the
+// JVM and the Cryptoki library write it.
 constexpr char SECRET = 0x17;
 
 struct Range {
@@ -52,8 +52,8 @@ Range javaHeap()
     return {begin, begin + words * sizeof(void*)};
 }
 
-// Where in writable private memory, but the Java heap, 8 bytes of a secret stand, if anywhere. Allocates
-// nothing, so that what was freed stays as it is.
+// Finds 8 bytes of a secret in writable private memory outside the Java heap. Returns the line of the
+// mapping, or null. Allocates nothing, so that freed memory stays as it is.
 [[gnu::no_sanitize("address", "undefined"), gnu::optimize("O2")]] const char* findSecret(const Range& heap)
 {
     static char maps[1 << 18];
@@ -85,8 +85,7 @@ Range javaHeap()
     return nullptr;
 }
 
-// Calls the native from further down the stack, so that what is called afterwards does not hide what it
-// leaves.
+// Calls the native from further down the stack, so that later calls do not overwrite what it leaves there.
 [[gnu::noinline]] jobject callBelow(JNIEnv* env, const Call& made)
 {
     char room[1 << 16];
@@ -106,7 +105,7 @@ struct Secrets : JniTest {
     }
     jbyteArray secret(jsize n) { return fill(env->NewByteArray(n), "([BB)V", jint{SECRET}); }
 
-    // Templates of values that take that many bytes each. The string is last: its memory is not used again.
+    // Templates of values of that many bytes each. The string is last, so that its memory is not used again.
     jobjectArray types(jsize n)
     {
         return env->NewObjectArray(n / 4, find(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE"),
@@ -126,8 +125,8 @@ struct Secrets : JniTest {
         return attributes(env, all);
     }
 
-    // Every native with a secret of that length in every place that may take one: signatures, digests,
-    // wrapped keys and cipher text are none.
+    // Every native, with a secret of that length as every argument that may hold one. Signatures, digests,
+    // wrapped keys and cipher text are no secrets.
     std::vector<Call> calls(jsize n);
     void expectNothingLeft(const std::vector<Call>& all);
 };

@@ -21,13 +21,13 @@ jobject filled(Array array, JNIEnv* env, void (JNIEnv::*set)(Array, jsize, jsize
     return array;
 }
 
-// A value of one of the classes, and what it is to native code.
+// A value of one of the classes, and its native form.
 struct Value {
     jobject object;
-    Bytes native; // none: not convertible
+    Bytes native; // empty: not convertible
     CK_ULONG length;
-    Bytes written;     // the shortest native value that is written back; none: not writable
-    const char* after; // as Java tells it then, or the class that is refused
+    Bytes written;     // the shortest native value that is written back; empty: not writable
+    const char* after; // the object's text then, or the class that is refused
 };
 
 inline std::vector<Value> values(JNIEnv* e)
@@ -41,23 +41,23 @@ inline std::vector<Value> values(JNIEnv* e)
     std::vector<Value> all = {{bytes(e, {7, 8, 255, 7}), {7, 8, 255, 7}, 4, {9}, "[[9, 8, -1, 7]]"},
         {boxedLong(e, BIG), ABC, 4, FEDC, "[4275878552]"}, {bbool(e, false), {0}, 1, {1}, "[CK_TRUE]"},
         {make(e, "java/lang/Boolean", "(Z)V", JNI_TRUE), {1}, 1, {0}, "[false]"},
-        // The month goes over the year's first two bytes, and comes from there: wanted.
+        // Deliberate: the month is written over the year's first two bytes, and read from there.
         {date, {'0', '7', '2', '4', 0, 0, '1', '5'}, 8, {'1', '9', '9', '8', '1', '2', '3', '1'},
             "[1998-19-31]"},
         {object(e, BIG), ABC, 4, FEDC, "[object 4275878552]"},
         {session(e, BIG), ABC, 4, FEDC, "[session 4275878552]"},
         {types, {0xbc, 0x0a, 0x00, 0x80, 1, 0, 0, 0}, 8, FEDC, "[[0xfedcba98, CKM_RSA_PKCS (0x1)]]"},
-        // The lengths of number arrays count elements.
+        // The length of a number array counts elements.
         {longs(e, {1, 0x1'fffffffe}), {1, 0, 0, 0, 0xfe, 0xff, 0xff, 0xff}, 2, {}, "[J"},
         {string(e, "my\xc3\xa9"), {'m', 'y', 0xc3, 0xa9, 0}, 4, {}, "java.lang.String"},
         {make(e, "java/lang/Integer", "(I)V", -2), {0xfe, 0xff, 0xff, 0xff}, 4, {}, "java.lang.Integer"},
-        // Read as the long[] of the same memory; what lies behind it counts as zero.
+        // Read as a long[] of the same memory; what lies behind the array counts as zero.
         {filled(e->NewIntArray(3), e, &JNIEnv::SetIntArrayRegion, {1, 9, -2}),
             {1, 0, 0, 0, 0xfe, 0xff, 0xff, 0xff, 0, 0, 0, 0}, 3, {}, "[I"},
         {filled(e->NewBooleanArray(2), e, &JNIEnv::SetBooleanArrayRegion, {1, 0}), {1, 0}, 2, {}, "[Z"},
         {filled(e->NewCharArray(2), e, &JNIEnv::SetCharArrayRegion, {'a', 0x1ff}), {'a', 0xff}, 2, {}, "[C"},
         {make(e, "java/lang/Byte", "(B)V", -1), {255}, 1, {}, "java.lang.Byte"},
-        // Its converter looks for a class that there is not: wanted.
+        // Deliberate: its converter looks for a class that does not exist.
         {make(e, "java/lang/Character", "(C)V", 'a'), {}, 0, {}, "java.lang.Character"}};
     for (const std::string name : {"ATTRIBUTE_TYPE", "CERTIFICATE_TYPE", "HW_FEATURE_TYPE", "KEY_TYPE",
              "MECHANISM_TYPE", "OBJECT_CLASS", "RSA_PKCS_OAEP_SOURCE_TYPE", "RV", "STATE", "USER_TYPE"})
@@ -86,14 +86,14 @@ inline jobjectArray attributes(JNIEnv* env, const std::vector<jobject>& elements
 }
 
 // "[CKA_LABEL (0x3), [1, 2]] 2"
-inline std::string told(JNIEnv* env, jobject attribute)
+inline std::string describe(JNIEnv* env, jobject attribute)
 {
     const jobject type = getObject(env, attribute, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;");
     return text(env, {type, getObject(env, attribute, "pValue", "Ljava/lang/Object;")}) + " " +
            std::to_string(getLong(env, attribute, "valueLen"));
 }
 
-// The numbers of the handles, types, lengths and counts that a native reads, in its order.
+// The values of the handles, types, lengths and counts that a native reads, in its order.
 inline Longs readBy(JNIEnv* env, const Call& made)
 {
     static const JNINativeInterface_* real;

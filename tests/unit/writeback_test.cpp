@@ -82,7 +82,7 @@ const WriteBackRow ROWS[] = {
         "null 00000000 null 00000000 null 00000000 [07000000ffffffff09000000] [03000000]"},
 };
 
-// The caller's own objects are written to, and nothing at all on failure.
+// Results are written into the caller's own objects; on failure nothing is written.
 TEST_F(WriteBack, resultsGoIntoTheCallersObjects)
 {
     for (const WriteBackRow& row : ROWS) {
@@ -119,7 +119,7 @@ TEST_F(WriteBack, mechanismAndSizeDecideTheClassOfANewParameter)
     rows.push_back({"CK_OBJECT_HANDLE 9", 4, "09000000", "", {0x360, 0x80000364}});
     std::size_t count = 0;
     for (const ParamRow& row : rows) {
-        const bool isDerive = row.makers.front() == 0x1043; // its public key's length is not told
+        const bool isDerive = row.makers.front() == 0x1043; // the length of its public key is unknown
         const char* const native = isDerive ? "01000000 02000000 [0102] 00000000 null" : row.native;
         for (const CK_ULONG type : row.makers) {
             SCOPED_TRACE(row.java + " of " + std::to_string(type));

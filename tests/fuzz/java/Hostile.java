@@ -1,7 +1,7 @@
-// The arguments of one call of a native as nobody should pass them, all from one seed: null, of other classes
-// and of subclasses, shared, inconsistent, with lengths and counts that lie. Left out is what ends the process
-// as documented (withinAssertions), what Java would not let pass either, and output buffers of 2 GiB less one
-// byte, which there may be.
+// The arguments of one call of a native, as nobody should pass them, from one seed: null, of other classes or of
+// subclasses, shared, inconsistent, with wrong lengths and counts. Left out are those that abort the process as
+// documented (withinAssertions), those that Java itself does not allow, and output buffers of 2 GiB less one byte,
+// whose allocation may succeed.
 
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
@@ -22,8 +22,8 @@ public final class Hostile {
             .filter(method -> Modifier.isNative(method.getModifiers()))
             .sorted(Comparator.comparing(Method::getName)).toArray(Method[]::new);
 
-    // What becomes a structure as the parameter of a mechanism; and first, in the order of WRITING, that into
-    // which mechanisms of those types write.
+    // The classes that become a structure as the parameter of a mechanism. The first ones, in the order of WRITING,
+    // are those into which mechanisms write results.
     private static final List<Class<?>> STRUCTURES = Arrays.asList(CK_PBE_PARAMS.class, CK_SSL3_KEY_MAT_PARAMS.class,
             CK_SSL3_MASTER_KEY_DERIVE_PARAMS.class, CK_KEY_WRAP_SET_OAEP_PARAMS.class,
             CK_PKCS12_PBE_IMPORT_PARAMS.class, CK_PKCS12_PBE_EXPORT_PARAMS.class, CK_RSA_PKCS_OAEP_PARAMS.class,
@@ -35,7 +35,7 @@ public final class Hostile {
     private static final long[] WRITING = {CKM.PBE_SHA1_RC4_128, CKM.SSL3_KEY_AND_MAC_DERIVE,
         CKM.SSL3_MASTER_KEY_DERIVE, CKM.KEY_WRAP_SET_OAEP, CKM.PKCS12_PBE_IMPORT};
 
-    // Of values of attributes: those that are written back to, and those that are but read or refused.
+    // The classes of attribute values: those that are written back, and those that are only read or are refused.
     private static final Class<?>[] WRITABLE = {byte[].class, Long.class, Boolean.class, CK_BBOOL.class, CK_DATE.class,
         CK_OBJECT_HANDLE.class, CK_SESSION_HANDLE.class, CK_ATTRIBUTE_TYPE.class, CK_CERTIFICATE_TYPE.class,
         CK_HW_FEATURE_TYPE.class, CK_KEY_TYPE.class, CK_MECHANISM_TYPE.class, CK_MECHANISM_TYPE[].class,
@@ -44,15 +44,15 @@ public final class Hostile {
         char[].class, Byte.class, Character.class, short[].class, LongRef.class, CK_ATTRIBUTE.class,
         CK_MECHANISM.class, CK_VERSION.class, CK_SSL3_RANDOM_DATA.class, CK_SSL3_KEY_MAT_OUT.class, Object.class};
 
-    private static final int DIFFERENT = 20; // elements of an array of objects; behind them come the same ones
+    private static final int DIFFERENT = 20; // elements of an array of objects; further elements repeat them
     private static final Map<Class<?>, Field[]> FIELDS = new HashMap<>();
     private static final Class<?>[] SUBCLASSES = Hostile.class.getDeclaredClasses();
 
     public final Object[] arguments;
-    public String told = "";
-    public String allowed = ""; // the exceptions that may come out, one a line
-    public String parameter = ""; // the class of the mechanism's parameter, where it becomes a structure
-    public boolean keepsParameter; // the native never frees it: wanted
+    public String description = "";
+    public String allowed = ""; // the exceptions that may be raised, one a line
+    public String parameter = ""; // the class of the mechanism's parameter, if it becomes a structure
+    public boolean keepsParameter; // the native deliberately never frees it
 
     private final Random random;
     private final boolean shares;
@@ -70,11 +70,11 @@ public final class Hostile {
         arguments = new Object[types.length];
         for (int i = 0; i < types.length; i++) {
             arguments[i] = argument(types[i], i, i == 0 ? null : arguments[i - 1]);
-            told += "  " + tell(arguments[i]) + "\n";
+            description += "  " + describe(arguments[i]) + "\n";
         }
     }
 
-    // Of each native its symbol, and the kinds of its arguments and its result: j long, z boolean, o object.
+    // The symbol of each native, and the kinds of its arguments and result: j long, z boolean, o object.
     public static String[] natives() {
         return Stream.of(NATIVES).map(method -> {
             String name = method.getDeclaringClass().getName() + "." + method.getName();
@@ -84,17 +84,17 @@ public final class Hostile {
         }).toArray(String[]::new);
     }
 
-    // How many bytes the Cryptoki library may touch of each input; of a template how many attributes, and then
+    // How many bytes of each input the Cryptoki library may access; for a template how many attributes, and then
     // how many bytes of each value.
     public int[] sizes() {
         return sizes.stream().mapToInt(Integer::intValue).toArray();
     }
 
-    // The inputs that have been changed. Not asked where objects stand in several places.
+    // The inputs that the native has changed. Not checked if objects are shared.
     public String changed() throws ReflectiveOperationException {
         String changed = "";
         for (Map.Entry<Object, String> input : inputs.entrySet()) {
-            String after = tell(input.getKey());
+            String after = describe(input.getKey());
             changed += shares || after.equals(input.getValue()) ? "" : input.getValue() + "\n  has become " + after;
         }
         return changed;
@@ -138,7 +138,7 @@ public final class Hostile {
             allow("java.lang.UnsupportedOperationException: ", "java.lang.NullPointerException: the name");
         }
         if (!isWritten && result != null) {
-            inputs.put(result, tell(result));
+            inputs.put(result, describe(result));
         }
         return result;
     }
@@ -186,7 +186,7 @@ public final class Hostile {
         return (int) length == Integer.MAX_VALUE ? length + 1 : length;
     }
 
-    // What a field of class Object holds.
+    // A value for a field of class Object.
     private Object value() throws ReflectiveOperationException {
         Class<?>[] classes = chance(16) ? OTHERS : WRITABLE;
         Object value = make(classes[random.nextInt(classes.length)]);
@@ -196,7 +196,7 @@ public final class Hostile {
         return value;
     }
 
-    @SuppressWarnings({"deprecation", "removal"}) // natives write into them: none that valueOf would share
+    @SuppressWarnings({"deprecation", "removal"}) // natives write into them, so they must not be shared
     private Object make(Class<?> type) throws ReflectiveOperationException {
         long number = around(random.nextInt(300));
         if (!type.isPrimitive() && chance(10)) {
@@ -279,19 +279,19 @@ public final class Hostile {
         return object;
     }
 
-    // Where a native asserts a length, that is its low half.
+    // A native that asserts a length compares its low half.
     private long within(boolean isAsserted, int asserted, long length) {
         return !isAsserted || (int) length == asserted ? length : chance(4) ? (1L << 32) + asserted : asserted;
     }
 
-    // XLen tells the length of pX; ulXLen only where both are not 0.
+    // XLen is the length of pX; ulXLen is asserted only if both are not 0.
     private void withinAssertions(Object object, Class<?> type) throws ReflectiveOperationException {
         for (Field length : fields(type)) {
             for (Field bytes : fields(type)) {
-                String told = length.getName().replace("Len", "");
-                if (!length.getName().equals(told) && bytes.getName().equalsIgnoreCase("p" + told.replaceFirst("^ul", ""))) {
+                String base = length.getName().replace("Len", "");
+                if (!length.getName().equals(base) && bytes.getName().equalsIgnoreCase("p" + base.replaceFirst("^ul", ""))) {
                     int real = size(bytes.get(object));
-                    boolean isSkipped = told.startsWith("ul") && (real == 0 || (int) length.getLong(object) == 0);
+                    boolean isSkipped = base.startsWith("ul") && (real == 0 || (int) length.getLong(object) == 0);
                     length.setLong(object, within(!isSkipped, real, length.getLong(object)));
                 }
             }
@@ -308,7 +308,7 @@ public final class Hostile {
                 : STRUCTURES.contains(type.getSuperclass()) ? type.getSuperclass() : null;
     }
 
-    // Of the native value, in bytes.
+    // The size of the native value, in bytes.
     private static int size(Object value) {
         if (value == null) {
             return 0;
@@ -322,8 +322,8 @@ public final class Hostile {
         return width * (value.getClass().isArray() ? Array.getLength(value) : 1);
     }
 
-    // Objects with all their fields.
-    private static String tell(Object object) throws ReflectiveOperationException {
+    // The text of an object with all its fields.
+    private static String describe(Object object) throws ReflectiveOperationException {
         if (object == null || object.getClass().getName().startsWith("java.lang.") || object instanceof Proxy) {
             return object instanceof Proxy ? "callback" : String.valueOf(object);
         }
@@ -332,10 +332,10 @@ public final class Hostile {
         int length = type.isArray() ? Array.getLength(object) : 0;
         text.append(type.isArray() ? length + "(" : "(");
         for (int i = 0; i < length && (i < DIFFERENT || object instanceof byte[]); i++) {
-            text.append(i == 0 ? "" : " ").append(tell(Array.get(object, i)));
+            text.append(i == 0 ? "" : " ").append(describe(Array.get(object, i)));
         }
         for (Field field : type.isArray() ? new Field[0] : fields(type)) {
-            text.append(' ').append(field.getName()).append('=').append(tell(field.get(object)));
+            text.append(' ').append(field.getName()).append('=').append(describe(field.get(object)));
         }
         return text.append(')').toString();
     }
@@ -348,7 +348,7 @@ public final class Hostile {
         throw new IllegalStateException("hostile");
     }
 
-    // With fields that hide those that are meant, and methods that throw when a native calls them.
+    // Subclasses whose fields hide those of their superclass, or whose methods throw.
 
     public static class Attribute extends CK_ATTRIBUTE { public byte[] pValue = {1}; }
 

@@ -1,4 +1,4 @@
-// Locking callbacks for the tests, which note that they were called.
+// Locking callbacks for the tests, which note each call.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 
@@ -8,8 +8,8 @@ public final class TestCallbacks {
     private TestCallbacks() {
     }
 
-    // Those callbacks of which the initial is given: create, destroy, lock, unlock. CreateMutex returns the
-    // mutex, the others the answer.
+    // Sets the callbacks whose initials are given: create, destroy, lock, unlock. CreateMutex returns the mutex,
+    // the others return the answer.
     public static CK_C_INITIALIZE_ARGS answering(String initials, Object mutex, long answer) {
         CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
         calls.setLength(0);
@@ -34,7 +34,7 @@ public final class TestCallbacks {
         return args;
     }
 
-    // What was called since the last time: "CreateMutex() LockMutex(m) ".
+    // The calls since the last time: "CreateMutex() LockMutex(m) ".
     public static String takeCalls() {
         String taken = calls.toString();
         calls.setLength(0);

@@ -1,5 +1,6 @@
-// Java objects from text, for the tables of the unit tests: the class and the values of all its fields,
-// CK_MECH_TYPE_AND_OBJECT 544 7. Bytes are [0102], arrays of objects ( 7 8 ), a holder of one m_value that value.
+// Creates Java objects from text, for the tables of the unit tests: the class and the values of all its fields,
+// CK_MECH_TYPE_AND_OBJECT 544 7. Bytes are written [0102], arrays of objects ( 7 8 ), an object whose only field is
+// m_value as that value.
 
 import java.lang.reflect.Array;
 import java.lang.reflect.Field;

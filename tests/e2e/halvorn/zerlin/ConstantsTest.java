@@ -1,4 +1,4 @@
-// Holds the Java constant classes, include/zerlin/cryptoki.h and the names in the native library together.
+// Compares the Java constant classes, include/zerlin/cryptoki.h and the names in the native library.
 package halvorn.zerlin;
 
 import static halvorn.zerlin.TestToken.bytes;
@@ -21,7 +21,7 @@ class ConstantsTest {
             CKG.class, CKH.class, CKK.class, CKM.class, CKO.class, CKR.class, CKS.class, CKU.class,
             CKZ.class);
 
-    // CKN_ has no class: this library takes no notification callbacks.
+    // CKN_ has no class, because this library passes on no notification callbacks.
     private static final Pattern DEFINE =
             Pattern.compile("^#define ((?!CKN_)CK[A-Z]_\\w+)\\s+(0x[0-9A-F]+)UL\\b", Pattern.MULTILINE);
 

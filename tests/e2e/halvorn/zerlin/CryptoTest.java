@@ -1,4 +1,4 @@
-// Ciphers, digests, signatures, key wrapping and key agreement of the real soft token, held against published
+// Ciphers, digests, signatures, key wrapping and key agreement of the real soft token, compared with published
 // vectors and the JDK's own cryptography.
 package halvorn.zerlin;
 
@@ -133,7 +133,7 @@ class CryptoTest {
         assertArrayEquals(cipherText, parts.toByteArray());
     }
 
-    // The key and text of RFC 4231, test case 6, and then any.
+    // RFC 4231, test case 6, and then a random key.
     @Test
     void hmacsMatchAPublishedVectorAndTheJdk() throws Exception {
         byte[] longKey = new byte[131];
@@ -149,10 +149,10 @@ class CryptoTest {
         byte[] mac = jdk.doFinal(TEXT);
         assertArrayEquals(mac, token.sign(hmac, key, TEXT));
         mac[5] ^= 1;
-        assertAnswers(CKR.SIGNATURE_INVALID, token.verify(hmac, key, TEXT, mac));
+        assertReturns(CKR.SIGNATURE_INVALID, token.verify(hmac, key, TEXT, mac));
     }
 
-    // Too small, so that the operation goes on; longer than the digest; cut by an array below the capacity.
+    // Too small, so that the operation stays active; longer than the digest; an array shorter than the capacity.
     @ParameterizedTest
     @CsvSource({"31, 31, BUFFER_TOO_SMALL, 0", "40, 1000, OK, 32", "8, 32, OK, 8"})
     void anOutputArrayMayHaveAnyLength(int room, long capacity, String answer, int filled) throws Exception {
@@ -160,7 +160,7 @@ class CryptoTest {
         byte[] array = new byte[room];
         LongRef length = new LongRef(capacity);
         Cryptoki.C_DigestInit(token.session, new CK_MECHANISM(CKM.SHA256)).orThrow();
-        assertAnswers(CKR.class.getField(answer).getLong(null),
+        assertReturns(CKR.class.getField(answer).getLong(null),
                 Cryptoki.C_Digest(token.session, TEXT, TEXT.length, array, length));
         assertEquals(32, length.value);
         assertArrayEquals(Arrays.copyOf(Arrays.copyOf(digest, filled), room), array);
@@ -191,7 +191,7 @@ class CryptoTest {
         CK_MECHANISM pss = new CK_MECHANISM(CKM.SHA256_RSA_PKCS_PSS,
                 new CK_RSA_PKCS_PSS_PARAMS(CKM.SHA256, CKG.MGF1_SHA256, 10));
         byte[] signature = token.sign(pss, RSA_PRIVATE, TEXT);
-        assertAnswers(CKR.OK, token.verify(pss, RSA_PUBLIC, TEXT, signature));
+        assertReturns(CKR.OK, token.verify(pss, RSA_PUBLIC, TEXT, signature));
         Signature jdk = Signature.getInstance("RSASSA-PSS");
         jdk.setParameter(new PSSParameterSpec("SHA-256", "MGF1", MGF1ParameterSpec.SHA256, 10, 1));
         jdk.initVerify(jdkRsa);
@@ -221,7 +221,7 @@ class CryptoTest {
         Cryptoki.C_GenerateKeyPair(token.session, new CK_MECHANISM(CKM.EC_KEY_PAIR_GEN),
                 template(CKA.EC_PARAMS, HEX.parseHex("06082a8648ce3d030107"), CKA.VERIFY, true), 2,
                 template(CKA.SIGN, true, CKA.DERIVE, true), 2, publicKey, privateKey).orThrow();
-        // The point is told as a DER octet string; the JDK's encoding of a key ends with its bytes.
+        // The token returns the point as a DER octet string; the JDK's encoding of a key ends with its bytes.
         byte[] octets = token.read(publicKey, CKA.EC_POINT);
         byte[] encoded = other.getPublic().getEncoded();
         byte[] otherPoint = Arrays.copyOfRange(encoded, encoded.length - 65, encoded.length);

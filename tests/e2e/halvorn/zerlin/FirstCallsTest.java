@@ -17,7 +17,7 @@ import org.junit.jupiter.api.Test;
 import token.FreshToken;
 
 class FirstCallsTest {
-    // Also drops callbacks that a refused C_Initialize left registered.
+    // This also removes callbacks that a failed C_Initialize left registered.
     @AfterEach
     void finish() {
         Cryptoki.C_Initialize(null);
@@ -28,12 +28,12 @@ class FirstCallsTest {
     void theLibraryIsInitialisedAndFinalisedOnce() {
         CK_C_INITIALIZE_ARGS oneMissing = CK_C_INITIALIZE_ARGS.javaLocking();
         oneMissing.lockMutex = null;
-        assertAnswers(CKR.ARGUMENTS_BAD, Cryptoki.C_Initialize(oneMissing));
-        assertAnswers(CKR.CRYPTOKI_NOT_INITIALIZED, Cryptoki.C_GetInfo(new CK_INFO()));
-        assertAnswers(CKR.OK, Cryptoki.C_Initialize(null));
-        assertAnswers(CKR.CRYPTOKI_ALREADY_INITIALIZED, Cryptoki.C_Initialize(null));
-        assertAnswers(CKR.OK, Cryptoki.C_Finalize(null));
-        assertAnswers(CKR.CRYPTOKI_NOT_INITIALIZED, Cryptoki.C_Finalize(null));
+        assertReturns(CKR.ARGUMENTS_BAD, Cryptoki.C_Initialize(oneMissing));
+        assertReturns(CKR.CRYPTOKI_NOT_INITIALIZED, Cryptoki.C_GetInfo(new CK_INFO()));
+        assertReturns(CKR.OK, Cryptoki.C_Initialize(null));
+        assertReturns(CKR.CRYPTOKI_ALREADY_INITIALIZED, Cryptoki.C_Initialize(null));
+        assertReturns(CKR.OK, Cryptoki.C_Finalize(null));
+        assertReturns(CKR.CRYPTOKI_NOT_INITIALIZED, Cryptoki.C_Finalize(null));
     }
 
     @Test
@@ -65,13 +65,13 @@ class FirstCallsTest {
         long slot = FreshToken.create("sessions");
         CK_SESSION_HANDLE reader = openSession(slot, READ_ONLY);
         CK_SESSION_HANDLE writer = openSession(slot, READ_WRITE);
-        assertAnswers(CKR.PIN_INCORRECT, login(reader, CKU.USER, SO_PIN));
-        assertAnswers(CKR.OK, login(reader, CKU.USER, USER_PIN));
+        assertReturns(CKR.PIN_INCORRECT, login(reader, CKU.USER, SO_PIN));
+        assertReturns(CKR.OK, login(reader, CKU.USER, USER_PIN));
         CK_SESSION_INFO info = new CK_SESSION_INFO();
-        assertAnswers(CKR.OK, Cryptoki.C_GetSessionInfo(writer, info));
+        assertReturns(CKR.OK, Cryptoki.C_GetSessionInfo(writer, info));
         assertEquals(new CK_STATE(CKS.RW_USER_FUNCTIONS), info.state);
-        assertAnswers(CKR.OK, Cryptoki.C_CloseAllSessions(slot));
-        assertAnswers(CKR.SESSION_HANDLE_INVALID, Cryptoki.C_CloseSession(reader));
+        assertReturns(CKR.OK, Cryptoki.C_CloseAllSessions(slot));
+        assertReturns(CKR.SESSION_HANDLE_INVALID, Cryptoki.C_CloseSession(reader));
     }
 
     @Test

@@ -1,4 +1,4 @@
-// What users and the native side rely on in the Java classes: needs no native library.
+// What users and the native side rely on in the Java classes. Needs no native library.
 package halvorn.zerlin;
 
 import static org.junit.jupiter.api.Assertions.*;

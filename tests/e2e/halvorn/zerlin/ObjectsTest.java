@@ -1,4 +1,4 @@
-// Objects on the real soft token: made, copied, found, read, changed and destroyed.
+// Objects on the real soft token: created, copied, found, read, changed and destroyed.
 package halvorn.zerlin;
 
 import static halvorn.zerlin.TestToken.*;
@@ -24,7 +24,7 @@ class ObjectsTest {
         return token.create(template(CKA.CLASS, CKO.DATA, CKA.LABEL, label));
     }
 
-    // One call in which some attributes are served and some are refused.
+    // One call in which the token returns some attributes and refuses others.
     @Test
     void aPartlyRefusedTemplateDeliversTheOtherValues() {
         // Not private: SoftHSM 2.6.1 cannot read the date of a private object.
@@ -39,7 +39,7 @@ class ObjectsTest {
                 CKA.VALUE_LEN, null);
         all[8] = new CK_ATTRIBUTE(CKA.VALUE_LEN, 0);
         assertFalse(Cryptoki.C_GetAttributeValue(token.session, key, all, all.length).is(CKR.OK));
-        // The month is filled from the year: wanted.
+        // Deliberate: the month is read from the year.
         assertEquals("2024-20-15 CKK_AES (0x1f) CK_FALSE 16",
                 all[3].pValue + " " + all[4].pValue + " " + all[5].pValue + " " + all[8].pValue);
         assertEquals(Set.of(CKM.AES_CBC, CKM.AES_ECB), Set.of(mechanisms[0].m_value, mechanisms[1].m_value));
@@ -77,19 +77,19 @@ class ObjectsTest {
         CK_OBJECT_HANDLE object = data("wanted");
         CK_OBJECT_HANDLE found = new CK_OBJECT_HANDLE(77);
         CK_OBJECT_CLASS data = new CK_OBJECT_CLASS(CKO.DATA);
-        assertAnswers(CKR.GENERAL_ERROR, CTUtil.CTU_FindObject(token.session, data, ascii("want"), found));
+        assertReturns(CKR.GENERAL_ERROR, CTUtil.CTU_FindObject(token.session, data, ascii("want"), found));
         assertEquals(77, found.m_value);
-        assertAnswers(CKR.OK, CTUtil.CTU_FindObject(token.session, data, ascii("wanted\0ignored"), found));
+        assertReturns(CKR.OK, CTUtil.CTU_FindObject(token.session, data, ascii("wanted\0ignored"), found));
         assertEquals(object, found);
 
         CK_ATTRIBUTE_TYPE label = new CK_ATTRIBUTE_TYPE(CKA.LABEL);
-        assertAnswers(CKR.OK, CTUtil.CTU_SetAttributeValue(token.session, found, label, "new label", 3));
+        assertReturns(CKR.OK, CTUtil.CTU_SetAttributeValue(token.session, found, label, "new label", 3));
         byte[] value = new byte[4];
         LongRef length = new LongRef(-7);
-        assertAnswers(CKR.ATTRIBUTE_TYPE_INVALID,
+        assertReturns(CKR.ATTRIBUTE_TYPE_INVALID,
                 CTUtil.CTU_GetAttributeValue(token.session, found, label, value, 2, length));
         assertEquals(-7, length.value);
-        assertAnswers(CKR.OK, CTUtil.CTU_GetAttributeValue(token.session, found, label, value, 4, length));
+        assertReturns(CKR.OK, CTUtil.CTU_GetAttributeValue(token.session, found, label, value, 4, length));
         assertEquals(3, length.value);
         assertArrayEquals(ascii("new\0"), value);
     }
@@ -100,7 +100,7 @@ class ObjectsTest {
         login(target, CKU.USER, USER_PIN).orThrow();
         CK_OBJECT_HANDLE key = token.secretKey(CKK.AES, ascii("sixteen bytes ok"));
         CK_OBJECT_HANDLE copy = new CK_OBJECT_HANDLE();
-        assertAnswers(CKR.OK, Cryptoki.CT_CopyObject(target, token.session, key,
+        assertReturns(CKR.OK, Cryptoki.CT_CopyObject(target, token.session, key,
                 template(CKA.LABEL, "moved"), 1, copy));
         CK_ATTRIBUTE[] read = template(CKA.VALUE, new byte[16], CKA.LABEL, new byte[5]);
         Cryptoki.C_GetAttributeValue(target, copy, read, 2).orThrow();
@@ -114,11 +114,11 @@ class ObjectsTest {
         CK_OBJECT_HANDLE object = data("huge");
         CK_ATTRIBUTE[] labels = Stream.generate(() -> CK_ATTRIBUTE.buffer(CKA.LABEL, 8)).limit(count)
             .toArray(CK_ATTRIBUTE[]::new);
-        assertAnswers(CKR.OK, Cryptoki.C_GetAttributeValue(token.session, object, labels, count));
+        assertReturns(CKR.OK, Cryptoki.C_GetAttributeValue(token.session, object, labels, count));
         assertTrue(Stream.of(labels).allMatch(label -> Arrays.equals(ascii("huge"), label.getBytes())));
 
         Arrays.fill(labels, new CK_ATTRIBUTE(CKA.LABEL, "changed"));
-        assertAnswers(CKR.OK, Cryptoki.C_SetAttributeValue(token.session, object, labels, count));
+        assertReturns(CKR.OK, Cryptoki.C_SetAttributeValue(token.session, object, labels, count));
         assertArrayEquals(ascii("changed"), token.read(object, CKA.LABEL));
     }
 }

@@ -1,4 +1,4 @@
-// A token and a session made for one test class, and the shorthand that the tests share.
+// A new token with a session for one test class, and shorthand that the tests share.
 package halvorn.zerlin;
 
 import static org.junit.jupiter.api.Assertions.assertEquals;
@@ -13,7 +13,7 @@ import org.junit.jupiter.api.extension.*;
 import token.FreshToken;
 
 final class TestToken implements BeforeAllCallback, AfterAllCallback {
-    /** Read/write, the user logged in. */
+    /** A read/write session in which the user is logged in. */
     CK_SESSION_HANDLE session;
 
     @Override
@@ -28,12 +28,12 @@ final class TestToken implements BeforeAllCallback, AfterAllCallback {
         Cryptoki.C_Finalize(null).orThrow();
     }
 
-    /** Fails unless the call answered so; tells both values by name. */
-    static void assertAnswers(long expected, CK_RV answer) {
+    /** Fails unless the call returned that value; the message names both values. */
+    static void assertReturns(long expected, CK_RV answer) {
         assertEquals(new CK_RV(expected), answer);
     }
 
-    /** Makes a template of types and values in turn. For input only: the values may be shared objects. */
+    /** Creates a template of alternating types and values. For input only, because values may be shared objects. */
     static CK_ATTRIBUTE[] template(Object... typesAndValues) {
         CK_ATTRIBUTE[] template = new CK_ATTRIBUTE[typesAndValues.length / 2];
         for (int i = 0; i < template.length; i++) {
