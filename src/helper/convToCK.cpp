@@ -6,6 +6,7 @@
 #include "helper/copyToCK.h"
 #include "helper/elements.h"
 #include "helper/javaNames.h"
+#include "helper/newValues.h"
 #include "util/fileVersion.h"
 
 FILE_VERSION("1.1.1.2");
@@ -22,77 +23,6 @@ CK_ULONG valueOf(JNIEnv* env, jobject object, JavaField& m_value, CK_ULONG failu
     const jclass cls = FindClass(env, m_value.owner);
     if (cls == nullptr || !env->IsInstanceOf(object, cls)) return failureValue;
     return GetLongField(env, object, m_value);
-}
-
-template <typename Native>
-Native* allocate(JNIEnv* env, std::size_t size)
-{
-    auto* const memory = static_cast<Native*>(std::malloc(size));
-    if (memory == nullptr) throwOutOfMemory(env);
-    return memory;
-}
-
-// What the value method of a boxed object returns, in a new buffer.
-template <typename Native, typename JValue>
-Native* unbox(JNIEnv* env, jobject object, JavaMethod& method,
-    JValue (JNIEnv::*call)(jobject, jmethodID, ...), Native (*convert)(JValue))
-{
-    if (FindClass(env, method.owner) == nullptr || object == nullptr) return nullptr;
-    const jmethodID valueMethod = GetMethodID(env, method);
-    if (valueMethod == nullptr) return nullptr;
-    const JValue value = (env->*call)(object, valueMethod);
-    if (env->ExceptionCheck()) return nullptr;
-    auto* const buffer = allocate<Native>(env, sizeof(Native));
-    if (buffer != nullptr) *buffer = convert(value);
-    return buffer;
-}
-
-// Every element of a primitive array in a new buffer.
-template <typename JArray, typename JElement, typename Native>
-void convertArray(JNIEnv* env, JArray array, Native** data, CK_ULONG* length,
-    void (JNIEnv::*getRegion)(JArray, jsize, jsize, JElement*), Native (*convert)(JElement))
-{
-    if (array == nullptr) {
-        *data = nullptr;
-        *length = 0;
-        return;
-    }
-    const jsize count = env->GetArrayLength(array);
-    *length = static_cast<CK_ULONG>(count);
-    auto* const buffer = allocate<Native>(env, static_cast<std::size_t>(count) * sizeof(Native) + 1);
-    if (buffer == nullptr) return;
-
-    readElements(env, array, count, buffer, getRegion, convert);
-    if (env->ExceptionCheck()) {
-        std::free(buffer);
-        return;
-    }
-    *data = buffer;
-}
-
-void convertObjects(
-    JNIEnv* env, jobjectArray array, CK_ULONG** data, CK_ULONG* length, CK_ULONG (*convert)(JNIEnv*, jobject))
-{
-    if (array == nullptr) {
-        *data = nullptr;
-        *length = 0;
-        return;
-    }
-    const jsize count = env->GetArrayLength(array);
-    const auto size = static_cast<CK_ULONG>(count) * sizeof(CK_ULONG);
-    *length = static_cast<CK_ULONG>(count);
-    *data = static_cast<CK_ULONG*>(std::calloc(size + 1, 1));
-    if (*data == nullptr) {
-        throwOutOfMemory(env);
-        return;
-    }
-    for (jsize i = 0; i < count; ++i) {
-        const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, i));
-        if (element == nullptr && env->ExceptionCheck()) return;
-        (*data)[i] = convert(env, element);
-        if (env->ExceptionCheck()) return;
-    }
-    *length = size;
 }
 
 } // namespace
@@ -165,102 +95,145 @@ CK_BBOOL jBBoolToCKBBool(JNIEnv* env, jobject object)
     return field == nullptr ? CK_FALSE : booleanToCK(env->GetBooleanField(object, field));
 }
 
+CK_BYTE_PTR newBytes(JNIEnv* env, CallMemory* memory, jbyteArray array, CK_ULONG* length)
+{
+    const jsize count = env->GetArrayLength(array);
+    CK_BYTE_PTR const buffer = newBuffer(env, memory, static_cast<std::size_t>(count) + 1);
+    if (buffer == nullptr) return nullptr;
+    env->GetByteArrayRegion(
+        array, 0, count, reinterpret_cast<jbyte*>(buffer)); // within the array nothing is raised
+    *length = static_cast<CK_ULONG>(count);
+    return buffer;
+}
+
+CK_ULONG* newNumbers(JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ULONG* length,
+    CK_ULONG (*convert)(JNIEnv*, jobject))
+{
+    const jsize count = env->GetArrayLength(array);
+    const auto size = static_cast<CK_ULONG>(count) * sizeof(CK_ULONG);
+    *length = static_cast<CK_ULONG>(count);
+    auto* const numbers = reinterpret_cast<CK_ULONG*>(newZeroedBuffer(env, memory, size + 1));
+    if (numbers == nullptr) return nullptr;
+    for (jsize i = 0; i < count; ++i) {
+        const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, i));
+        if (element == nullptr && env->ExceptionCheck()) return numbers;
+        const CK_ULONG number = convert(env, element);
+        if (hasFailed(env, number)) return numbers;
+        numbers[i] = number;
+    }
+    *length = size;
+    return numbers;
+}
+
+char* newString(JNIEnv* env, CallMemory* memory, jstring string, CK_ULONG* length)
+{
+    const auto size = static_cast<CK_ULONG>(env->GetStringUTFLength(string));
+    auto* const text = reinterpret_cast<char*>(newZeroedBuffer(env, memory, size + 1));
+    if (text == nullptr) return nullptr;
+    if (!readString(env, string, text)) {
+        dropBuffer(memory, text);
+        return nullptr;
+    }
+    *length = size;
+    return text;
+}
+
+CK_DATE* newDate(JNIEnv* env, CallMemory* memory, jobject object)
+{
+    const jclass cls = FindClass(env, java::DATE.cls);
+    if (cls == nullptr || !env->IsInstanceOf(object, cls)) return nullptr;
+    // Zeroed, so that the two bytes that are never written carry nothing out of this process.
+    auto* const date = reinterpret_cast<CK_DATE*>(newZeroedBuffer(env, memory, sizeof(CK_DATE)));
+    if (date == nullptr) return nullptr;
+    CopyJDateToCKDate(env, object, date);
+    if (!env->ExceptionCheck()) return date;
+    dropBuffer(memory, date);
+    return nullptr;
+}
+
 CK_ULONG_PTR jLongObjectToCKULongPtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, java::LONG.longValue, &JNIEnv::CallLongMethod, longToCK);
+    return newUnboxedValue(env, nullptr, object, java::LONG.longValue, &JNIEnv::CallLongMethod, longToCK);
 }
 
 CK_ULONG_PTR jIntegerObjectToCKULongPtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, java::INTEGER.intValue, &JNIEnv::CallIntMethod, intToCK);
+    return newUnboxedValue(env, nullptr, object, java::INTEGER.intValue, &JNIEnv::CallIntMethod, intToCK);
 }
 
 CK_BBOOL* jBooleanObjectToCKBBoolPtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, java::BOOLEAN.booleanValue, &JNIEnv::CallBooleanMethod, booleanToCK);
+    return newUnboxedValue(
+        env, nullptr, object, java::BOOLEAN.booleanValue, &JNIEnv::CallBooleanMethod, booleanToCK);
 }
 
 CK_BYTE_PTR jByteObjectToCKBytePtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, java::BYTE.byteValue, &JNIEnv::CallByteMethod, byteToCK);
+    return newUnboxedValue(env, nullptr, object, java::BYTE.byteValue, &JNIEnv::CallByteMethod, byteToCK);
 }
 
 CK_CHAR_PTR jCharObjectToCKCharPtr(JNIEnv* env, jobject object)
 {
-    return unbox(env, object, java::CHAR.charValue, &JNIEnv::CallCharMethod, charToCK);
+    return newUnboxedValue(env, nullptr, object, java::CHAR.charValue, &JNIEnv::CallCharMethod, charToCK);
 }
 
 CK_DATE* jDateObjectToCKDatePtr(JNIEnv* env, jobject object)
 {
-    const jclass cls = FindClass(env, java::DATE.cls);
-    if (cls == nullptr || !env->IsInstanceOf(object, cls)) return nullptr;
-    // Cleared, so that the two bytes that are never written carry nothing out of this process.
-    auto* const date = static_cast<CK_DATE*>(std::calloc(1, sizeof(CK_DATE)));
-    if (date == nullptr) {
-        throwOutOfMemory(env);
-        return nullptr;
-    }
-    CopyJDateToCKDate(env, object, date);
-    if (env->ExceptionCheck()) {
-        std::free(date);
-        return nullptr;
-    }
-    return date;
+    return newDate(env, nullptr, object);
 }
 
 void jByteArrayToCKByteArray(JNIEnv* env, jbyteArray array, CK_BYTE_PTR* data, CK_ULONG* length)
 {
     *data = nullptr;
     *length = 0;
-    if (array == nullptr) return;
-    const jsize count = env->GetArrayLength(array);
-    auto* const buffer = allocate<CK_BYTE>(env, static_cast<std::size_t>(count) + 1);
-    if (buffer == nullptr) return;
-    env->GetByteArrayRegion(array, 0, count, reinterpret_cast<jbyte*>(buffer));
-    if (env->ExceptionCheck()) {
-        std::free(buffer);
-        return;
-    }
-    *data = buffer;
-    *length = static_cast<CK_ULONG>(count);
+    if (array != nullptr) *data = newBytes(env, nullptr, array, length);
 }
 
 void jBooleanArrayToCKBBoolArray(JNIEnv* env, jbooleanArray array, CK_BBOOL** data, CK_ULONG* length)
 {
-    convertArray(env, array, data, length, &JNIEnv::GetBooleanArrayRegion, booleanToCK);
+    *data = nullptr;
+    *length = 0;
+    if (array == nullptr) return;
+    *data = newArray(env, nullptr, array, length, &JNIEnv::GetBooleanArrayRegion, booleanToCK);
 }
 
 void jCharArrayToCKCharArray(JNIEnv* env, jcharArray array, CK_CHAR_PTR* data, CK_ULONG* length)
 {
-    convertArray(env, array, data, length, &JNIEnv::GetCharArrayRegion, charToCK);
+    *data = nullptr;
+    *length = 0;
+    if (array == nullptr) return;
+    *data = newArray(env, nullptr, array, length, &JNIEnv::GetCharArrayRegion, charToCK);
 }
 
 void jLongArrayToCKULongArray(JNIEnv* env, jlongArray array, CK_ULONG_PTR* data, CK_ULONG* length)
 {
-    convertArray(env, array, data, length, &JNIEnv::GetLongArrayRegion, longToCK);
+    *data = nullptr;
+    *length = 0;
+    if (array == nullptr) return;
+    *data = newArray(env, nullptr, array, length, &JNIEnv::GetLongArrayRegion, longToCK);
 }
 
 void jObjectHandleArrayToCKObjectHandleArray(
     JNIEnv* env, jobjectArray array, CK_OBJECT_HANDLE_PTR* data, CK_ULONG* length)
 {
-    convertObjects(env, array, data, length, jObjectHandleToCKObjectHandle);
+    *data = nullptr;
+    *length = 0;
+    if (array != nullptr) *data = newNumbers(env, nullptr, array, length, jObjectHandleToCKObjectHandle);
 }
 
 void jMechanismTypeArrayToCKMechanismTypeArray(
     JNIEnv* env, jobjectArray array, CK_MECHANISM_TYPE_PTR* data, CK_ULONG* length)
 {
-    convertObjects(env, array, data, length, jMechanismTypeToCKMechanismType);
+    *data = nullptr;
+    *length = 0;
+    if (array != nullptr) *data = newNumbers(env, nullptr, array, length, jMechanismTypeToCKMechanismType);
 }
 
 void jStringToCKCharArray(JNIEnv* env, jstring string, CK_CHAR_PTR* data, CK_ULONG* length)
 {
-    if (string == nullptr) {
-        *data = nullptr;
-        *length = 0;
-        return;
-    }
-    char* const characters = copyStringUTF(env, string, length);
-    if (characters != nullptr) *data = reinterpret_cast<CK_CHAR_PTR>(characters);
+    *data = nullptr;
+    *length = 0;
+    if (string != nullptr) *data = reinterpret_cast<CK_CHAR_PTR>(newString(env, nullptr, string, length));
 }
 
 } // namespace zerlin

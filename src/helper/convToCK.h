@@ -65,6 +65,8 @@ void jStringToCKCharArray(JNIEnv* env, jstring string, CK_CHAR_PTR* data, CK_ULO
 // null pointer and length 0, another class UnsupportedOperationException. The length counts bytes, but
 // elements for long[] and int[].
 void jObjectToPrimitiveCKObjectPtrPtr(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length);
+// The same for a native: into the memory of the call, unless that is null. False with an exception pending.
+bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, CK_VOID_PTR* data, CK_ULONG* length);
 
 // One attribute. Its pValue is the caller's to free, also when an exception is pending; the length is the one
 // that the Java object declares, but for a numeric attribute that declares 4 bytes it is that of the value. A
@@ -75,8 +77,8 @@ CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object);
 // array all the same, and the records from there on have no values.
 void jAttributeArrayToCKAttributeArray(
     JNIEnv* env, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count);
-// The same for a native: records and values come from the memory of the call as far as it holds them, or from
-// malloc. False with an exception pending.
+// The same for a native: records and values lie in the memory of the call, unless that is null. False with an
+// exception pending.
 bool convertTemplate(
     JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count);
 

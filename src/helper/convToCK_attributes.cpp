@@ -1,10 +1,8 @@
 // Attribute templates from Java to native: the value by its Java class, the length by the attribute's type.
-#include <cstdlib>
-#include <cstring>
-
 #include "helper/attributeFields.h"
 #include "helper/convToCK.h"
 #include "helper/elements.h"
+#include "helper/newValues.h"
 #include "helper/valueClasses.h"
 #include "util/fileVersion.h"
 #include "zerlin/attrutil.h"
@@ -14,123 +12,115 @@ FILE_VERSION("1.1.1.2");
 namespace zerlin {
 namespace {
 
-// Where the buffers of a template come from: the memory of a call, or malloc where there is none.
-CK_BYTE_PTR newBuffer(JNIEnv* env, CallMemory* memory, std::size_t size)
-{
-    void* const buffer = memory != nullptr ? memory->take(size, false) : std::malloc(size);
-    if (buffer == nullptr) throwOutOfMemory(env);
-    return static_cast<CK_BYTE_PTR>(buffer);
-}
+// A new native value and its length; null with an exception pending.
+struct Converted {
+    void* data;
+    CK_ULONG length;
+};
 
-// A new buffer that holds the value.
 template <typename Native>
-void* newValue(JNIEnv* env, CallMemory* memory, Native value, CK_ULONG* length)
+Converted sized(Native* value)
 {
-    CK_BYTE_PTR const buffer = newBuffer(env, memory, sizeof(Native));
-    if (buffer == nullptr) return nullptr;
-    std::memcpy(buffer, &value, sizeof value);
-    *length = sizeof value;
-    return buffer;
+    return {value, value != nullptr ? sizeof(Native) : 0};
 }
 
 // The m_value of a handle or typed constant whose class is known.
-void* heldNumber(JNIEnv* env, CallMemory* memory, JavaField& m_value, jobject value, CK_ULONG* length)
+Converted heldNumber(JNIEnv* env, CallMemory* memory, JavaField& m_value, jobject value)
 {
     const CK_ULONG number = GetLongField(env, value, m_value);
-    if (number == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return nullptr;
-    return newValue(env, memory, number, length);
+    if (number == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return {};
+    return sized(newValue(env, memory, number));
 }
 
-void* heldBoolean(JNIEnv* env, CallMemory* memory, jobject value, CK_ULONG* length)
+Converted heldBoolean(JNIEnv* env, CallMemory* memory, jobject value)
 {
     const jfieldID field = GetFieldID(env, java::BBOOL.m_value);
-    if (field == nullptr) return nullptr;
-    return newValue(env, memory, booleanToCK(env->GetBooleanField(value, field)), length);
+    if (field == nullptr) return {};
+    return sized(newValue(env, memory, booleanToCK(env->GetBooleanField(value, field))));
 }
 
-// The bytes of a byte[], and a spare one.
-void* bytesOf(JNIEnv* env, CallMemory* memory, jbyteArray array, CK_ULONG* length)
+template <typename Native, typename JValue>
+Converted unboxed(JNIEnv* env, CallMemory* memory, jobject value, JavaMethod& method,
+    JValue (JNIEnv::*call)(jobject, jmethodID, ...), Native (*convert)(JValue))
+{
+    return sized(newUnboxedValue(env, memory, value, method, call, convert));
+}
+
+template <typename JArray, typename JElement, typename Native>
+Converted elements(JNIEnv* env, CallMemory* memory, jobject value,
+    void (JNIEnv::*getRegion)(JArray, jsize, jsize, JElement*), Native (*convert)(JElement))
+{
+    Converted made{};
+    made.data = newArray(env, memory, static_cast<JArray>(value), &made.length, getRegion, convert);
+    return made;
+}
+
+// The long[] that the memory of an int[] would make: each element the low half of two ints. Deliberate; but
+// it is a long[] that is read, since an int[] has no memory for the second half of the elements. Null with an
+// exception pending.
+jlongArray longsOfInts(JNIEnv* env, jintArray array)
 {
     const jsize count = env->GetArrayLength(array);
-    CK_BYTE_PTR const buffer = newBuffer(env, memory, static_cast<std::size_t>(count) + 1);
-    if (buffer == nullptr) return nullptr;
-    env->GetByteArrayRegion(array, 0, count, reinterpret_cast<jbyte*>(buffer));
-    *length = static_cast<CK_ULONG>(count);
-    return buffer;
-}
-
-// The buffer that a converter of boxed values made.
-template <typename Native>
-void* unboxedValue(Native* buffer, CK_ULONG* length)
-{
-    if (buffer != nullptr) *length = sizeof(Native);
-    return buffer;
-}
-
-// The buffer that an array converter makes; it writes the length itself.
-template <typename JArray, typename Native>
-void* arrayValue(
-    JNIEnv* env, jobject value, CK_ULONG* length, void (*convert)(JNIEnv*, JArray, Native**, CK_ULONG*))
-{
-    Native* data = nullptr;
-    convert(env, static_cast<JArray>(value), &data, length);
-    return data;
-}
-
-// An int[] is taken for the long[] that the same memory would make: each element the low half of two ints.
-// Wanted; but it is a long[] that is read, since an int[] has no memory for the second half of the elements.
-void jIntArrayToCKULongArray(JNIEnv* env, jintArray array, CK_ULONG_PTR* data, CK_ULONG* length)
-{
-    const jsize count = env->GetArrayLength(array);
-    const LocalRef<jlongArray> longs(env, env->NewLongArray(count));
-    if (longs == nullptr) return;
+    const jlongArray longs = env->NewLongArray(count);
+    if (longs == nullptr) return nullptr;
     for (jsize i = 0; 2 * i < count; ++i) {
         jint low = 0;
         env->GetIntArrayRegion(array, 2 * i, 1, &low);
-        if (env->ExceptionCheck()) return;
         const jlong element = low;
-        env->SetLongArrayRegion(longs, i, 1, &element);
-        if (env->ExceptionCheck()) return;
+        if (!env->ExceptionCheck()) env->SetLongArrayRegion(longs, i, 1, &element);
+        if (env->ExceptionCheck()) {
+            env->DeleteLocalRef(longs);
+            return nullptr;
+        }
     }
-    jLongArrayToCKULongArray(env, longs, data, length);
+    return longs;
 }
 
-void* convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, jobject value, CK_ULONG* length)
+Converted convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, jobject value)
 {
+    Converted made{};
     switch (row.kind) {
     case ValueKind::ByteArray:
-        return bytesOf(env, memory, static_cast<jbyteArray>(value), length);
+        made.data = newBytes(env, memory, static_cast<jbyteArray>(value), &made.length);
+        return made;
     case ValueKind::Long:
-        return unboxedValue(jLongObjectToCKULongPtr(env, value), length);
+        return unboxed(env, memory, value, java::LONG.longValue, &JNIEnv::CallLongMethod, longToCK);
     case ValueKind::BBool:
-        return heldBoolean(env, memory, value, length);
+        return heldBoolean(env, memory, value);
     case ValueKind::Date:
-        return unboxedValue(jDateObjectToCKDatePtr(env, value), length);
+        return sized(newDate(env, memory, value));
     case ValueKind::Handle:
     case ValueKind::Constant:
-        return heldNumber(env, memory, *row.m_value, value, length);
+        return heldNumber(env, memory, *row.m_value, value);
     case ValueKind::MechanismTypeArray:
-        return arrayValue(env, value, length, jMechanismTypeArrayToCKMechanismTypeArray);
+        made.data = newNumbers(
+            env, memory, static_cast<jobjectArray>(value), &made.length, jMechanismTypeToCKMechanismType);
+        return made;
     case ValueKind::Boolean:
-        return unboxedValue(jBooleanObjectToCKBBoolPtr(env, value), length);
+        return unboxed(
+            env, memory, value, java::BOOLEAN.booleanValue, &JNIEnv::CallBooleanMethod, booleanToCK);
     case ValueKind::LongArray:
-        return arrayValue(env, value, length, jLongArrayToCKULongArray);
+        return elements(env, memory, value, &JNIEnv::GetLongArrayRegion, longToCK);
     case ValueKind::String:
-        return arrayValue(env, value, length, jStringToCKCharArray);
+        made.data = newString(env, memory, static_cast<jstring>(value), &made.length);
+        return made;
     case ValueKind::Integer:
-        return unboxedValue(jIntegerObjectToCKULongPtr(env, value), length);
-    case ValueKind::IntArray:
-        return arrayValue(env, value, length, jIntArrayToCKULongArray);
-    case ValueKind::BooleanArray:
-        return arrayValue(env, value, length, jBooleanArrayToCKBBoolArray);
-    case ValueKind::CharArray:
-        return arrayValue(env, value, length, jCharArrayToCKCharArray);
-    case ValueKind::Byte:
-        return unboxedValue(jByteObjectToCKBytePtr(env, value), length);
-    case ValueKind::Character:
-        return unboxedValue(jCharObjectToCKCharPtr(env, value), length);
+        return unboxed(env, memory, value, java::INTEGER.intValue, &JNIEnv::CallIntMethod, intToCK);
+    case ValueKind::IntArray: {
+        const LocalRef<jlongArray> longs(env, longsOfInts(env, static_cast<jintArray>(value)));
+        if (longs == nullptr) return {};
+        return elements(env, memory, longs, &JNIEnv::GetLongArrayRegion, longToCK);
     }
-    return nullptr;
+    case ValueKind::BooleanArray:
+        return elements(env, memory, value, &JNIEnv::GetBooleanArrayRegion, booleanToCK);
+    case ValueKind::CharArray:
+        return elements(env, memory, value, &JNIEnv::GetCharArrayRegion, charToCK);
+    case ValueKind::Byte:
+        return unboxed(env, memory, value, java::BYTE.byteValue, &JNIEnv::CallByteMethod, byteToCK);
+    case ValueKind::Character:
+        return unboxed(env, memory, value, java::CHAR.charValue, &JNIEnv::CallCharMethod, charToCK);
+    }
+    return {};
 }
 
 // False with an exception pending. The likely row is tested first.
@@ -146,7 +136,9 @@ bool convertObject(
         return false;
     }
     const ValueClass& valueClass = VALUE_CLASSES[row];
-    *data = convertValue(env, memory, valueClass, value, length);
+    const Converted made = convertValue(env, memory, valueClass, value);
+    *data = made.data;
+    *length = made.length;
     // Only an array of objects leaves a buffer when it fails.
     return valueClass.kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : *data != nullptr;
 }
@@ -174,9 +166,14 @@ bool convertAttribute(
 
 } // namespace
 
+bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
+{
+    return FindClasses(env, READABLE_VALUES) && convertObject(env, memory, 0, value, data, length);
+}
+
 void jObjectToPrimitiveCKObjectPtrPtr(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
 {
-    if (FindClasses(env, READABLE_VALUES)) convertObject(env, nullptr, 0, value, data, length);
+    convertBareValue(env, nullptr, value, data, length);
 }
 
 CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object)
@@ -196,14 +193,10 @@ bool convertTemplate(
     *count = 0;
     if (array == nullptr) return true;
     const jsize length = env->GetArrayLength(array);
-    // Cleared, so that the records that a failure leaves out are safe to free.
+    // Zeroed, so that the records that a failure leaves out are safe to free.
     const std::size_t size = static_cast<std::size_t>(length) * sizeof(CK_ATTRIBUTE) + 1;
-    void* const records = memory != nullptr ? memory->take(size, true) : std::calloc(size, 1);
-    if (records == nullptr) {
-        throwOutOfMemory(env);
-        return false;
-    }
-    *data = static_cast<CK_ATTRIBUTE_PTR>(records);
+    *data = reinterpret_cast<CK_ATTRIBUTE_PTR>(newZeroedBuffer(env, memory, size));
+    if (*data == nullptr) return false;
     *count = static_cast<CK_ULONG>(length);
     if (length == 0) return true;
     AttributeFields fields;

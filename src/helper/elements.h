@@ -8,6 +8,7 @@
 
 #include <jni.h>
 
+#include "helper/memory.h"
 #include "zerlin/cryptoki.h"
 
 namespace zerlin {
@@ -37,20 +38,22 @@ inline CK_ULONG longToCK(jlong value)
     return static_cast<CK_ULONG>(value);
 }
 
-// Converts the array's first count elements. Stops at a pending exception. The elements may be a secret.
+// Converts the array's first count elements, which may be a secret. False with an exception pending.
 template <typename JArray, typename JElement, typename Native>
-void readElements(JNIEnv* env, JArray array, jsize count, Native* destination,
+bool readElements(JNIEnv* env, JArray array, jsize count, Native* destination,
     void (JNIEnv::*getRegion)(JArray, jsize, jsize, JElement*), Native (*convert)(JElement))
 {
     JElement piece[256];
     constexpr jsize PIECE = std::size(piece);
-    for (jsize start = 0; start < count; start += PIECE) {
+    bool isRead = true;
+    for (jsize start = 0; isRead && start < count; start += PIECE) {
         const jsize size = std::min(count - start, PIECE);
         (env->*getRegion)(array, start, size, piece);
-        if (env->ExceptionCheck()) break;
-        std::transform(piece, piece + size, destination + start, convert);
+        isRead = !env->ExceptionCheck();
+        if (isRead) std::transform(piece, piece + size, destination + start, convert);
     }
-    explicit_bzero(piece, sizeof piece);
+    wipe(piece, sizeof piece);
+    return isRead;
 }
 
 // Writes the array's first count elements, zero-extended. Stops at a pending exception.

@@ -123,27 +123,28 @@ char* GetClassName(JNIEnv* env, jobject object)
     if (getName == nullptr) return nullptr;
     const LocalRef<jobject> name(env, env->CallObjectMethod(cls, getName));
     if (env->ExceptionCheck()) return nullptr;
-    CK_ULONG length = 0;
-    return copyStringUTF(env, static_cast<jstring>(name.reference), &length);
+    return copyString(env, static_cast<jstring>(name.reference));
 }
 
-// The characters go straight into the new buffer: the JVM frees what GetStringUTFChars returns
-// without overwriting it.
-char* copyStringUTF(JNIEnv* env, jstring string, CK_ULONG* length)
+// The characters go straight into the buffer: the JVM frees what GetStringUTFChars returns without
+// overwriting it.
+bool readString(JNIEnv* env, jstring string, char* buffer)
 {
-    const jsize size = env->GetStringUTFLength(string);
-    auto* const copy = static_cast<char*>(std::calloc(static_cast<std::size_t>(size) + 1, 1));
+    env->GetStringUTFRegion(string, 0, env->GetStringLength(string), buffer);
+    return !env->ExceptionCheck();
+}
+
+char* copyString(JNIEnv* env, jstring string)
+{
+    const auto size = static_cast<std::size_t>(env->GetStringUTFLength(string));
+    auto* const copy = static_cast<char*>(std::calloc(size + 1, 1));
     if (copy == nullptr) {
         throwOutOfMemory(env);
         return nullptr;
     }
-    env->GetStringUTFRegion(string, 0, env->GetStringLength(string), copy);
-    if (env->ExceptionCheck()) {
-        std::free(copy);
-        return nullptr;
-    }
-    *length = static_cast<CK_ULONG>(size);
-    return copy;
+    if (readString(env, string, copy)) return copy;
+    std::free(copy);
+    return nullptr;
 }
 
 void throwUnsupported(JNIEnv* env, const char* format, const char* text)

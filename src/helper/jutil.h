@@ -212,9 +212,12 @@ bool forEachElement(JNIEnv* env, jobjectArray array, jsize count, Work work)
 // exception pending when any step raised.
 char* GetClassName(JNIEnv* env, jobject object);
 
-// The string's modified UTF-8 bytes with a closing NUL, from malloc; the length leaves the NUL out. Null with
-// an exception pending on failure.
-char* copyStringUTF(JNIEnv* env, jstring string, CK_ULONG* length);
+// The string's modified UTF-8 bytes into a zeroed buffer, which holds GetStringUTFLength bytes and a NUL.
+// False with an exception pending.
+bool readString(JNIEnv* env, jstring string, char* buffer);
+
+// The same in a new buffer from malloc: the caller frees it. Null with an exception pending.
+char* copyString(JNIEnv* env, jstring string);
 
 // Throws UnsupportedOperationException with the format's %s replaced by the text, or by the name of the
 // object's class.

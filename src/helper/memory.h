@@ -1,7 +1,6 @@
 // The native memory of one call, and overwriting what may have been a secret.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -15,8 +14,7 @@ namespace zerlin {
 // Overwrites memory in a way that no compiler leaves out.
 inline void wipe(void* memory, std::size_t size)
 {
-    std::memset(memory, 0, size);
-    asm volatile("" : : "r"(memory) : "memory");
+    explicit_bzero(memory, size);
 }
 
 // Overwrites memory from malloc that may have held a PIN, a seed, a key or clear text, and frees it.
@@ -30,74 +28,63 @@ inline void wipeAndFree(void* memory)
 // Whether bytes must be overwritten when the call is over.
 enum class Content { Secret, Public };
 
-// Two buffers of a KiB and some. The address sanitizer sees the ends of buffers only where each is malloc's.
+// The stack holds two buffers of a KiB and some. The address sanitizer sees the end of a buffer only where
+// malloc made it.
 #ifdef __SANITIZE_ADDRESS__
-constexpr std::size_t STACK_SIZE = 1;
-constexpr std::size_t UNCHUNKED_SIZE = 1;
+constexpr std::size_t STACK_SIZE = 16;
+constexpr std::size_t UNCHUNKED_SIZE = 0;
 #else
 constexpr std::size_t STACK_SIZE = 2560;
 constexpr std::size_t UNCHUNKED_SIZE = 1025; // what is smaller is taken from chunks
 #endif
 
-// The buffers of one call: small ones on the stack or, where that is used up, in chunks; big ones in one
-// mapping of its own, whose pages cost far less than malloc's and go back to the system, which clears them;
-// from malloc what lies between.
+// The buffers of one call. It owns them all: each is taken with what it holds, and the end of the call wipes
+// the secret ones and frees every one. Small buffers lie on the stack or, where that is used up, in chunks;
+// big ones in a mapping, whose pages cost far less than malloc's and go back to the system, which clears
+// them; those in between come from malloc.
 struct CallMemory {
-    alignas(8) CK_BYTE stack[STACK_SIZE];
-    std::size_t stackUsed = 0;
     struct Chunk* chunks = nullptr; // the last one first
+    struct Block* blocks = nullptr; // from malloc, the last one first
     CK_BYTE_PTR mapping = nullptr;
     std::size_t mappingSize = 0;
     std::size_t mappingUsed = 0;
+    std::size_t secretEnd = 0;            // secrets fill the stack from its start,
+    std::size_t publicStart = STACK_SIZE; // all else from its end
+    alignas(16) CK_BYTE stack[STACK_SIZE];
 
-    CallMemory() = default; // leaves the stack as it is
+    CallMemory() {} // leaves the stack as it is
     CallMemory(const CallMemory&) = delete;
     CallMemory& operator=(const CallMemory&) = delete;
     ~CallMemory()
     {
-        if (chunks != nullptr || mapping != nullptr) freeAll();
+        if (secretEnd != 0) wipe(stack, secretEnd);
+        if (chunks != nullptr || blocks != nullptr || mapping != nullptr) freeAll();
     }
 
-    // At least that many bytes, or null. They are zero where that is asked for.
-    CK_BYTE_PTR take(std::size_t size, bool isZeroed)
+    // At least that many bytes, aligned to 16, or null when they cannot be allocated. No two buffers begin at
+    // the same address.
+    CK_BYTE_PTR take(std::size_t size, Content content)
     {
-        if (size >= sizeof stack - stackUsed) return takeMore(size, isZeroed);
-        CK_BYTE_PTR const taken = stack + stackUsed;
-        stackUsed = std::min(sizeof stack, (stackUsed + size + 7) & ~std::size_t{7});
-        if (isZeroed) std::memset(taken, 0, size);
+        if (size >= publicStart - secretEnd) return takeElsewhere(size, content, false);
+        const std::size_t rounded = size / 16 * 16 + 16;
+        if (content == Content::Public) return stack + (publicStart -= rounded);
+        CK_BYTE_PTR const taken = stack + secretEnd;
+        secretEnd += rounded;
         return taken;
     }
 
-    // Ends the use of a buffer from take.
-    void release(CK_BYTE_PTR taken, std::size_t size, Content content)
+    // The same, filled with zeroes.
+    CK_BYTE_PTR takeZeroed(std::size_t size, Content content)
     {
-        if (isOnStack(taken)) {
-            if (content == Content::Secret) wipe(taken, size);
-        } else {
-            releaseMore(taken, size, content);
-        }
-    }
-
-    // Whether this memory will free the buffer itself, so that nobody else does.
-    bool holds(const void* taken) const
-    {
-        return isOnStack(taken) || ((chunks != nullptr || mapping != nullptr) && isHeldBeside(taken));
-    }
-
-    // Wipes what was taken from the stack and from chunks, whatever it was.
-    void wipeHeld()
-    {
-        wipe(stack, stackUsed);
-        if (chunks != nullptr) wipeChunks();
+        if (size >= publicStart - secretEnd) return takeElsewhere(size, content, true);
+        return static_cast<CK_BYTE_PTR>(std::memset(take(size, content), 0, size));
     }
 
 private:
-    bool isOnStack(const void* taken) const { return taken >= stack && taken < stack + sizeof stack; }
-    bool isHeldBeside(const void* taken) const;
-    CK_BYTE_PTR takeMore(std::size_t size, bool isZeroed);
+    CK_BYTE_PTR takeElsewhere(std::size_t size, Content content, bool isZeroed);
     CK_BYTE_PTR takeFromChunk(std::size_t size);
-    void releaseMore(CK_BYTE_PTR taken, std::size_t size, Content content);
-    void wipeChunks() const;
+    CK_BYTE_PTR takeFromMapping(std::size_t size);
+    CK_BYTE_PTR takeBlock(std::size_t size, Content content, bool isZeroed);
     void map(std::size_t size);
     void freeAll();
 };

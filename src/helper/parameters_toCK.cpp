@@ -337,8 +337,7 @@ bool convertParameter(JNIEnv* env, jobject object, CK_MECHANISM& mechanism, cons
     }
     structure = structureOf(env, object);
     if (structure == nullptr) {
-        jObjectToPrimitiveCKObjectPtrPtr(env, object, &mechanism.pParameter, &mechanism.ulParameterLen);
-        return !env->ExceptionCheck();
+        return convertBareValue(env, nullptr, object, &mechanism.pParameter, &mechanism.ulParameterLen);
     }
     mechanism.pParameter = structure->members.empty()
                                ? jLongObjectToCKULongPtr(env, object)

@@ -1,21 +1,12 @@
 // CT_ResetToken: the vendor's reset of the token behind a session.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/frame.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_CT_1ResetToken(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pPin, jlong ulPinLen, jbyteArray pLabel)
 {
-    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (hasFailed(env, session)) return nullptr;
-    CallMemory memory;
-    const ByteInput pin(env, memory, pPin);
-    if (pin.failed) return nullptr;
-    const ByteInput label(env, memory, pLabel);
-    if (label.failed) return nullptr;
-    return answer(env, CT_ResetToken(session, pin.data, toCK(ulPinLen), label.data));
+    return callCryptoki(env, CT_ResetToken, Session{hSession}, UncheckedPin{pPin, ulPinLen}, Label{pLabel});
 }

@@ -1,13 +1,11 @@
 // C_CloseSession: PKCS#11 v2.20, 11.6.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/frame.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1CloseSession(JNIEnv* env, jclass, jobject hSession)
 {
-    return callWithSession(env, hSession, C_CloseSession);
+    return callCryptoki(env, C_CloseSession, Session{hSession});
 }

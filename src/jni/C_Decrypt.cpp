@@ -1,15 +1,13 @@
 // C_Decrypt: PKCS#11 v2.20, 11.9.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Decrypt(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pEncryptedData, jlong ulEncryptedDataLen, jbyteArray pData, jobject pulDataLen)
 {
-    return dataInDataOut(
-        env, C_Decrypt, PUBLIC_TO_SECRET, hSession, pEncryptedData, ulEncryptedDataLen, pData, pulDataLen);
+    return callCryptoki(env, C_Decrypt, Session{hSession}, CipherText{pEncryptedData, ulEncryptedDataLen},
+        ClearOutput{pData, pulDataLen});
 }

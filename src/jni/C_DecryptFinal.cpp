@@ -1,14 +1,12 @@
 // C_DecryptFinal: PKCS#11 v2.20, 11.9.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DecryptFinal(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pLastPart, jobject pulLastPartLen)
 {
-    return finalDataOut(env, C_DecryptFinal, Content::Secret, hSession, pLastPart, pulLastPartLen);
+    return callCryptoki(env, C_DecryptFinal, Session{hSession}, ClearOutput{pLastPart, pulLastPartLen});
 }

@@ -1,16 +1,14 @@
 // C_DecryptVerifyUpdate: PKCS#11 v2.20, 11.13.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DecryptVerifyUpdate(JNIEnv* env, jclass,
     jobject hSession, jbyteArray pEncryptedPart, jlong ulEncryptedPartLen, jbyteArray pPart,
     jobject pulPartLen)
 {
-    return dataInDataOut(env, C_DecryptVerifyUpdate, PUBLIC_TO_SECRET, hSession, pEncryptedPart,
-        ulEncryptedPartLen, pPart, pulPartLen);
+    return callCryptoki(env, C_DecryptVerifyUpdate, Session{hSession},
+        CipherText{pEncryptedPart, ulEncryptedPartLen}, ClearOutput{pPart, pulPartLen});
 }

@@ -1,33 +1,13 @@
 // C_DeriveKey: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/keys.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DeriveKey(JNIEnv* env, jclass, jobject hSession,
     jobject pMechanism, jobject hBaseKey, jobjectArray pTemplate, jlong ulAttributeCount, jobject phKey)
 {
-    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
-    // A null phKey is not refused: the handle is then dropped, wanted.
-    if (pMechanism == nullptr) return argumentsBad(env);
-    if (isMissing(pTemplate, ulAttributeCount)) return argumentsBad(env);
-
-    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (hasFailed(env, session)) return nullptr;
-    Mechanism mechanism(env, pMechanism);
-    if (mechanism.failed) return nullptr;
-    const CK_OBJECT_HANDLE baseKey = jObjectHandleToCKObjectHandle(env, hBaseKey);
-    if (hasFailed(env, baseKey)) return nullptr;
-    const Template attributes(env, pTemplate);
-    if (attributes.failed) return nullptr;
-
-    CK_OBJECT_HANDLE key = 0;
-    const CK_RV rv =
-        C_DeriveKey(session, &mechanism.native, baseKey, attributes.attributes, toCK(ulAttributeCount), &key);
-    if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK && !writeKey(env, phKey, key, pMechanism, mechanism)) return nullptr;
-    return ckRVToJRV(env, rv);
+    return callCryptoki(env, C_DeriveKey, Session{hSession}, ReturningMechanism{pMechanism}, Key{hBaseKey},
+        Attributes{pTemplate, ulAttributeCount}, OptionalNewKey{phKey});
 }

@@ -1,14 +1,13 @@
 // C_Digest: PKCS#11 v2.20, 11.10.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1Digest(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pData, jlong ulDataLen, jbyteArray pDigest, jobject pulDigestLen)
 {
-    return dataInDataOut(env, C_Digest, SECRET_TO_PUBLIC, hSession, pData, ulDataLen, pDigest, pulDigestLen);
+    return callCryptoki(
+        env, C_Digest, Session{hSession}, ClearText{pData, ulDataLen}, Digest{pDigest, pulDigestLen});
 }

@@ -1,14 +1,12 @@
 // C_DigestUpdate: PKCS#11 v2.20, 11.10.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1DigestUpdate(
     JNIEnv* env, jclass, jobject hSession, jbyteArray pPart, jlong ulPartLen)
 {
-    return dataIn(env, C_DigestUpdate, Content::Secret, hSession, pPart, ulPartLen);
+    return callCryptoki(env, C_DigestUpdate, Session{hSession}, ClearText{pPart, ulPartLen});
 }

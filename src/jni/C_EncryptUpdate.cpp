@@ -1,15 +1,13 @@
 // C_EncryptUpdate: PKCS#11 v2.20, 11.8.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1EncryptUpdate(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pPart, jlong ulPartLen, jbyteArray pEncryptedPart, jobject pulEncryptedPartLen)
 {
-    return dataInDataOut(env, C_EncryptUpdate, SECRET_TO_PUBLIC, hSession, pPart, ulPartLen, pEncryptedPart,
-        pulEncryptedPartLen);
+    return callCryptoki(env, C_EncryptUpdate, Session{hSession}, ClearText{pPart, ulPartLen},
+        CipherOutput{pEncryptedPart, pulEncryptedPartLen});
 }

@@ -1,29 +1,13 @@
 // C_GenerateKey: PKCS#11 v2.20, 11.14.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/keys.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GenerateKey(JNIEnv* env, jclass, jobject hSession,
     jobject pMechanism, jobjectArray pTemplate, jlong ulCount, jobject phKey)
 {
-    if (FindClass(env, java::OBJECT_HANDLE.cls) == nullptr) return nullptr;
-    if (pMechanism == nullptr || phKey == nullptr) return argumentsBad(env);
-    if (isMissing(pTemplate, ulCount)) return argumentsBad(env);
-
-    const CK_SESSION_HANDLE session = jSessionHandleToCKSessionHandle(env, hSession);
-    if (hasFailed(env, session)) return nullptr;
-    Mechanism mechanism(env, pMechanism);
-    if (mechanism.failed) return nullptr;
-    const Template attributes(env, pTemplate);
-    if (attributes.failed) return nullptr;
-
-    CK_OBJECT_HANDLE key = 0;
-    const CK_RV rv = C_GenerateKey(session, &mechanism.native, attributes.attributes, toCK(ulCount), &key);
-    if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK && !writeKey(env, phKey, key, pMechanism, mechanism)) return nullptr;
-    return ckRVToJRV(env, rv);
+    return callCryptoki(env, C_GenerateKey, Session{hSession}, ReturningMechanism{pMechanism},
+        Attributes{pTemplate, ulCount}, NewObject{phKey});
 }

@@ -1,14 +1,12 @@
 // C_GetFunctionStatus: PKCS#11 v2.20, 11.16.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/frame.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetFunctionStatus(
     JNIEnv* env, jclass, jobject hSession)
 {
-    return callWithSession(env, hSession, C_GetFunctionStatus);
+    return callCryptoki(env, C_GetFunctionStatus, Session{hSession});
 }

@@ -1,22 +1,12 @@
 // C_GetMechanismList: PKCS#11 v2.20, 11.5.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/frame.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetMechanismList(
     JNIEnv* env, jclass, jlong slotID, jobjectArray pMechanismList, jobject pulCount)
 {
-    if (FindClass(env, java::LONG_REF.cls) == nullptr) return nullptr;
-    if (pulCount == nullptr) return argumentsBad(env);
-
-    CallMemory memory;
-    return callWithOutput(env, memory, Content::Public, pulCount, pMechanismList,
-        CopyCKULongArrayToJMechanismTypeArray,
-        [slotID](CK_MECHANISM_TYPE_PTR mechanisms, CK_ULONG_PTR count) {
-            return C_GetMechanismList(toCK(slotID), mechanisms, count);
-        });
+    return callCryptoki(env, C_GetMechanismList, Slot{slotID}, MechanismList{pMechanismList, pulCount});
 }

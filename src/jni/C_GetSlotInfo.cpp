@@ -1,19 +1,12 @@
 // C_GetSlotInfo: PKCS#11 v2.20, 11.5.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/frame.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1GetSlotInfo(
     JNIEnv* env, jclass, jlong slotID, jobject pInfo)
 {
-    if (pInfo == nullptr) return argumentsBad(env);
-    CK_SLOT_INFO info{};
-    const CK_RV rv = C_GetSlotInfo(toCK(slotID), &info);
-    if (hasRaised(env)) return nullptr;
-    if (rv == CKR_OK && !CopyCKSlotInfoToJSlotInfo(env, &info, pInfo)) return nullptr;
-    return ckRVToJRV(env, rv);
+    return callCryptoki(env, C_GetSlotInfo, Slot{slotID}, SlotInfo{pInfo});
 }

@@ -1,15 +1,13 @@
 // C_SignRecover: PKCS#11 v2.20, 11.11.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1SignRecover(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pData, jlong ulDataLen, jbyteArray pSignature, jobject pulSignatureLen)
 {
-    return dataInDataOut(
-        env, C_SignRecover, SECRET_TO_PUBLIC, hSession, pData, ulDataLen, pSignature, pulSignatureLen);
+    return callCryptoki(env, C_SignRecover, Session{hSession}, ClearText{pData, ulDataLen},
+        SignatureOutput{pSignature, pulSignatureLen});
 }

@@ -1,15 +1,13 @@
 // C_VerifyRecover: PKCS#11 v2.20, 11.12.
 #include "halvorn_zerlin_Cryptoki.h"
-#include "jni/shapes.h"
-#include "util/fileVersion.h"
+#include "jni/call.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jobject JNICALL Java_halvorn_zerlin_Cryptoki_C_1VerifyRecover(JNIEnv* env, jclass, jobject hSession,
     jbyteArray pSignature, jlong ulSignatureLen, jbyteArray pData, jobject pulDataLen)
 {
-    return dataInDataOut(
-        env, C_VerifyRecover, PUBLIC_TO_SECRET, hSession, pSignature, ulSignatureLen, pData, pulDataLen);
+    return callCryptoki(env, C_VerifyRecover, Session{hSession}, Signature{pSignature, ulSignatureLen},
+        ClearOutput{pData, pulDataLen});
 }

@@ -2,7 +2,7 @@
 #include <cstring>
 
 #include "halvorn_zerlin_constants_CK.h"
-#include "jni/frame.h"
+#include "helper/jutil.h"
 #include "util/fileVersion.h"
 
 using namespace zerlin;
@@ -16,8 +16,7 @@ JNIEXPORT jlong JNICALL Java_halvorn_zerlin_constants_CK_GetConstantValue(JNIEnv
         throwNullPointer(env, "the name of the constant is null");
         return 0;
     }
-    CK_ULONG length = 0;
-    char* const text = copyStringUTF(env, name, &length);
+    char* const text = copyString(env, name);
     if (text == nullptr) return 0;
     const bool isKnown = std::strcmp(text, "UNAVAILABLE_INFORMATION") == 0;
     if (!isKnown) throwUnsupported(env, "Constant %s not recognised", text);

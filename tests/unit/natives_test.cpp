@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <malloc.h>
 
 namespace {
 
@@ -62,18 +61,24 @@ TEST_F(Natives, theLibraryVersionIsTheBindingsOwn)
 
 TEST_F(Natives, bigBuffersHaveTheirExactSizes)
 {
+    const HeapWatch heap;
+    // Of the buffer that lies at the end of a block from malloc.
+    const auto sizeOf = [&heap](const void* buffer) {
+        const auto& [block, size] = *std::prev(heap.blocks.upper_bound(const_cast<void*>(buffer)));
+        return size - static_cast<std::size_t>(static_cast<const char*>(buffer) - static_cast<char*>(block));
+    };
     std::size_t state = 0;
     std::size_t list = 0;
     recorder::script().C_GetOperationState = [&](auto, CK_BYTE_PTR pState, auto) {
-        state = malloc_usable_size(pState);
+        state = sizeOf(pState);
         return CKR_OK;
     };
     recorder::script().C_GetSlotList = [&](auto, CK_SLOT_ID_PTR pList, auto) {
-        list = malloc_usable_size(pList);
+        list = sizeOf(pList);
         EXPECT_EQ(std::count(pList, pList + 2999, 0), 2999);
         return CKR_OK;
     };
-    // Too big for the stack, and of sizes that malloc does not round up.
+    // Too big for the stack.
     call(NATIVE(C_1GetOperationState), session(env), bytes(env, ""), longRef(env, 5004))(env);
     call(NATIVE(C_1GetSlotList), 0, longs(env, {}), longRef(env, 2998))(env);
     EXPECT_EQ(state, 5004U);

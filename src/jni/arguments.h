@@ -1,0 +1,493 @@
+// The kinds of arguments of the natives, each with the stages that it needs (call.h), in groups: values that
+// are handed on as they are, handles and constants, bytes, templates and values, mechanisms, results. An
+// oddity that a native must keep is a kind of its own.
+#pragma once
+
+#include <algorithm>
+#include <tuple>
+
+#include <jni.h>
+
+#include "helper/convToCK.h"
+#include "helper/copyToCK.h"
+#include "helper/copyToJava.h"
+#include "helper/elements.h"
+#include "helper/javaNames.h"
+#include "helper/memory.h"
+#include "jni/mutexCallbacks.h"
+#include "zerlin/cryptoki.h"
+
+namespace zerlin {
+
+// ---- Values that are handed on as they are
+
+struct Number {
+    jlong value;
+
+    std::tuple<CK_ULONG> handOn() const { return {longToCK(value)}; }
+};
+using Slot = Number;
+using Flags = Number;
+
+struct Boolean {
+    jboolean value;
+
+    std::tuple<CK_BBOOL> handOn() const { return {booleanToCK(value)}; }
+};
+
+// A Java reference is the pointer, whatever it points to: deliberate.
+struct Pointer {
+    jobject value;
+
+    std::tuple<CK_VOID_PTR> handOn() const { return {value}; }
+};
+
+struct NotifyPointer {
+    jobject value;
+
+    std::tuple<CK_NOTIFY> handOn() const { return {reinterpret_cast<CK_NOTIFY>(value)}; }
+};
+
+// ---- Handles and constants
+
+// An object that holds a CK_ULONG. A null one is all ones, one of another class what the conversion returns
+// for it.
+template <CK_ULONG (*toCK)(JNIEnv*, jobject)>
+struct Held {
+    jobject object;
+    CK_ULONG value = 0;
+
+    bool convert(JNIEnv* env)
+    {
+        value = toCK(env, object);
+        return !hasFailed(env, value);
+    }
+    std::tuple<CK_ULONG> handOn() const { return {value}; }
+};
+using Session = Held<jSessionHandleToCKSessionHandle>;
+using Object = Held<jObjectHandleToCKObjectHandle>;
+using Key = Object;
+using UserType = Held<jUserTypeToCKUserType>;
+using MechanismType = Held<jMechanismTypeToCKMechanismType>;
+using ObjectClass = Held<jObjectClassToCKObjectClass>;
+using AttributeType = Held<jAttributeTypeToCKAttributeType>;
+
+// The wrapping key of C_WrapKey: a null one is CK_INVALID_HANDLE, unlike elsewhere. Deliberate.
+struct WrappingKey {
+    Key key;
+
+    bool convert(JNIEnv* env) { return key.object == nullptr || key.convert(env); }
+    std::tuple<CK_OBJECT_HANDLE> handOn() const { return key.handOn(); }
+};
+
+// The object of C_SetAttributeValue: it is converted after everything else, and the call is made even when
+// that has raised an exception. Deliberate.
+struct UncheckedLastObject {
+    static constexpr bool IS_UNCHECKED = true;
+    Object object;
+
+    void convertLast(JNIEnv* env) { object.convert(env); }
+    std::tuple<CK_OBJECT_HANDLE> handOn() const { return object.handOn(); }
+};
+
+// ---- Bytes
+
+// An input array that is null although the caller counts on elements. The count is the signed Java value.
+inline bool isMissingArray(jarray array, jlong ulCount)
+{
+    return ulCount > 0 && array == nullptr;
+}
+
+// Which arrays a native refuses.
+enum class Refused { None, NullWithLength, Null, NullOrNoLength };
+
+// A byte[] with the caller's length; a null array is a null pointer.
+template <Content CONTENT, Refused REFUSED = Refused::None>
+struct Bytes {
+    jbyteArray array;
+    jlong ulLen = 0;
+    CK_BYTE_PTR data = nullptr;
+
+    bool isMissing() const
+    {
+        switch (REFUSED) {
+        case Refused::None:
+            return false;
+        case Refused::NullWithLength:
+            return isMissingArray(array, ulLen);
+        case Refused::Null:
+            return array == nullptr;
+        case Refused::NullOrNoLength:
+            return array == nullptr || ulLen == 0;
+        }
+    }
+    bool convert(JNIEnv* env, CallMemory& memory)
+    {
+        if (array == nullptr) return true;
+        const jsize length = env->GetArrayLength(array);
+        data = memory.take(static_cast<std::size_t>(length), CONTENT);
+        if (data == nullptr) {
+            throwOutOfMemory(env);
+            return false;
+        }
+        env->GetByteArrayRegion(
+            array, 0, length, reinterpret_cast<jbyte*>(data)); // raises only beyond the array
+        return true;
+    }
+    std::tuple<CK_BYTE_PTR, CK_ULONG> handOn() const { return {data, longToCK(ulLen)}; }
+};
+using ClearText = Bytes<Content::Secret>;
+using CipherText = Bytes<Content::Public>;
+using Signature = Bytes<Content::Public>;
+using Pin = Bytes<Content::Secret, Refused::NullWithLength>;
+using Seed = Bytes<Content::Secret, Refused::NullWithLength>;
+// Three that are refused otherwise than the rest: deliberate. The vendor functions do not check a PIN.
+using UncheckedPin = Bytes<Content::Secret>;
+using WrappedKey = Bytes<Content::Public, Refused::Null>;
+using OperationState = Bytes<Content::Secret, Refused::NullOrNoLength>;
+
+// A label without a length.
+struct Label {
+    Bytes<Content::Secret> bytes;
+
+    bool convert(JNIEnv* env, CallMemory& memory) { return bytes.convert(env, memory); }
+    std::tuple<CK_BYTE_PTR> handOn() const { return {bytes.data}; }
+};
+
+// A label as text with a closing NUL; a null one is empty.
+struct LabelText {
+    jbyteArray array;
+    CK_BYTE_PTR text = nullptr;
+
+    bool allocate(JNIEnv* env, CallMemory& memory)
+    {
+        const auto length = array == nullptr ? 0 : static_cast<CK_ULONG>(env->GetArrayLength(array));
+        text = memory.takeZeroed(length + 1, Content::Secret);
+        CopyJByteArrayToCKByteArray(env, array, text, length);
+        return text != nullptr;
+    }
+    std::tuple<const char*> handOn() const { return {reinterpret_cast<const char*>(text)}; }
+};
+
+// ---- Templates and values
+
+// A template with the caller's count; a null array is a null pointer.
+struct Attributes {
+    jobjectArray array;
+    jlong ulCount;
+    CK_ATTRIBUTE_PTR records = nullptr;
+    CK_ULONG length = 0; // of the Java array
+
+    bool isMissing() const { return isMissingArray(array, ulCount); }
+    bool convert(JNIEnv* env, CallMemory& memory)
+    {
+        return convertTemplate(env, &memory, array, &records, &length);
+    }
+    std::tuple<CK_ATTRIBUTE_PTR, CK_ULONG> handOn() const { return {records, longToCK(ulCount)}; }
+};
+
+// A template whose values are filled. It is written back whatever the result, so that a sensitive or missing
+// attribute does not hide what was served.
+struct ServedAttributes {
+    Attributes attributes;
+    bool hasWildcards = false;
+
+    bool isMissing() const { return attributes.isMissing(); }
+    bool convert(JNIEnv* env, CallMemory& memory)
+    {
+        if (!attributes.convert(env, memory)) return false;
+        hasWildcards = std::any_of(attributes.records, attributes.records + attributes.length,
+            [](const CK_ATTRIBUTE& attribute) { return attribute.type == CKA_WILDCARD; });
+        return true;
+    }
+    auto handOn() const { return attributes.handOn(); }
+    bool writeBack(JNIEnv* env, CK_RV) const
+    {
+        return CopyCKAttributeArrayToJAttributeArray(
+            env, attributes.records, longToCK(attributes.ulCount), attributes.array, hasWildcards);
+    }
+};
+
+// One bare value with the caller's length; a null value is a null pointer.
+struct Value {
+    jobject value;
+    jlong ulValueLen;
+    CK_VOID_PTR data = nullptr;
+
+    bool convert(JNIEnv* env, CallMemory& memory)
+    {
+        CK_ULONG own = 0;
+        return convertBareValue(env, &memory, value, &data, &own);
+    }
+    std::tuple<CK_VOID_PTR, CK_ULONG> handOn() const { return {data, longToCK(ulValueLen)}; }
+};
+
+// One bare value that is filled, and its length in a LongRef, both on CKR_OK alone.
+struct ServedValue {
+    jobject value;
+    jlong ulValueLen;
+    jobject pulValueLen;
+    CK_VOID_PTR data = nullptr;
+    CK_ULONG length = 0;
+
+    static bool findClass(JNIEnv* env) { return FindClass(env, java::LONG_REF.cls) != nullptr; }
+    bool isMissing() const { return pulValueLen == nullptr; }
+    bool convert(JNIEnv* env, CallMemory& memory)
+    {
+        CK_ULONG own = 0;
+        return convertBareValue(env, &memory, value, &data, &own);
+    }
+    std::tuple<CK_VOID_PTR, CK_ULONG, CK_ULONG_PTR> handOn() { return {data, longToCK(ulValueLen), &length}; }
+    bool writeBack(JNIEnv* env, CK_RV rv) const
+    {
+        if (rv != CKR_OK) return true;
+        return SetLongField(env, pulValueLen, java::LONG_REF.value, length) &&
+               CopyCKObjectPtrToJObjectPrimitive(env, data, length, value);
+    }
+};
+
+// ---- Mechanisms
+
+// A mechanism with its parameter, through which it may return results.
+template <bool RETURNS>
+struct MechanismWithParameter {
+    jobject object;
+    CK_MECHANISM native{};
+    const Structure* structure = nullptr; // of the parameter
+
+    bool isMissing() const { return object == nullptr; }
+    bool convert(JNIEnv* env) { return convertMechanism(env, object, native, structure); }
+    std::tuple<CK_MECHANISM_PTR> handOn() { return {&native}; }
+    bool writeBackLast(JNIEnv* env, CK_RV rv) const
+    {
+        if (!RETURNS || rv != CKR_OK || native.pParameter == nullptr) return true;
+        return CopyCKMechanismToJMechanism(env, &native, object);
+    }
+    void release(bool isRaised) const
+    {
+        // By the type, not by the parameter: that of a mechanism of type 0 is never freed. Deliberate.
+        if (native.mechanism == 0 || native.pParameter == nullptr) return;
+        if (!isRaised) assertParameterLength(structure, native.ulParameterLen);
+        freeMechanismParameter(structure, native);
+    }
+};
+using Mechanism = MechanismWithParameter<false>;
+using ReturningMechanism = MechanismWithParameter<true>;
+
+// ---- Results
+
+// A number into the field of the caller's object, on CKR_OK.
+template <JavaField& FIELD, bool IS_REQUIRED = true>
+struct NewNumber {
+    jobject object;
+    CK_ULONG value = 0;
+
+    static bool findClass(JNIEnv* env) { return FindClass(env, FIELD.owner) != nullptr; }
+    bool isMissing() const { return IS_REQUIRED && object == nullptr; }
+    std::tuple<CK_ULONG_PTR> handOn() { return {&value}; }
+    bool writeBack(JNIEnv* env, CK_RV rv) const
+    {
+        return rv != CKR_OK || SetLongField(env, object, FIELD, value);
+    }
+};
+using NewObject = NewNumber<java::OBJECT_HANDLE.m_value>;
+using NewSession = NewNumber<java::SESSION_HANDLE.m_value>;
+using NewLong = NewNumber<java::LONG_REF.value>;
+// The key of C_DeriveKey: a null one is not refused, and its handle is dropped. Deliberate.
+using OptionalNewKey = NewNumber<java::OBJECT_HANDLE.m_value, false>;
+
+// An information record into the caller's object, on CKR_OK.
+template <typename Record, bool (*copyToJava)(JNIEnv*, const Record*, jobject)>
+struct Information {
+    jobject pInfo;
+    Record record{};
+
+    bool isMissing() const { return pInfo == nullptr; }
+    std::tuple<Record*> handOn() { return {&record}; }
+    bool writeBack(JNIEnv* env, CK_RV rv) const { return rv != CKR_OK || copyToJava(env, &record, pInfo); }
+};
+using SlotInfo = Information<CK_SLOT_INFO, CopyCKSlotInfoToJSlotInfo>;
+using TokenInfo = Information<CK_TOKEN_INFO, CopyCKTokenInfoToJTokenInfo>;
+using SessionInfo = Information<CK_SESSION_INFO, CopyCKSessionInfoToJSessionInfo>;
+using MechanismInfo = Information<CK_MECHANISM_INFO, CopyCKMechanismInfoToJMechanismInfo>;
+
+// The record of C_GetInfo, with the version of this binding in place of the library's own. Deliberate.
+struct LibraryInfo {
+    static constexpr CK_VERSION BINDING_VERSION = {3, 10};
+    static_assert(
+        BINDING_VERSION.major == ZERLIN_VERSION_MAJOR && BINDING_VERSION.minor == ZERLIN_VERSION_MINOR,
+        "programs read 3.10 from C_GetInfo: releases count in the third number");
+    Information<CK_INFO, CopyCKInfoToJInfo> info;
+
+    bool isMissing() const { return info.isMissing(); }
+    auto handOn() { return info.handOn(); }
+    bool writeBack(JNIEnv* env, CK_RV rv)
+    {
+        info.record.libraryVersion = BINDING_VERSION;
+        return info.writeBack(env, rv);
+    }
+};
+
+// Room for a result: as many elements as the caller has room for and some spare ones, zeroed.
+template <typename Element, CK_ULONG SPARE = 1, bool IS_ZEROED = true>
+struct Room {
+    Element* data = nullptr;
+    CK_ULONG elements = 0;
+
+    bool allocate(CallMemory& memory, CK_ULONG capacity, Content content)
+    {
+        elements = capacity + SPARE;
+        if (elements < capacity || elements > ~std::size_t{0} / sizeof(Element)) return false;
+        const std::size_t size = elements * sizeof(Element);
+        data = reinterpret_cast<Element*>(
+            IS_ZEROED ? memory.takeZeroed(size, content) : memory.take(size, content));
+        return data != nullptr;
+    }
+    // Elements that may be read: not more than there are, whatever the Cryptoki library reports.
+    CK_ULONG readable(CK_ULONG reported) const { return std::min(reported, elements); }
+};
+
+// The number in the caller's LongRef: in, the capacity that the library is told; out, the length that it
+// reports.
+struct LengthReference {
+    jobject longRef;
+    jlong offered = 0;
+    CK_ULONG length = 0;
+
+    bool read(JNIEnv* env)
+    {
+        const jfieldID value = GetFieldID(env, java::LONG_REF.value);
+        if (value == nullptr) return false;
+        offered = env->GetLongField(longRef, value);
+        length = longToCK(offered);
+        return true;
+    }
+    // What the object holds already is not written again.
+    bool write(JNIEnv* env) const
+    {
+        return static_cast<jlong>(length) == offered ||
+               SetLongField(env, longRef, java::LONG_REF.value, length);
+    }
+};
+
+// An array that receives a result, and its length. The capacity is the LongRef's, not that of the array; the
+// length is written back whatever the result, the elements on CKR_OK, cut to the array. A null array asks for
+// the length.
+template <typename Element, typename JArray, Content CONTENT,
+    bool (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray), typename Elements = Room<Element>>
+struct Output {
+    JArray array;
+    LengthReference length;
+    Elements room{};
+
+    static bool findClass(JNIEnv* env) { return FindClass(env, java::LONG_REF.cls) != nullptr; }
+    bool isMissing() const { return length.longRef == nullptr; }
+    bool convert(JNIEnv* env) { return length.read(env); }
+    bool allocate(JNIEnv*, CallMemory& memory)
+    {
+        return array == nullptr || room.allocate(memory, length.length, CONTENT);
+    }
+    std::tuple<Element*, CK_ULONG_PTR> handOn() { return {room.data, &length.length}; }
+    bool writeBack(JNIEnv* env, CK_RV rv) const
+    {
+        if (!length.write(env)) return false;
+        return rv != CKR_OK || copyToJava(env, room.data, room.readable(length.length), array);
+    }
+};
+template <Content CONTENT>
+using ByteOutput = Output<CK_BYTE, jbyteArray, CONTENT, CopyCKByteArrayToJByteArray>;
+using ClearOutput = ByteOutput<Content::Secret>;
+using CipherOutput = ByteOutput<Content::Public>;
+using Digest = ByteOutput<Content::Public>;
+using SignatureOutput = ByteOutput<Content::Public>;
+using SlotList = Output<CK_ULONG, jlongArray, Content::Public, CopyCKULongArrayToJLongArray>;
+using MechanismList = Output<CK_ULONG, jobjectArray, Content::Public, CopyCKULongArrayToJMechanismTypeArray>;
+// The state of C_GetOperationState: exactly as many bytes as the caller offers, and not zeroed, unlike every
+// other output. Deliberate.
+using StateOutput =
+    Output<CK_BYTE, jbyteArray, Content::Secret, CopyCKByteArrayToJByteArray, Room<CK_BYTE, 0, false>>;
+
+// The bytes of C_GenerateRandom: exactly as many as are asked for, without the spare one of the other
+// outputs. Deliberate.
+struct RandomBytes {
+    jbyteArray array;
+    jlong ulRandomLen;
+    Room<CK_BYTE, 0> room{};
+
+    bool isMissing() const { return isMissingArray(array, ulRandomLen); }
+    bool allocate(JNIEnv*, CallMemory& memory)
+    {
+        return array == nullptr || room.allocate(memory, longToCK(ulRandomLen), Content::Secret);
+    }
+    std::tuple<CK_BYTE_PTR, CK_ULONG> handOn() const { return {room.data, longToCK(ulRandomLen)}; }
+    bool writeBack(JNIEnv* env, CK_RV rv) const
+    {
+        return rv != CKR_OK || CopyCKByteArrayToJByteArray(env, room.data, longToCK(ulRandomLen), array);
+    }
+};
+
+// The handles of C_FindObjects. The capacity is an argument of its own; the LongRef is output only.
+struct FoundObjects {
+    jobjectArray array;
+    jlong ulMaxObjectCount;
+    jobject pulObjectCount;
+    CK_ULONG count = 0;
+    Room<CK_OBJECT_HANDLE> room{};
+
+    static bool findClass(JNIEnv* env) { return FindClass(env, java::LONG_REF.cls) != nullptr; }
+    bool isMissing() const { return isMissingArray(array, ulMaxObjectCount) || pulObjectCount == nullptr; }
+    bool allocate(JNIEnv*, CallMemory& memory)
+    {
+        return array == nullptr || room.allocate(memory, longToCK(ulMaxObjectCount), Content::Public);
+    }
+    std::tuple<CK_OBJECT_HANDLE_PTR, CK_ULONG, CK_ULONG_PTR> handOn()
+    {
+        return {room.data, longToCK(ulMaxObjectCount), &count};
+    }
+    bool writeBack(JNIEnv* env, CK_RV rv) const
+    {
+        if (!SetLongField(env, pulObjectCount, java::LONG_REF.value, count)) return false;
+        return rv != CKR_OK ||
+               CopyCKULongArrayToJObjectHandleArray(env, room.data, room.readable(count), array);
+    }
+};
+
+// ---- C_Initialize and C_Finalize
+
+// The arguments of C_Initialize, whose callbacks are registered. While some are registered, further calls
+// pass no arguments: deliberate.
+struct InitArgs {
+    jobject pInitArgs;
+    bool isOfOtherClass = false;
+    CK_C_INITIALIZE_ARGS* adapter = nullptr;
+
+    bool findClass(JNIEnv* env)
+    {
+        if (hasInitArgs()) pInitArgs = nullptr;
+        if (pInitArgs == nullptr) return true;
+        const jclass cls = FindClass(env, java::INITIALIZE_ARGS.cls);
+        isOfOtherClass = cls != nullptr && !env->IsInstanceOf(pInitArgs, cls);
+        return cls != nullptr;
+    }
+    bool isMissing() const { return isOfOtherClass; }
+    bool convert(JNIEnv* env)
+    {
+        if (pInitArgs != nullptr) adapter = makeInitArgsAdapter(env, pInitArgs);
+        return pInitArgs == nullptr || adapter != nullptr;
+    }
+    std::tuple<CK_VOID_PTR> handOn() const { return {adapter}; }
+    void release(bool) const { std::free(adapter); }
+};
+
+// The registration of the callbacks, which a successful C_Finalize ends, whatever exception they have left.
+struct Registration {
+    static constexpr bool IS_UNCHECKED = true;
+
+    static std::tuple<> handOn() { return {}; }
+    static void afterCall(JNIEnv* env, CK_RV rv)
+    {
+        if (rv == CKR_OK) releaseInitArgs(env);
+    }
+};
+
+} // namespace zerlin
