@@ -34,8 +34,8 @@ inline jobject attributeOrNull(JNIEnv* env, const AttributeFields& fields, bool 
     return isElement || env->IsInstanceOf(object, fields.cls) ? object : nullptr;
 }
 
-// The value of an attribute's type object, as jAttributeTypeToCKAttributeType gives it: the field's own class
-// vouches for the object's.
+// The value of an attribute's type object, as jAttributeTypeToCKAttributeType returns it: the declared type
+// of the field guarantees the object's class.
 inline CK_ATTRIBUTE_TYPE typeOf(JNIEnv* env, const AttributeFields& fields, jobject type)
 {
     if (type == nullptr) return CK_UNAVAILABLE_INFORMATION;

@@ -77,7 +77,7 @@ void copyValue(JNIEnv* env, const ValueClass& row, jobject value, CK_VOID_PTR de
     case ValueKind::Boolean:
         return store(env, destination,
             booleanToCK(unboxed(env, value, java::BOOLEAN.booleanValue, &JNIEnv::CallBooleanMethod)));
-    // The capacity in bytes counts elements for the next two number arrays: wanted.
+    // The capacity in bytes counts elements for the next two number arrays: deliberate.
     case ValueKind::LongArray:
         return CopyJLongArrayToCKULongArray(env, static_cast<jlongArray>(value), words, capacity);
     case ValueKind::IntArray:

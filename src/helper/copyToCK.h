@@ -1,6 +1,7 @@
-// From Java values into native memory that the caller owns. At most the capacity is written and nothing is
-// filled up, except behind a short string; a null Java value or a null destination copies nothing and is no
-// error. A failure is told by a pending Java exception, and what was copied before it stays.
+// From Java values into native memory that the caller owns. At most the capacity is written, and the rest of
+// the destination keeps what it held, except behind a short string. A null Java value or a null destination
+// copies nothing and is no error. A failure leaves a Java exception pending, and what was copied before it
+// stays.
 #pragma once
 
 #include <jni.h>
@@ -9,8 +10,15 @@
 
 namespace zerlin {
 
-// min(capacity, length of the array) elements; the capacity counts elements.
+// min(capacity, length of the array) bytes.
 void CopyJByteArrayToCKByteArray(JNIEnv* env, jbyteArray array, CK_BYTE_PTR destination, CK_ULONG capacity);
+
+// The digits of the month replace the year's first two, and bytes 4 and 5 are not written: deliberate.
+void CopyJDateToCKDate(JNIEnv* env, jobject object, CK_DATE* destination);
+
+// No native calls the rest of this header: it is there for whoever fills native structures of their own.
+
+// The same for elements; the capacity counts elements.
 void CopyJLongArrayToCKULongArray(JNIEnv* env, jlongArray array, CK_ULONG_PTR destination, CK_ULONG capacity);
 void CopyJIntArrayToCKULongArray(JNIEnv* env, jintArray array, CK_ULONG_PTR destination, CK_ULONG capacity);
 void CopyJBooleanArrayToCKBBoolArray(
@@ -20,12 +28,10 @@ void CopyJCharArrayToCKCharArray(JNIEnv* env, jcharArray array, CK_CHAR_PTR dest
 // As strncpy: NUL bytes up to the capacity behind a shorter string, no NUL behind a longer one.
 void CopyJStringToCKCharArray(JNIEnv* env, jstring string, CK_CHAR_PTR destination, CK_ULONG capacity);
 
-// Exactly capacity elements: a shorter array ends with ArrayIndexOutOfBoundsException, wanted.
+// Exactly capacity elements: a shorter array leaves ArrayIndexOutOfBoundsException pending. Deliberate.
 void CopyJMechanismTypeArrayToCKMechanismTypeArray(
     JNIEnv* env, jobjectArray array, CK_MECHANISM_TYPE_PTR destination, CK_ULONG capacity);
 
-// The month goes over the year's first two bytes and bytes 4 and 5 are not written: wanted.
-void CopyJDateToCKDate(JNIEnv* env, jobject object, CK_DATE* destination);
 void CopyJVersionToCKVersion(JNIEnv* env, jobject object, CK_VERSION* destination);
 
 // One value of any class that a template takes, the capacity in bytes (but in elements for long[] and int[]).

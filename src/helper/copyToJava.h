@@ -1,6 +1,6 @@
 // From native results into the Java objects that the caller passed. A null on either side, or a target of
-// another class, is a silent no-op; a failure is a pending Java exception, with what was written before it
-// left in place. Those that natives call at their end answer false then, so that the JVM need not be asked.
+// another class, does nothing. A failure leaves a Java exception pending, and what was written before it
+// stays; those that natives call at their end return false then, so that the JVM need not be asked.
 #pragma once
 
 #include <jni.h>
@@ -11,16 +11,15 @@
 namespace zerlin {
 
 // The information records. Text becomes a new byte[] of the field's width, a version a new CK_VERSION; the
-// CK_STATE of a session info is updated in place (and left alone where there is none).
+// CK_STATE of a session info is changed in place, where there is one.
 bool CopyCKInfoToJInfo(JNIEnv* env, const CK_INFO* source, jobject target);
 bool CopyCKSlotInfoToJSlotInfo(JNIEnv* env, const CK_SLOT_INFO* source, jobject target);
 bool CopyCKTokenInfoToJTokenInfo(JNIEnv* env, const CK_TOKEN_INFO* source, jobject target);
 bool CopyCKSessionInfoToJSessionInfo(JNIEnv* env, const CK_SESSION_INFO* source, jobject target);
 bool CopyCKMechanismInfoToJMechanismInfo(JNIEnv* env, const CK_MECHANISM_INFO* source, jobject target);
 
-void CopyCKVersionToJVersion(JNIEnv* env, const CK_VERSION* source, jobject target);
-// Fills the arrays that the date already holds, the month from the year's first two characters: wanted. The
-// length is not looked at.
+// Fills the arrays that the date already holds, the month from the year's first two digits: deliberate. The
+// length is not used.
 void CopyCKDateToJDate(JNIEnv* env, const CK_DATE* source, CK_ULONG length, jobject target);
 
 // min(count, length of the array) elements; the rest of the array keeps what it held. The object arrays'
@@ -35,14 +34,13 @@ bool CopyCKMechanismTypeArrayToJMechanismTypeArray(
     JNIEnv* env, const CK_MECHANISM_TYPE* source, CK_ULONG count, jobjectArray target);
 
 // A served template back into the caller's CK_ATTRIBUTE objects, for the elements below both the count and
-// the array's length. Each value is written into the object that pValue holds, in the way of that object's
-// class; valueLen gets the native length. An attribute of type CKA_WILDCARD takes the native type; who knows
-// that there is none of them spares the search.
+// the array's length. Each value is written into the object that pValue holds, as that object's class
+// demands; valueLen becomes the native length. An attribute of type CKA_WILDCARD takes the native type; a
+// caller who knows that there is none saves the search.
 bool CopyCKAttributeArrayToJAttributeArray(JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count,
     jobjectArray target, bool mayHaveWildcards = true);
-void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target);
-// Silent where the native value is too short for the object; UnsupportedOperationException for a class that
-// cannot be written to. Long and Boolean objects are changed in place: wanted.
+// Does nothing where the native value is too short for the object; UnsupportedOperationException for a class
+// that cannot be written to. Long and Boolean objects are changed in place: deliberate.
 bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target);
 
 // What a mechanism has returned through its parameter, into the Java parameter object from which the native
@@ -51,5 +49,9 @@ bool CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobjec
 
 // Calls the setValue(long) of the object's class. Does nothing for a null object.
 bool setLongValue(JNIEnv* env, jobject object, JavaMethod& setValue, CK_ULONG value);
+
+// No native calls these two: a version, and one attribute.
+void CopyCKVersionToJVersion(JNIEnv* env, const CK_VERSION* source, jobject target);
+void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target);
 
 } // namespace zerlin

@@ -55,7 +55,7 @@ bool writeValue(JNIEnv* env, const ValueClass& row, jobject target, const void* 
     default: {
         const jfieldID value = GetFieldID(env, java::BOOLEAN.value);
         if (value == nullptr) return false;
-        env->SetBooleanField(target, value, *bytes); // a Boolean: the raw byte, wanted
+        env->SetBooleanField(target, value, *bytes); // a Boolean: the raw byte, deliberate
         return true;
     }
     }

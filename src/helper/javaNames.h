@@ -158,7 +158,7 @@ struct Callback {
     JavaClass cls;
     JavaMethod call;
 
-    constexpr Callback(const char* path, const char* method, const char* signature)
+    constexpr Callback(const char* path, const char* method, const char* signature) noexcept
         : cls(path), call(cls, method, signature)
     {
     }

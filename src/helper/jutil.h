@@ -22,7 +22,7 @@ struct JavaClass {
         nullptr; // a weak global reference: the library keeps no class loader alive
     JavaClass* nextKnown = nullptr;
 
-    constexpr JavaClass(const char* classPath) : path(classPath) {}
+    constexpr JavaClass(const char* classPath) noexcept : path(classPath) {}
 };
 
 // A field or method of a class.
@@ -34,7 +34,7 @@ struct JavaMember {
     std::atomic<ID> id = nullptr;
     JavaMember* nextKnown = nullptr;
 
-    constexpr JavaMember(JavaClass& cls, const char* memberName, const char* memberSignature)
+    constexpr JavaMember(JavaClass& cls, const char* memberName, const char* memberSignature) noexcept
         : owner(cls), name(memberName), signature(memberSignature)
     {
     }
@@ -49,7 +49,7 @@ struct JavaClassGroup {
     std::atomic<bool> isKnown = false;
     JavaClassGroup* nextKnown = nullptr;
 
-    constexpr JavaClassGroup(std::span<JavaClass* const> all) : classes(all) {}
+    constexpr JavaClassGroup(std::span<JavaClass* const> all) noexcept : classes(all) {}
 };
 
 // The first lookups. They make no JNI call while an exception is pending.

@@ -32,7 +32,7 @@ enum class Content { Secret, Public };
 // malloc made it.
 #ifdef __SANITIZE_ADDRESS__
 constexpr std::size_t STACK_SIZE = 16;
-constexpr std::size_t UNCHUNKED_SIZE = 0;
+constexpr std::size_t UNCHUNKED_SIZE = 1;
 #else
 constexpr std::size_t STACK_SIZE = 2560;
 constexpr std::size_t UNCHUNKED_SIZE = 1025; // what is smaller is taken from chunks
@@ -52,7 +52,7 @@ struct CallMemory {
     std::size_t publicStart = STACK_SIZE; // all else from its end
     alignas(16) CK_BYTE stack[STACK_SIZE];
 
-    CallMemory() {} // leaves the stack as it is
+    CallMemory() = default; // leaves the stack as it is
     CallMemory(const CallMemory&) = delete;
     CallMemory& operator=(const CallMemory&) = delete;
     ~CallMemory()

@@ -30,7 +30,7 @@ inline CK_BYTE_PTR newZeroedBuffer(JNIEnv* env, CallMemory* memory, std::size_t 
 }
 
 // Ends the use of a buffer after a failure.
-inline void dropBuffer(CallMemory* memory, void* buffer)
+inline void dropBuffer(const CallMemory* memory, void* buffer)
 {
     if (memory == nullptr) std::free(buffer);
 }

@@ -16,7 +16,7 @@ namespace zerlin {
 
 enum class MemberKind {
     Number,        // long
-    NumberIn,      // the same, but it never goes to Java
+    NumberIn,      // the same, but it is never written to Java
     MechanismType, // an object that holds a CK_ULONG, as the next two
     OaepSource,
     ObjectHandle,

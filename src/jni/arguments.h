@@ -74,20 +74,26 @@ using AttributeType = Held<jAttributeTypeToCKAttributeType>;
 
 // The wrapping key of C_WrapKey: a null one is CK_INVALID_HANDLE, unlike elsewhere. Deliberate.
 struct WrappingKey {
-    Key key;
+    jobject object;
+    CK_OBJECT_HANDLE value = CK_INVALID_HANDLE;
 
-    bool convert(JNIEnv* env) { return key.object == nullptr || key.convert(env); }
-    std::tuple<CK_OBJECT_HANDLE> handOn() const { return key.handOn(); }
+    bool convert(JNIEnv* env)
+    {
+        if (object != nullptr) value = jObjectHandleToCKObjectHandle(env, object);
+        return !hasFailed(env, value);
+    }
+    std::tuple<CK_OBJECT_HANDLE> handOn() const { return {value}; }
 };
 
 // The object of C_SetAttributeValue: it is converted after everything else, and the call is made even when
 // that has raised an exception. Deliberate.
 struct UncheckedLastObject {
     static constexpr bool IS_UNCHECKED = true;
-    Object object;
+    jobject object;
+    CK_OBJECT_HANDLE value = CK_INVALID_HANDLE;
 
-    void convertLast(JNIEnv* env) { object.convert(env); }
-    std::tuple<CK_OBJECT_HANDLE> handOn() const { return object.handOn(); }
+    void convertLast(JNIEnv* env) { value = jObjectHandleToCKObjectHandle(env, object); }
+    std::tuple<CK_OBJECT_HANDLE> handOn() const { return {value}; }
 };
 
 // ---- Bytes
@@ -101,8 +107,8 @@ inline bool isMissingArray(jarray array, jlong ulCount)
 // Which arrays a native refuses.
 enum class Refused { None, NullWithLength, Null, NullOrNoLength };
 
-// A byte[] with the caller's length; a null array is a null pointer.
-template <Content CONTENT, Refused REFUSED = Refused::None>
+// A byte[], handed on with the caller's length or without one; a null array is a null pointer.
+template <Content CONTENT, Refused REFUSED = Refused::None, bool HAS_LENGTH = true>
 struct Bytes {
     jbyteArray array;
     jlong ulLen = 0;
@@ -110,16 +116,9 @@ struct Bytes {
 
     bool isMissing() const
     {
-        switch (REFUSED) {
-        case Refused::None:
-            return false;
-        case Refused::NullWithLength:
-            return isMissingArray(array, ulLen);
-        case Refused::Null:
-            return array == nullptr;
-        case Refused::NullOrNoLength:
-            return array == nullptr || ulLen == 0;
-        }
+        if (REFUSED == Refused::NullWithLength) return isMissingArray(array, ulLen);
+        if (REFUSED == Refused::NullOrNoLength && ulLen == 0) return true;
+        return REFUSED != Refused::None && array == nullptr;
     }
     bool convert(JNIEnv* env, CallMemory& memory)
     {
@@ -134,25 +133,24 @@ struct Bytes {
             array, 0, length, reinterpret_cast<jbyte*>(data)); // raises only beyond the array
         return true;
     }
-    std::tuple<CK_BYTE_PTR, CK_ULONG> handOn() const { return {data, longToCK(ulLen)}; }
+    auto handOn() const
+    {
+        if constexpr (HAS_LENGTH)
+            return std::tuple{data, longToCK(ulLen)};
+        else
+            return std::tuple{data};
+    }
 };
 using ClearText = Bytes<Content::Secret>;
 using CipherText = Bytes<Content::Public>;
 using Signature = Bytes<Content::Public>;
 using Pin = Bytes<Content::Secret, Refused::NullWithLength>;
 using Seed = Bytes<Content::Secret, Refused::NullWithLength>;
+using Label = Bytes<Content::Secret, Refused::None, false>;
 // Three that are refused otherwise than the rest: deliberate. The vendor functions do not check a PIN.
 using UncheckedPin = Bytes<Content::Secret>;
 using WrappedKey = Bytes<Content::Public, Refused::Null>;
 using OperationState = Bytes<Content::Secret, Refused::NullOrNoLength>;
-
-// A label without a length.
-struct Label {
-    Bytes<Content::Secret> bytes;
-
-    bool convert(JNIEnv* env, CallMemory& memory) { return bytes.convert(env, memory); }
-    std::tuple<CK_BYTE_PTR> handOn() const { return {bytes.data}; }
-};
 
 // A label as text with a closing NUL; a null one is empty.
 struct LabelText {
@@ -171,42 +169,35 @@ struct LabelText {
 
 // ---- Templates and values
 
-// A template with the caller's count; a null array is a null pointer.
-struct Attributes {
+// A template with the caller's count; a null array is a null pointer. One that is served has its values
+// filled, and is written back whatever the result, so that a sensitive or missing attribute does not hide
+// what was served.
+template <bool IS_SERVED>
+struct Template {
     jobjectArray array;
     jlong ulCount;
     CK_ATTRIBUTE_PTR records = nullptr;
     CK_ULONG length = 0; // of the Java array
+    bool hasWildcards = false;
 
     bool isMissing() const { return isMissingArray(array, ulCount); }
     bool convert(JNIEnv* env, CallMemory& memory)
     {
-        return convertTemplate(env, &memory, array, &records, &length);
-    }
-    std::tuple<CK_ATTRIBUTE_PTR, CK_ULONG> handOn() const { return {records, longToCK(ulCount)}; }
-};
-
-// A template whose values are filled. It is written back whatever the result, so that a sensitive or missing
-// attribute does not hide what was served.
-struct ServedAttributes {
-    Attributes attributes;
-    bool hasWildcards = false;
-
-    bool isMissing() const { return attributes.isMissing(); }
-    bool convert(JNIEnv* env, CallMemory& memory)
-    {
-        if (!attributes.convert(env, memory)) return false;
-        hasWildcards = std::any_of(attributes.records, attributes.records + attributes.length,
-            [](const CK_ATTRIBUTE& attribute) { return attribute.type == CKA_WILDCARD; });
+        if (!convertTemplate(env, &memory, array, &records, &length)) return false;
+        hasWildcards = IS_SERVED && std::any_of(records, records + length, [](const CK_ATTRIBUTE& attribute) {
+            return attribute.type == CKA_WILDCARD;
+        });
         return true;
     }
-    auto handOn() const { return attributes.handOn(); }
+    std::tuple<CK_ATTRIBUTE_PTR, CK_ULONG> handOn() const { return {records, longToCK(ulCount)}; }
     bool writeBack(JNIEnv* env, CK_RV) const
     {
-        return CopyCKAttributeArrayToJAttributeArray(
-            env, attributes.records, longToCK(attributes.ulCount), attributes.array, hasWildcards);
+        return !IS_SERVED ||
+               CopyCKAttributeArrayToJAttributeArray(env, records, longToCK(ulCount), array, hasWildcards);
     }
 };
+using Attributes = Template<false>;
+using ServedAttributes = Template<true>;
 
 // One bare value with the caller's length; a null value is a null pointer.
 struct Value {
@@ -276,25 +267,25 @@ using ReturningMechanism = MechanismWithParameter<true>;
 
 // ---- Results
 
-// A number into the field of the caller's object, on CKR_OK.
-template <JavaField& FIELD, bool IS_REQUIRED = true>
+// A number into a field of the caller's object, on CKR_OK.
+template <auto& NAMES, auto FIELD, bool IS_REQUIRED = true>
 struct NewNumber {
     jobject object;
     CK_ULONG value = 0;
 
-    static bool findClass(JNIEnv* env) { return FindClass(env, FIELD.owner) != nullptr; }
+    static bool findClass(JNIEnv* env) { return FindClass(env, NAMES.cls) != nullptr; }
     bool isMissing() const { return IS_REQUIRED && object == nullptr; }
     std::tuple<CK_ULONG_PTR> handOn() { return {&value}; }
     bool writeBack(JNIEnv* env, CK_RV rv) const
     {
-        return rv != CKR_OK || SetLongField(env, object, FIELD, value);
+        return rv != CKR_OK || SetLongField(env, object, NAMES.*FIELD, value);
     }
 };
-using NewObject = NewNumber<java::OBJECT_HANDLE.m_value>;
-using NewSession = NewNumber<java::SESSION_HANDLE.m_value>;
-using NewLong = NewNumber<java::LONG_REF.value>;
+using NewObject = NewNumber<java::OBJECT_HANDLE, &java::Handle::m_value>;
+using NewSession = NewNumber<java::SESSION_HANDLE, &java::Handle::m_value>;
+using NewLong = NewNumber<java::LONG_REF, &java::LongRef::value>;
 // The key of C_DeriveKey: a null one is not refused, and its handle is dropped. Deliberate.
-using OptionalNewKey = NewNumber<java::OBJECT_HANDLE.m_value, false>;
+using OptionalNewKey = NewNumber<java::OBJECT_HANDLE, &java::Handle::m_value, false>;
 
 // An information record into the caller's object, on CKR_OK.
 template <typename Record, bool (*copyToJava)(JNIEnv*, const Record*, jobject)>
@@ -317,14 +308,15 @@ struct LibraryInfo {
     static_assert(
         BINDING_VERSION.major == ZERLIN_VERSION_MAJOR && BINDING_VERSION.minor == ZERLIN_VERSION_MINOR,
         "programs read 3.10 from C_GetInfo: releases count in the third number");
-    Information<CK_INFO, CopyCKInfoToJInfo> info;
+    jobject pInfo;
+    CK_INFO record{};
 
-    bool isMissing() const { return info.isMissing(); }
-    auto handOn() { return info.handOn(); }
+    bool isMissing() const { return pInfo == nullptr; }
+    std::tuple<CK_INFO_PTR> handOn() { return {&record}; }
     bool writeBack(JNIEnv* env, CK_RV rv)
     {
-        info.record.libraryVersion = BINDING_VERSION;
-        return info.writeBack(env, rv);
+        record.libraryVersion = BINDING_VERSION;
+        return rv != CKR_OK || CopyCKInfoToJInfo(env, &record, pInfo);
     }
 };
 
@@ -347,51 +339,39 @@ struct Room {
     CK_ULONG readable(CK_ULONG reported) const { return std::min(reported, elements); }
 };
 
-// The number in the caller's LongRef: in, the capacity that the library is told; out, the length that it
-// reports.
-struct LengthReference {
-    jobject longRef;
-    jlong offered = 0;
-    CK_ULONG length = 0;
-
-    bool read(JNIEnv* env)
-    {
-        const jfieldID value = GetFieldID(env, java::LONG_REF.value);
-        if (value == nullptr) return false;
-        offered = env->GetLongField(longRef, value);
-        length = longToCK(offered);
-        return true;
-    }
-    // What the object holds already is not written again.
-    bool write(JNIEnv* env) const
-    {
-        return static_cast<jlong>(length) == offered ||
-               SetLongField(env, longRef, java::LONG_REF.value, length);
-    }
-};
-
-// An array that receives a result, and its length. The capacity is the LongRef's, not that of the array; the
-// length is written back whatever the result, the elements on CKR_OK, cut to the array. A null array asks for
-// the length.
+// An array that receives a result, and the LongRef of its length: in, the capacity that the library is told,
+// whatever the array's own length; out, the length that it reports, written back whatever the result. The
+// elements are written back on CKR_OK, cut to the array. A null array asks for the length.
 template <typename Element, typename JArray, Content CONTENT,
     bool (*copyToJava)(JNIEnv*, const Element*, CK_ULONG, JArray), typename Elements = Room<Element>>
 struct Output {
     JArray array;
-    LengthReference length;
+    jobject longRef;
+    jlong capacity = 0;
+    CK_ULONG length = 0;
     Elements room{};
 
     static bool findClass(JNIEnv* env) { return FindClass(env, java::LONG_REF.cls) != nullptr; }
-    bool isMissing() const { return length.longRef == nullptr; }
-    bool convert(JNIEnv* env) { return length.read(env); }
+    bool isMissing() const { return longRef == nullptr; }
+    bool convert(JNIEnv* env)
+    {
+        const jfieldID value = GetFieldID(env, java::LONG_REF.value);
+        if (value == nullptr) return false;
+        capacity = env->GetLongField(longRef, value);
+        length = longToCK(capacity);
+        return true;
+    }
     bool allocate(JNIEnv*, CallMemory& memory)
     {
-        return array == nullptr || room.allocate(memory, length.length, CONTENT);
+        return array == nullptr || room.allocate(memory, length, CONTENT);
     }
-    std::tuple<Element*, CK_ULONG_PTR> handOn() { return {room.data, &length.length}; }
+    std::tuple<Element*, CK_ULONG_PTR> handOn() { return {room.data, &length}; }
     bool writeBack(JNIEnv* env, CK_RV rv) const
     {
-        if (!length.write(env)) return false;
-        return rv != CKR_OK || copyToJava(env, room.data, room.readable(length.length), array);
+        // What the LongRef holds already is not written again.
+        const bool isHeld = static_cast<jlong>(length) == capacity;
+        if (!isHeld && !SetLongField(env, longRef, java::LONG_REF.value, length)) return false;
+        return rv != CKR_OK || copyToJava(env, room.data, room.readable(length), array);
     }
 };
 template <Content CONTENT>

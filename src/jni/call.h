@@ -18,8 +18,8 @@
 // next one; release runs on every way out once conversion has begun.
 #pragma once
 
-#include <concepts>
 #include <tuple>
+#include <type_traits>
 
 #include <jni.h>
 
@@ -52,9 +52,12 @@ bool isMissing(const Argument& argument)
 template <typename Argument, typename Memory>
 bool convert(JNIEnv* env, Memory& memory, Argument& argument)
 {
-    if constexpr (requires { argument.convert(env, memory); }) return argument.convert(env, memory);
-    if constexpr (requires { argument.convert(env); }) return argument.convert(env);
-    return true;
+    if constexpr (requires { argument.convert(env, memory); })
+        return argument.convert(env, memory);
+    else if constexpr (requires { argument.convert(env); })
+        return argument.convert(env);
+    else
+        return true;
 }
 
 template <typename Argument>
@@ -98,13 +101,14 @@ void release(bool isRaised, Argument& argument)
 
 } // namespace stage
 
-// The arguments that need memory of the call have a stage that takes it.
+// Whether an argument has a stage that takes memory of the call.
 template <typename Argument>
-constexpr bool TAKES_MEMORY = requires(Argument argument, JNIEnv* env, CallMemory& memory)
+constexpr bool CONVERTS_INTO_MEMORY = requires(Argument argument, JNIEnv* env, CallMemory& memory)
 {
     argument.convert(env, memory);
-}
-|| requires(Argument argument, JNIEnv* env, CallMemory& memory)
+};
+template <typename Argument>
+constexpr bool ALLOCATES = requires(Argument argument, JNIEnv* env, CallMemory& memory)
 {
     argument.allocate(env, memory);
 };
@@ -112,7 +116,8 @@ constexpr bool TAKES_MEMORY = requires(Argument argument, JNIEnv* env, CallMemor
 struct NoMemory {};
 
 template <typename... Arguments>
-using MemoryOf = std::conditional_t<(TAKES_MEMORY<Arguments> || ...), CallMemory, NoMemory>;
+using MemoryOf = std::conditional_t<((CONVERTS_INTO_MEMORY<Arguments> || ALLOCATES<Arguments>) || ...),
+    CallMemory, NoMemory>;
 
 // Whether an exception is pending after the call. Only the Java locking callbacks can raise one within it,
 // and an argument that is not checked after its conversion: without them the JVM need not be asked.

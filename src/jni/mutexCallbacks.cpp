@@ -53,13 +53,13 @@ void fillAdapter(JNIEnv* env, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
         if (env->ExceptionCheck()) return;
         CK_C_INITIALIZE_ARGS* const copy = newInitArgs(env);
         if (copy == nullptr) return;
-        *copy = *adapter; // flags and pReserved still zero: wanted
+        *copy = *adapter; // flags and pReserved still zero: deliberate
         gInitArgs = copy;
     }
 
     adapter->flags = GetLongField(env, jInitArgs, java::INITIALIZE_ARGS.flags);
     if (env->ExceptionCheck()) return;
-    // The reference itself goes to the Cryptoki library, which can but ask whether it is null.
+    // The reference itself is handed to the Cryptoki library, which can only ask whether it is null.
     adapter->pReserved = GetObjectField(env, jInitArgs, java::INITIALIZE_ARGS.reserved);
 }
 
@@ -71,13 +71,13 @@ JavaVM* createdVM()
 }
 
 // The JVM on the current thread, for the length of one callback. Only the full way through a callback ends
-// with leave(): a thread attached here stays attached after a failure, wanted, and so keeps its exception.
+// with leave(): a thread attached here stays attached after a failure and so keeps its exception: deliberate.
 struct CallbackThread {
     JavaVM* const vm;
     JNIEnv* env = nullptr;
     bool attachedHere = false;
 
-    // False when an exception is pending, or there is no environment to be had.
+    // False when an exception is pending, or when there is no environment.
     bool enter()
     {
         const jint known = vm->GetEnv(reinterpret_cast<void**>(&env), JNI_VERSION_1_2);
@@ -130,7 +130,7 @@ CK_RV callWithMutex(const Callback& callback, CK_VOID_PTR mutex, MutexAfterwards
 {
     if (mutex == nullptr) return CKR_MUTEX_BAD;
     JavaVM* const vm = createdVM();
-    if (vm == nullptr) return CKR_OK; // unlike callJCreateMutex: wanted
+    if (vm == nullptr) return CKR_OK; // unlike callJCreateMutex: deliberate
     CallbackThread thread{vm};
     if (!thread.enter()) return CKR_MUTEX_BAD;
     CK_RV rv = CKR_MUTEX_BAD;
@@ -164,7 +164,7 @@ CK_C_INITIALIZE_ARGS* makeInitArgsAdapter(JNIEnv* env, jobject jInitArgs)
     fillAdapter(env, jInitArgs, adapter);
     if (!env->ExceptionCheck()) return adapter;
     // gInitArgsObject is left as it is, so that the next C_Initialize passes no arguments until a C_Finalize
-    // has succeeded: wanted.
+    // has succeeded: deliberate.
     std::free(adapter);
     std::free(gInitArgs.exchange(nullptr));
     return nullptr;

@@ -29,8 +29,8 @@ CK_C_INITIALIZE_ARGS* makeInitArgsAdapter(JNIEnv* env, jobject jInitArgs);
 // Ends the registration, if there is one. Allowed while an exception is pending.
 void releaseInitArgs(JNIEnv* env);
 
-// Looks up the classes of the callbacks while the class loader of the Java classes is at hand: a thread that
-// comes to the JVM through a callback would ask the system's loader. Leaves no exception pending.
+// Looks up the classes of the callbacks with the class loader of the Java classes: a thread that enters the
+// JVM through a callback would ask the system's loader. Leaves no exception pending.
 void preloadCallbackClasses(JNIEnv* env);
 
 // What the Cryptoki library calls, on any thread. A mutex is a global reference to the object that the Java
