@@ -1,5 +1,5 @@
 // Looks up the name of a value and the value of a name.
-#include "util/nametables.h"
+#include "util/nametables_rows.h"
 
 #include "util/fileVersion.h"
 #include <atomic>

@@ -1,6 +1,6 @@
 // The names of the attribute types.
 #include "util/fileVersion.h"
-#include "util/nametables.h"
+#include "util/nametables_rows.h"
 
 FILE_VERSION("1.1.1.2");
 

@@ -1,6 +1,6 @@
 // The messages of the return values. Their slips of the pen are wanted, down to a trailing blank.
 #include "util/fileVersion.h"
-#include "util/nametables.h"
+#include "util/nametables_rows.h"
 
 FILE_VERSION("1.1.1.2");
 

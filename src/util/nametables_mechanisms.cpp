@@ -1,6 +1,6 @@
 // The names of the mechanisms. A CAST5 name after a CAST128 name of the same value is found by name only.
 #include "util/fileVersion.h"
-#include "util/nametables.h"
+#include "util/nametables_rows.h"
 
 FILE_VERSION("1.1.1.2");
 

@@ -1,7 +1,7 @@
 // The names of the object classes and key types, and the phrases of the session states. CAST5 after CAST128,
 // of the same value, is found by name only.
 #include "util/fileVersion.h"
-#include "util/nametables.h"
+#include "util/nametables_rows.h"
 
 FILE_VERSION("1.1.1.2");
 

@@ -2,7 +2,7 @@
 // tables, and the memory of jutil's lookups over a JVM that is played here. Many threads make every first use
 // at once, round after round. races.supp has the one race that is meant to be.
 #include "helper/javaNames.h"
-#include "util/nametables.h"
+#include "util/nametables_rows.h"
 
 #include <atomic>
 #include <barrier>

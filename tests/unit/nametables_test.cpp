@@ -1,6 +1,6 @@
 // The name tables row by row, and the lookups: of every value and name, and of those that do not exist.
 #include "nametables_expected.h"
-#include "util/nametables.h"
+#include "util/nametables_rows.h"
 
 #include <gtest/gtest.h>
 #include <map>
