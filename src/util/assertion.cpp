@@ -1,4 +1,4 @@
-// The end of a failed assertion.
+// Ends the process after a failed assertion.
 #include "util/assertion.h"
 
 #include "util/fileVersion.h"

@@ -1,4 +1,4 @@
-// What the attribute routines share.
+// Helpers that the attribute functions share.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 namespace zerlin {
 
-// None for a null set and for one that has no array.
+// The entries of a set; none if the set is null or has no array.
 inline std::span<CK_ATTRIBUTE> entries(const AttributeSet* set)
 {
     if (set == nullptr || set->attrs == nullptr) return {};

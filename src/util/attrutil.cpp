@@ -1,4 +1,4 @@
-// What kind of value an attribute has, its number, and copying between the caller's templates.
+// Classifies attributes, reads their numbers, and copies values between the caller's templates.
 #include "zerlin/attrutil.h"
 
 #include <cstdint>
@@ -136,7 +136,7 @@ int isSensitiveAttr(const AttributeSet* set, const CK_ATTRIBUTE* attr)
     case CKO_HW_FEATURE:
         return 0;
     default:
-        return attr->type == CKA_VALUE; // of data and public keys too: wanted
+        return attr->type == CKA_VALUE; // also of data and public keys: deliberate
     }
 }
 
@@ -156,7 +156,7 @@ CK_RV at_assign(CK_ATTRIBUTE* target, const CK_ATTRIBUTE* source)
 
 CK_RV TransferAttr(CK_ATTRIBUTE* targetArray, const CK_ATTRIBUTE* sourceArray, CK_ULONG count)
 {
-    CK_RV last = CKR_OK; // the only one that is told: wanted
+    CK_RV last = CKR_OK; // only the last result is returned: deliberate
     for (CK_ULONG i = 0; i < count; ++i) {
         CK_ATTRIBUTE& target = targetArray[i];
         const CK_ATTRIBUTE& source = sourceArray[i];

@@ -1,4 +1,4 @@
-// Comparing attributes and sets of them.
+// Compares attributes, and sets of them.
 #include "zerlin/attrutil.h"
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace {
 
 using zerlin::entries;
 
-// memcmp that allows for values that are not there.
+// memcmp, but a null value is allowed and is less than any other.
 int compareBytes(const void* a, const void* b, CK_ULONG len)
 {
     if (len == 0) return 0;
@@ -22,7 +22,7 @@ int compareBytes(const void* a, const void* b, CK_ULONG len)
     return std::memcmp(a, b, len);
 }
 
-// Is the longer label the shorter one with a NUL at its end?
+// Does the longer label equal the shorter one, followed by one NUL?
 bool differsByNul(const CK_ATTRIBUTE& a, const CK_ATTRIBUTE& b)
 {
     const auto [shorter, longer] =

@@ -1,4 +1,4 @@
-// Which attributes of an object may change.
+// The rules on which attributes of an object may change.
 #include "zerlin/attrutil.h"
 
 #include "util/attributes.h"
@@ -25,12 +25,13 @@ constexpr CK_ATTRIBUTE_TYPE FIXED_IN_KEY_PAIRS[] = {CKA_VALUE, CKA_MODULUS, CKA_
 constexpr CK_ATTRIBUTE_TYPE FIXED_IN_DSA_KEYS[] = {
     CKA_ENCRYPT, CKA_DECRYPT, CKA_WRAP, CKA_UNWRAP, CKA_EXPORT, CKA_IMPORT};
 
-bool reads(const AttributeSet* set, CK_ATTRIBUTE_TYPE type, CK_ULONG number)
+bool holdsNumber(const AttributeSet* set, CK_ATTRIBUTE_TYPE type, CK_ULONG number)
 {
     return numAttrLookup(type, set->attrs, set->count) == static_cast<CK_LONG>(number);
 }
 
-// A flag without a value may get any; one with a value only leaves the side that it is on now.
+// A flag may change if it is empty or still has this value. So it can leave that state, but not come back to
+// it.
 bool isEmptyOr(bool value, const CK_ATTRIBUTE& flag)
 {
     return !zerlin::hasBytes(flag) || (*static_cast<const CK_BYTE*>(flag.pValue) != 0) == value;
@@ -45,7 +46,7 @@ bool mayChangeInClass(const AttributeSet* set, CK_ATTRIBUTE_TYPE type)
     case CKO_PUBLIC_KEY:
     case CKO_PRIVATE_KEY:
         if (contains(FIXED_IN_KEY_PAIRS, type)) return false;
-        return !contains(FIXED_IN_DSA_KEYS, type) || !reads(set, CKA_KEY_TYPE, CKK_DSA);
+        return !contains(FIXED_IN_DSA_KEYS, type) || !holdsNumber(set, CKA_KEY_TYPE, CKK_DSA);
     default:
         return true;
     }
@@ -67,7 +68,7 @@ int canModifyAttr(const AttributeSet* set, const CK_ATTRIBUTE* attr, int copyMod
     case CKA_SENSITIVE:
         return isEmptyOr(false, *attr);
     case CKA_VALUE:
-        if (reads(set, CKA_SENSITIVE, CK_TRUE) || reads(set, CKA_TRUSTED, CK_TRUE)) return 0;
+        if (holdsNumber(set, CKA_SENSITIVE, CK_TRUE) || holdsNumber(set, CKA_TRUSTED, CK_TRUE)) return 0;
         break;
     default:
         break;

@@ -1,4 +1,4 @@
-// Sets of attributes: making, reading, writing and freeing them. Values are cleared before they are freed.
+// Creates, reads, writes and frees sets of attributes. Values are overwritten before they are freed.
 #include "zerlin/attrutil.h"
 
 #include <algorithm>
@@ -27,11 +27,11 @@ void freeValue(const CK_ATTRIBUTE& attr)
     void* const value = attr.pValue;
     if (value == nullptr) return;
     std::memset(value, CLEARED, attr.ulValueLen);
-    __asm__ volatile("" : : "r"(value) : "memory"); // or the compiler drops the memset before the free
+    __asm__ volatile("" : : "r"(value) : "memory"); // otherwise the compiler removes the memset
     std::free(value);
 }
 
-// The copy is null when there are no bytes. False without memory for it.
+// The copy is null if there are no bytes. Returns false if memory cannot be allocated.
 bool copyValue(const void* value, CK_ULONG len, void*& copy)
 {
     copy = nullptr;
@@ -45,7 +45,7 @@ bool copyValue(const void* value, CK_ULONG len, void*& copy)
 CK_RV replace(CK_ATTRIBUTE& attr, const void* value, CK_ULONG len)
 {
     void* copy;
-    const bool copied = copyValue(value, len, copy); // before the old value goes: it may be the new one
+    const bool copied = copyValue(value, len, copy); // first: value may be the old one
     freeValue(attr);
     attr = {attr.type, copy, len};
     return copied ? CKR_OK : CKR_HOST_MEMORY;
@@ -67,7 +67,7 @@ CK_RV append(AttributeSet& set, CK_ATTRIBUTE_TYPE type, const void* value, CK_UL
     return CKR_OK;
 }
 
-// CopyAttr for a whole template, where one refused attribute makes the template wrong.
+// CopyAttr for an attribute of a template: a refused one makes the whole template inconsistent.
 CK_RV copyFromTemplate(const CK_ATTRIBUTE& attr, AttributeSet* set)
 {
     const CK_RV rv = CopyAttr(attr.pValue, attr.ulValueLen, attr.type, set);

@@ -1,4 +1,4 @@
-// The ident string that every source file carries.
+// The version string that every source file of the library contains.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace zerlin {
 
-// "FileVersion: " and the two quoted keywords, with the file's place below the root of the sources.
+// The text "FileVersion: " with two quoted keywords: the path of the file from src/ on, and its revision.
 struct FileVersionText {
     char text[128] = {};
 
@@ -21,13 +21,13 @@ struct FileVersionText {
                 text[length++] = character;
             }
         }
-        text[length] = '\0'; // does not compile where the text is too long
+        text[length] = '\0'; // a text that is too long does not compile
     }
 };
 
 } // namespace zerlin
 
-// Stands once in every source file of the library, behind the includes: FILE_VERSION("1.1.1.3");
+// Use it once in every source file of the library, after the includes: FILE_VERSION("1.1.1.3");
 #define FILE_VERSION(revision)                                                                               \
     [[gnu::used]] static const char* const fileVersion = [] {                                                \
         static constexpr zerlin::FileVersionText ident(__FILE__, revision);                                  \

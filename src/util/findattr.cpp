@@ -1,4 +1,4 @@
-// Finding an attribute in a template, and reading and writing one on the token.
+// Finds an attribute in a template, and reads or writes one on the token.
 #include "zerlin/attrutil.h"
 
 #include <algorithm>
@@ -32,7 +32,8 @@ CK_RV GetAttr(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object, CK_ATTRIBUTE_T
     if (rv != CKR_OK) return rv;
     if (lengthOut != nullptr) *lengthOut = query.ulValueLen;
     if (bufferLen == 0) return CKR_OK;
-    if (query.ulValueLen > bufferLen) return CKR_ATTRIBUTE_TYPE_INVALID; // not CKR_BUFFER_TOO_SMALL: wanted
+    // Not CKR_BUFFER_TOO_SMALL: deliberate.
+    if (query.ulValueLen > bufferLen) return CKR_ATTRIBUTE_TYPE_INVALID;
     CK_ATTRIBUTE attribute = {type, buffer, query.ulValueLen};
     return C_GetAttributeValue(session, object, &attribute, 1);
 }

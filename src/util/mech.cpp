@@ -1,4 +1,4 @@
-// Tells which key types and mechanisms belong together.
+// Looks up which key types and mechanisms belong together.
 #include "zerlin/mech.h"
 
 #include <algorithm>
@@ -28,7 +28,7 @@ const KeyTypeRow& rowOfKeyType(CK_KEY_TYPE keyType)
     return ANY_KEY_TYPE;
 }
 
-// The list itself; NONE is a null pointer and 0.
+// Returns the list itself, not a copy. NONE is a null pointer and count 0.
 const CK_ULONG* staticList(List list, CK_ULONG* pCount)
 {
     *pCount = list.size();
@@ -102,13 +102,13 @@ const CK_MECHANISM_TYPE* genkpMechanismFromMechanism(CK_MECHANISM_TYPE mechanism
 
 CK_MECHANISM_TYPE* genMechanismTabFromMechanismTab(const MechData* pMech, CK_ULONG* pCount, int pair)
 {
-    // One slot more than the list has entries: the last mechanism that is looked at may bring two.
+    // One slot more than the list has entries, because the last mechanism may add two generators.
     CK_MECHANISM_TYPE* const generators = allocate(pMech->count + 1);
     if (generators == nullptr) return nullptr;
 
     CK_ULONG count = 0;
     for (const CK_MECHANISM_TYPE mechanism : entries(*pMech)) {
-        if (count >= pMech->count) break; // what the rest would bring is left out: wanted
+        if (count >= pMech->count) break; // ignores the rest of the list: deliberate
         const MechanismRow& row = rowOfMechanism(mechanism);
         for (const CK_MECHANISM_TYPE generator : pair ? row.keyPairGenerators : row.keyGenerators)
             if (occurrences({generators, count}, generator) == 0) generators[count++] = generator;
@@ -149,8 +149,7 @@ CK_MECHANISM_TYPE* mechFromTokKt(const MechData* pTokMech, CK_KEY_TYPE keyType, 
 
     *pCount = count;
     std::fill_n(matches, count, CK_UNAVAILABLE_INFORMATION);
-    // Only as many of the key type's mechanisms as there are matches, so that later ones are left out:
-    // wanted.
+    // Searches only the first `count` mechanisms of the key type, so later matches are missing: deliberate.
     CK_MECHANISM_TYPE* next = matches;
     for (const CK_MECHANISM_TYPE mechanism : ofKeyType.first(std::min<std::size_t>(count, ofKeyType.size())))
         next = std::fill_n(next, occurrences(ofToken, mechanism), mechanism);

@@ -1,5 +1,5 @@
-// Which mechanism goes with which key type, generator and use: the lists, then a table by mechanism and one
-// by key type. What is missing, twice or out of line is wanted.
+// Which mechanisms belong to which key types, key generators and uses: first the lists, then a table by
+// mechanism and one by key type. Entries that are missing, repeated or unusual are deliberate.
 #pragma once
 
 #include <algorithm>
@@ -26,7 +26,7 @@ constexpr CK_KEY_TYPE DES23[] = {CKK_DES2, CKK_DES3};
 constexpr CK_KEY_TYPE RC2[] = {CKK_RC2};
 constexpr CK_KEY_TYPE RC4[] = {CKK_RC4};
 constexpr CK_KEY_TYPE IDEA[] = {CKK_IDEA};
-constexpr CK_KEY_TYPE CAST[] = {CKK_CAST128, CKK_CAST, CKK_CAST3, CKK_CAST128}; // twice: wanted
+constexpr CK_KEY_TYPE CAST[] = {CKK_CAST128, CKK_CAST, CKK_CAST3, CKK_CAST128}; // CAST128 twice: deliberate
 constexpr CK_KEY_TYPE AES[] = {CKK_AES};
 constexpr CK_KEY_TYPE SEED[] = {CKK_SEED};
 constexpr CK_KEY_TYPE ARIA[] = {CKK_ARIA};
@@ -67,7 +67,7 @@ constexpr CK_MECHANISM_TYPE DES[] = {
 constexpr CK_MECHANISM_TYPE DES2[] = {CKM_DES3_ECB, CKM_DES3_ECB_PAD, CKM_DES3_CBC, CKM_DES3_CBC_PAD,
     CKM_DES3_OFB64, CKM_WRAPKEY_DES3_ECB, CKM_WRAPKEY_DES3_CBC, CKM_WRAPKEYBLOB_DES3_CBC, CKM_DES3_DERIVE_ECB,
     CKM_DES3_DERIVE_CBC, CKM_DES3_DDD_CBC, CKM_VISA_CVV};
-constexpr List DES3 = List(DES2).first(10); // all but the two that take a double-length key only
+constexpr List DES3 = List(DES2).first(10); // without the last two, which take double-length keys only
 constexpr CK_MECHANISM_TYPE CAST[] = {CKM_CAST_ECB, CKM_CAST_CBC};
 constexpr CK_MECHANISM_TYPE CAST128[] = {
     CKM_CAST128_ECB, CKM_CAST128_CBC, CKM_CAST128_ECB_PAD, CKM_CAST128_CBC_PAD};
@@ -119,7 +119,7 @@ constexpr CK_MECHANISM_TYPE RSA[] = {CKM_RSA_X_509, CKM_RSA_PKCS, CKM_RSA_9796, 
     CKM_MD5_RSA_PKCS, CKM_SHA224_RSA_PKCS, CKM_SHA256_RSA_PKCS, CKM_SHA384_RSA_PKCS, CKM_SHA512_RSA_PKCS,
     CKM_RIPEMD128_RSA_PKCS, CKM_RIPEMD160_RSA_PKCS, CKM_SHA1_RSA_PKCS_TIMESTAMP, CKM_OS_UPGRADE};
 constexpr CK_MECHANISM_TYPE DSA[] = {CKM_DSA, CKM_DSA_SHA1, CKM_DSA_SHA1_PKCS};
-// CKM_ECDSA_SHA224 twice, and CKM_ECDSA_SHA512 missing: wanted.
+// CKM_ECDSA_SHA224 is there twice and CKM_ECDSA_SHA512 is missing: deliberate.
 constexpr CK_MECHANISM_TYPE EC[] = {
     CKM_ECDSA, CKM_ECDSA_SHA1, CKM_ECDSA_SHA224, CKM_ECDSA_SHA256, CKM_ECDSA_SHA384, CKM_ECDSA_SHA224};
 constexpr CK_MECHANISM_TYPE GENERIC[] = {CKM_MD2_HMAC, CKM_MD2_HMAC_GENERAL, CKM_MD5_HMAC,
@@ -190,7 +190,7 @@ struct MechanismRow {
 constexpr MechanismRow BY_MECHANISM[] = {
     {only(CKM_RSA_PKCS_KEY_PAIR_GEN), keys::RSA, NONE, NONE},
     {{CKM_RSA_PKCS, CKM_RSA_X_509}, keys::RSA, NONE, generators::RSA},
-    // Neither CKM_MD2_RSA_PKCS nor CKM_RSA_PKCS_OAEP: wanted.
+    // CKM_MD2_RSA_PKCS and CKM_RSA_PKCS_OAEP are missing: deliberate.
     {{CKM_MD5_RSA_PKCS, CKM_RIPEMD160_RSA_PKCS}, keys::RSA, NONE, generators::RSA},
     {only(CKM_RSA_X9_31_KEY_PAIR_GEN), keys::RSA, NONE, NONE},
     {{CKM_SHA256_RSA_PKCS, CKM_SHA512_RSA_PKCS}, keys::RSA, NONE, generators::RSA},
@@ -223,10 +223,11 @@ constexpr MechanismRow BY_MECHANISM[] = {
     {{CKM_DES3_ECB, CKM_DES3_MAC}, keys::DES23, generators::DES23, NONE},
     {only(CKM_DES3_X919_MAC), keys::DES23, generators::DES23, NONE},
     {only(CKM_DES3_RETAIL_CFB_MAC), keys::DES23, generators::DES23, NONE},
-    {only(CKM_DES_OFB64), keys::DES23, generators::DES23, NONE}, // single DES among them: wanted
+    // CKM_DES_OFB64 has the keys of triple DES, although it is single DES: deliberate.
+    {only(CKM_DES_OFB64), keys::DES23, generators::DES23, NONE},
     {only(CKM_DES3_OFB64), keys::DES23, generators::DES23, NONE},
 
-    // CAST names no generator, and the CAST128 ciphers no CAST key: wanted.
+    // The CAST ciphers have no generator, and the CAST128 ciphers have generic keys: deliberate.
     {{CKM_CAST_KEY_GEN, CKM_CAST_MAC}, keys::CAST, NONE, NONE},
     {only(CKM_CAST128_KEY_GEN), keys::CAST, NONE, NONE},
     {{CKM_CAST128_ECB, CKM_CAST128_MAC}, keys::GENERIC, generators::CAST, NONE},
@@ -242,10 +243,11 @@ constexpr MechanismRow BY_MECHANISM[] = {
     {only(CKM_SHA384_HMAC), keys::GENERIC, generators::GENERIC, NONE},
     {only(CKM_SHA512_HMAC), keys::GENERIC, generators::GENERIC, NONE},
 
-    // Not CKM_ARIA_KEY_GEN: wanted.
+    // CKM_ARIA_KEY_GEN is missing: deliberate.
     {{CKM_ARIA_ECB, CKM_ARIA_CBC_ENCRYPT_DATA}, keys::ARIA, generators::ARIA, NONE},
 
-    // Not CKM_AES_MAC_GENERAL, CKM_AES_CMAC or the key wraps, and no generator for CKM_AES_CBC_PAD: wanted.
+    // CKM_AES_MAC_GENERAL, CKM_AES_CMAC and the key wraps are missing, and CKM_AES_CBC_PAD has no generator:
+    // deliberate.
     {only(CKM_AES_KEY_GEN), keys::AES, NONE, NONE},
     {{CKM_AES_ECB, CKM_AES_MAC}, keys::AES, generators::AES, NONE},
     {only(CKM_AES_CBC_PAD), keys::AES, NONE, NONE},
@@ -256,7 +258,7 @@ constexpr MechanismRow BY_MECHANISM[] = {
     {{CKM_DSA_PARAMETER_GEN, CKM_DH_PKCS_PARAMETER_GEN}, keys::GENERIC, generators::PARAMETERS, NONE},
 };
 
-// As much room as genMechanismTabFromMechanismTab makes.
+// genMechanismTabFromMechanismTab allocates room for at most two generators of one mechanism.
 static_assert(std::ranges::all_of(BY_MECHANISM, [](const MechanismRow& row) {
     return row.keyGenerators.size() <= 2 && row.keyPairGenerators.size() <= 2;
 }));

@@ -15,11 +15,12 @@ namespace {
 
 constexpr std::size_t PREFIX_LENGTH = 4;
 
-// The text of the last miss, shared by all tables and threads. The bytes after the longest text stay 0, so
-// that it is terminated at every moment, whoever writes.
+// The text for the last unknown value. All tables and threads share it. The bytes after the longest text stay
+// 0, so the text is terminated at every moment, also while several threads write.
 char buff[256];
 
-// Byte by byte, without a lock: threads that miss on the same value never see anything but its text.
+// Writes byte by byte, without a lock. Threads that look up the same unknown value write the same bytes, so
+// they read exactly its text.
 void publish(const char (&text)[sizeof buff])
 {
     const std::size_t size = std::strlen(text) + 1;
@@ -104,7 +105,7 @@ CK_MECHANISM_TYPE valMechanism(const char* name)
     return valueOf(name, "CKM_", MechanismTable, MECHANISM_ROWS);
 }
 
-// Not "CKS_": wanted.
+// The prefix is "CKM_", not "CKS_": deliberate.
 CK_STATE valSesState(const char* name)
 {
     return valueOf(name, "CKM_", SesStateTable, SES_STATE_ROWS);

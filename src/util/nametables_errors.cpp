@@ -1,4 +1,5 @@
-// The messages of the return values. Their slips of the pen are wanted, down to a trailing blank.
+// The messages of the return values. Their spelling mistakes are deliberate, even the blank at the end of one
+// message.
 #include "util/fileVersion.h"
 #include "util/nametables_rows.h"
 

@@ -1,4 +1,5 @@
-// The names of the mechanisms. A CAST5 name after a CAST128 name of the same value is found by name only.
+// The names of the mechanisms. Where a CAST128 and a CAST5 name have the same value, CAST128 is first and so
+// is the name of the value; the CAST5 name can only be looked up as a name.
 #include "util/fileVersion.h"
 #include "util/nametables_rows.h"
 

@@ -1,5 +1,6 @@
-// The names of the object classes and key types, and the phrases of the session states. CAST5 after CAST128,
-// of the same value, is found by name only.
+// The names of the object classes and key types, and the phrases of the session states. CAST128 and CAST5
+// have the same value. CAST128 is first, so it is the name of the value; CAST5 can only be looked up as a
+// name.
 #include "util/fileVersion.h"
 #include "util/nametables_rows.h"
 

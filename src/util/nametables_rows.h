@@ -1,4 +1,4 @@
-// The six name tables, as the lookups and the tests see them.
+// The rows of the six name tables, for the lookups and the tests.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 namespace zerlin {
 
-// How many rows are searched: the closing {0, null} row of each table comes after them.
+// Numbers of rows to search. Each table has one more row, the closing {0, null}.
 constexpr int OBJ_CLASS_ROWS = 12;
 constexpr int KEY_TYPE_ROWS = 24;
 constexpr int ATTRIBUTE_ROWS = 119;
@@ -16,7 +16,7 @@ constexpr int MECHANISM_ROWS = 256;
 constexpr int SES_STATE_ROWS = 5;
 constexpr int ERROR_ROWS = 138;
 
-// Names are looked for in this order: where two rows share a value, the first one's name is the value's.
+// Lookups search from the first row on. If two rows have the same value, the first one gives its name.
 extern const NameTableRow ObjClassTable[OBJ_CLASS_ROWS + 1];
 extern const NameTableRow KeyTypeTable[KEY_TYPE_ROWS + 1];
 extern const NameTableRow AttributeTable[ATTRIBUTE_ROWS + 1];
@@ -24,7 +24,7 @@ extern const NameTableRow MechanismTable[MECHANISM_ROWS + 1];
 extern const NameTableRow SesStateTable[SES_STATE_ROWS + 1];
 extern const NameTableRow ErrorTable[ERROR_ROWS + 1];
 
-// That a table has just that many rows with a name, and then the closing row.
+// Does the table have exactly that many rows with a name, and then the closing row?
 template <std::size_t size>
 consteval bool hasRows(const NameTableRow (&table)[size], int rows)
 {

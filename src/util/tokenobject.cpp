@@ -56,7 +56,7 @@ CK_RV CT_OpenObject(
     if (rv != CKR_OK) return rv;
     CK_ULONG found = 0;
     rv = C_FindObjects(session, phObject, 1, &found);
-    if (rv != CKR_OK) return rv; // the search stays open: wanted
+    if (rv != CKR_OK) return rv; // the search stays open: deliberate
     rv = C_FindObjectsFinal(session);
     if (rv != CKR_OK) return rv;
     return found == 1 ? CKR_OK : CKR_GENERAL_ERROR;
