@@ -1,4 +1,5 @@
-// The standard functions: each goes to the module as it comes.
+// The standard functions: each passes its arguments on to the module unchanged.
+// s is the session, m the mechanism, t and n a template and its number of attributes.
 #include "module.h"
 
 using softtoken::functions;
@@ -24,9 +25,9 @@ CK_RV C_InitToken(CK_SLOT_ID slot, CK_UTF8CHAR_PTR pin, CK_ULONG pinLen, CK_UTF8
     { return functions().C_InitToken(slot, pin, pinLen, label); }
 CK_RV C_InitPIN(CK_SESSION_HANDLE s, CK_UTF8CHAR_PTR pin, CK_ULONG pinLen)
     { return functions().C_InitPIN(s, pin, pinLen); }
-CK_RV C_SetPIN(CK_SESSION_HANDLE s, CK_UTF8CHAR_PTR old, CK_ULONG oldLen, CK_UTF8CHAR_PTR fresh,
-    CK_ULONG freshLen)
-    { return functions().C_SetPIN(s, old, oldLen, fresh, freshLen); }
+CK_RV C_SetPIN(CK_SESSION_HANDLE s, CK_UTF8CHAR_PTR oldPin, CK_ULONG oldLen, CK_UTF8CHAR_PTR newPin,
+    CK_ULONG newLen)
+    { return functions().C_SetPIN(s, oldPin, oldLen, newPin, newLen); }
 
 // Sessions
 CK_RV C_OpenSession(CK_SLOT_ID slot, CK_FLAGS flags, CK_VOID_PTR data, CK_NOTIFY notify,
@@ -46,8 +47,8 @@ CK_RV C_Login(CK_SESSION_HANDLE s, CK_USER_TYPE user, CK_UTF8CHAR_PTR pin, CK_UL
 CK_RV C_Logout(CK_SESSION_HANDLE s) { return functions().C_Logout(s); }
 
 // Objects
-CK_RV C_CreateObject(CK_SESSION_HANDLE s, CK_ATTRIBUTE_PTR t, CK_ULONG n, CK_OBJECT_HANDLE_PTR made)
-    { return functions().C_CreateObject(s, t, n, made); }
+CK_RV C_CreateObject(CK_SESSION_HANDLE s, CK_ATTRIBUTE_PTR t, CK_ULONG n, CK_OBJECT_HANDLE_PTR object)
+    { return functions().C_CreateObject(s, t, n, object); }
 CK_RV C_CopyObject(CK_SESSION_HANDLE s, CK_OBJECT_HANDLE object, CK_ATTRIBUTE_PTR t, CK_ULONG n,
     CK_OBJECT_HANDLE_PTR copy)
     { return functions().C_CopyObject(s, object, t, n, copy); }
@@ -142,8 +143,8 @@ CK_RV C_DecryptVerifyUpdate(CK_SESSION_HANDLE s, CK_BYTE_PTR in, CK_ULONG inLen,
 
 // Keys
 CK_RV C_GenerateKey(CK_SESSION_HANDLE s, CK_MECHANISM_PTR m, CK_ATTRIBUTE_PTR t, CK_ULONG n,
-    CK_OBJECT_HANDLE_PTR made)
-    { return functions().C_GenerateKey(s, m, t, n, made); }
+    CK_OBJECT_HANDLE_PTR key)
+    { return functions().C_GenerateKey(s, m, t, n, key); }
 CK_RV C_GenerateKeyPair(CK_SESSION_HANDLE s, CK_MECHANISM_PTR m, CK_ATTRIBUTE_PTR pubT, CK_ULONG pubN,
     CK_ATTRIBUTE_PTR privT, CK_ULONG privN, CK_OBJECT_HANDLE_PTR pub, CK_OBJECT_HANDLE_PTR priv)
     { return functions().C_GenerateKeyPair(s, m, pubT, pubN, privT, privN, pub, priv); }
@@ -151,11 +152,11 @@ CK_RV C_WrapKey(CK_SESSION_HANDLE s, CK_MECHANISM_PTR m, CK_OBJECT_HANDLE wrappi
     CK_BYTE_PTR wrapped, CK_ULONG_PTR len)
     { return functions().C_WrapKey(s, m, wrapping, key, wrapped, len); }
 CK_RV C_UnwrapKey(CK_SESSION_HANDLE s, CK_MECHANISM_PTR m, CK_OBJECT_HANDLE wrapping, CK_BYTE_PTR wrapped,
-    CK_ULONG len, CK_ATTRIBUTE_PTR t, CK_ULONG n, CK_OBJECT_HANDLE_PTR made)
-    { return functions().C_UnwrapKey(s, m, wrapping, wrapped, len, t, n, made); }
+    CK_ULONG len, CK_ATTRIBUTE_PTR t, CK_ULONG n, CK_OBJECT_HANDLE_PTR key)
+    { return functions().C_UnwrapKey(s, m, wrapping, wrapped, len, t, n, key); }
 CK_RV C_DeriveKey(CK_SESSION_HANDLE s, CK_MECHANISM_PTR m, CK_OBJECT_HANDLE base, CK_ATTRIBUTE_PTR t,
-    CK_ULONG n, CK_OBJECT_HANDLE_PTR made)
-    { return functions().C_DeriveKey(s, m, base, t, n, made); }
+    CK_ULONG n, CK_OBJECT_HANDLE_PTR key)
+    { return functions().C_DeriveKey(s, m, base, t, n, key); }
 
 // Random numbers
 CK_RV C_SeedRandom(CK_SESSION_HANDLE s, CK_BYTE_PTR seed, CK_ULONG len)

@@ -1,4 +1,4 @@
-// Finding, loading and resolving the module.
+// Finds and loads the module, and looks up its functions.
 #include "module.h"
 
 #include <cstddef>
@@ -28,7 +28,7 @@ CK_RV notSupported(Args...)
     return CKR_FUNCTION_NOT_SUPPORTED;
 }
 
-// All but C_GetFunctionList, which this library answers itself.
+// Visits all functions but C_GetFunctionList, which this library implements itself.
 template <typename Visit>
 void forEachFunction(Visit visit)
 {
@@ -101,14 +101,15 @@ void forEachFunction(Visit visit)
     visit("C_WaitForSlotEvent", &CK_FUNCTION_LIST::C_WaitForSlotEvent);
 }
 
-// The file that holds an address.
+// The loaded file (program or library) that contains an address.
 const void* imageOf(const void* address)
 {
     Dl_info info;
     return dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
 }
 
-// What the module itself exports by that name, not a library that it is linked with; null when nothing.
+// The symbol of that name that the module itself exports; null if there is none. Symbols of the libraries
+// that it is linked with do not count.
 void* exported(void* handle, const void* image, const char* name)
 {
     void* const symbol = dlsym(handle, name);
@@ -148,11 +149,11 @@ Module unusable(const char* path, const char* reason)
     return result;
 }
 
-// Exports go before the list: where a program is linked with this library, the dynamic linker puts our
-// functions into the module's list in place of the module's own.
+// Prefers the functions that the module exports to those in its function list. If a program is linked with
+// this library, the dynamic linker fills the module's list with our functions instead of the module's own.
 Module resolved(void* handle, const void* image, const CK_FUNCTION_LIST* list)
 {
-    // C_WaitForSlotEvent came with version 2.01, at the end of the list.
+    // C_WaitForSlotEvent was added at the end of the list in version 2.01: older lists are shorter.
     const bool complete = list->version.major > 2 || list->version.minor >= 1;
     Module result{};
     result.usable = true;
@@ -171,8 +172,8 @@ Module resolved(void* handle, const void* image, const CK_FUNCTION_LIST* list)
 
 Module loadModule()
 {
-    const char* const named = secure_getenv("ZERLIN_MODULE");
-    const char* const path = named != nullptr && *named != '\0' ? named : DEFAULT_MODULE;
+    const char* const chosen = secure_getenv("ZERLIN_MODULE");
+    const char* const path = chosen != nullptr && *chosen != '\0' ? chosen : DEFAULT_MODULE;
 
     void* const handle = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (handle == nullptr) return unusable(path, dlerror());

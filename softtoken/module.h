@@ -1,7 +1,7 @@
-// The PKCS#11 module behind this library: found, loaded and resolved at the first call, once and for good.
+// The PKCS#11 module behind this library. It is found and loaded once, at the first call, and stays loaded.
 #pragma once
 
-// What the header declares is what this library exports; all else is hidden.
+// This library exports exactly the functions that the header declares; everything else is hidden.
 #pragma GCC visibility push(default)
 #include "zerlin/cryptoki.h"
 #pragma GCC visibility pop
@@ -10,19 +10,20 @@ namespace softtoken {
 
 struct Module {
     bool usable;
-    // No member is null but C_GetFunctionList. What the module lacks answers CKR_FUNCTION_NOT_SUPPORTED, and
-    // without a usable module everything answers CKR_GENERAL_ERROR.
+    // All members but C_GetFunctionList can be called. A function that the module lacks returns
+    // CKR_FUNCTION_NOT_SUPPORTED; without a usable module every function returns CKR_GENERAL_ERROR.
     CK_FUNCTION_LIST functions;
-    // Null where the module lacks them; CKR_GENERAL_ERROR without a usable module.
+    // Null if the module lacks the function; without a usable module it returns CKR_GENERAL_ERROR.
     decltype(&CT_CopyObject) copyObject;
     decltype(&CT_InitToken) initToken;
     decltype(&CT_ResetToken) resetToken;
 };
 
-// Opens the module that ZERLIN_MODULE names, or else the default one; tells on standard error why it cannot.
+// Loads the module that the environment variable ZERLIN_MODULE names, or else the default one. If it cannot,
+// it prints the reason on standard error. The variable is ignored in set-user-ID programs.
 Module loadModule();
 
-// The module is never unloaded: other threads may still be in it while the process ends.
+// The module is never unloaded, because other threads may still run its code while the process ends.
 inline const Module& loaded()
 {
     static const Module module = loadModule();

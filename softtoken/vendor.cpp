@@ -1,4 +1,4 @@
-// The vendor functions: the module's own where it has them, else what standard calls can do.
+// The vendor functions: the module's own if it has them, otherwise what standard calls can do.
 #include "module.h"
 
 #include <algorithm>
@@ -15,9 +15,9 @@ using softtoken::loaded;
 
 using Types = std::span<const CK_ATTRIBUTE_TYPE>;
 
-// The attributes that an object of each class is made anew from. Left out are those that a token gives by
-// itself (such as CKA_LOCAL or CKA_MODULUS_BITS), and CKA_TRUSTED, which is the word of one token's security
-// officer.
+// The attributes that are copied, for each class of objects. Not copied are those that a token sets itself
+// (such as CKA_LOCAL or CKA_MODULUS_BITS), and CKA_TRUSTED, which only the security officer of a token may
+// set.
 constexpr CK_ATTRIBUTE_TYPE ANY_OBJECT[] = {
     CKA_CLASS, CKA_TOKEN, CKA_PRIVATE, CKA_MODIFIABLE, CKA_DESTROYABLE, CKA_LABEL};
 constexpr CK_ATTRIBUTE_TYPE DATA[] = {CKA_APPLICATION, CKA_OBJECT_ID, CKA_VALUE};
@@ -38,17 +38,18 @@ constexpr CK_ATTRIBUTE_TYPE SECRET_KEY[] = {CKA_KEY_TYPE, CKA_ID, CKA_START_DATE
     CKA_WRAP, CKA_UNWRAP, CKA_WRAP_WITH_TRUSTED, CKA_VALUE};
 constexpr CK_ATTRIBUTE_TYPE DOMAIN_PARAMETERS[] = {CKA_KEY_TYPE, CKA_PRIME, CKA_SUBPRIME, CKA_BASE};
 
-// Without one of these a key's copy would be hollow.
+// At least one of these must be readable: the copy of a key would have no key value otherwise.
 constexpr CK_ATTRIBUTE_TYPE PRIVATE_VALUES[] = {CKA_PRIVATE_EXPONENT, CKA_VALUE};
 constexpr CK_ATTRIBUTE_TYPE SECRET_VALUES[] = {CKA_VALUE};
 
-// Rules for the object's use that have attributes of their own inside: not copied, but not dropped either.
+// Templates that restrict how a key is used. They cannot be copied, and a copy without them would be less
+// restricted, so an object that has one is refused.
 constexpr CK_ATTRIBUTE_TYPE NESTED[] = {CKA_WRAP_TEMPLATE, CKA_UNWRAP_TEMPLATE, CKA_DERIVE_TEMPLATE};
 
 struct ObjectKind {
     CK_OBJECT_CLASS objectClass;
     Types attributes;
-    Types values; // one of them must be there, unless there are none
+    Types values; // if not empty, the copy must have one of them
 };
 
 constexpr ObjectKind KINDS[] = {
@@ -74,7 +75,8 @@ struct Source {
     CK_OBJECT_HANDLE object;
 };
 
-// The template that the copy is made from: the caller's attributes, then what was read and is owned here.
+// The template of the copy: first the caller's attributes, then those that were read, whose values are owned
+// here.
 struct Template {
     std::vector<CK_ATTRIBUTE> attributes;
     std::vector<std::unique_ptr<CK_BYTE[], WipeAndDelete>> values;
@@ -85,7 +87,7 @@ bool has(const Template& copy, CK_ATTRIBUTE_TYPE type)
     return std::ranges::find(copy.attributes, type, &CK_ATTRIBUTE::type) != copy.attributes.end();
 }
 
-// Length 0 where the object has no such attribute.
+// Reads the length of an attribute in bytes; 0 if the object has no such attribute.
 CK_RV readLength(Source source, CK_ATTRIBUTE_TYPE type, CK_ULONG& length)
 {
     CK_ATTRIBUTE attribute = {type, nullptr, 0};
@@ -95,7 +97,8 @@ CK_RV readLength(Source source, CK_ATTRIBUTE_TYPE type, CK_ULONG& length)
     return invalid ? CKR_OK : rv;
 }
 
-// Adds the source's attribute, unless the caller gave it or it is absent or empty, as it then is in the copy.
+// Adds an attribute of the source to the copy. Skips it if the caller has set it, or if the source has none
+// or an empty one.
 CK_RV addAttribute(Source source, CK_ATTRIBUTE_TYPE type, Template& copy)
 {
     if (has(copy, type)) return CKR_OK;
@@ -119,7 +122,7 @@ CK_RV addAttributes(Source source, Types types, Template& copy)
     return CKR_OK;
 }
 
-// Refuses what may not be copied, and what cannot be copied whole.
+// Refuses an object that may not be copied, or that cannot be copied completely.
 CK_RV checkCopyable(Source source, const Template& copy)
 {
     CK_BBOOL copyable = CK_TRUE;
@@ -166,15 +169,20 @@ CK_RV slotOf(CK_SESSION_HANDLE session, CK_SLOT_ID& slot)
 } // namespace
 
 /**
- * Copies hObject, as the second session sees it, to the token of the first session, where the copy belongs to
- * that session if it is a session object. The attributes in pTemplate take the place of the object's own.
+ * Copies hObject from hSession2 to the token of hSession1. If the copy is a session object, it belongs to
+ * hSession1. The attributes in pTemplate replace the object's own.
  *
- * On one slot this is C_CopyObject. Between slots the object is read and made anew, so that only an object
- * whose value may be read can be copied: a sensitive or unextractable key is refused with the module's own
- * code (or with CKR_KEY_UNEXTRACTABLE where the module merely hides the value), an object that is not
- * CKA_COPYABLE with CKR_ACTION_PROHIBITED, and one of another class than data, certificate, key and domain
- * parameters or with templates inside (CKA_WRAP_TEMPLATE and the like) with CKR_FUNCTION_NOT_SUPPORTED.
- * Nothing is made then. Attributes that a vendor defined are not copied; neither is CKA_TRUSTED.
+ * If both sessions are on one slot, this calls C_CopyObject. Otherwise it reads the object and creates a new
+ * one, so the object's value must be readable. It then refuses, without creating anything:
+ * - a sensitive or unextractable key, with the module's own return value, or with CKR_KEY_UNEXTRACTABLE if
+ *   the module reports no error but no value either;
+ * - an object whose CKA_COPYABLE is false, with CKR_ACTION_PROHIBITED;
+ * - an object whose class is not data, certificate, public, private or secret key, or domain parameters, with
+ *   CKR_FUNCTION_NOT_SUPPORTED;
+ * - an object with CKA_WRAP_TEMPLATE, CKA_UNWRAP_TEMPLATE or CKA_DERIVE_TEMPLATE that pTemplate does not
+ *   replace, with CKR_FUNCTION_NOT_SUPPORTED.
+ *
+ * Vendor-defined attributes and CKA_TRUSTED are not copied.
  */
 CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
     CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject)
@@ -190,7 +198,7 @@ try {
     if (rv == CKR_OK) rv = slotOf(hSession2, sourceSlot);
     if (rv != CKR_OK) return rv;
     if (targetSlot == sourceSlot) {
-        CK_ATTRIBUTE none = {}; // there are modules that refuse a null template even without attributes
+        CK_ATTRIBUTE none = {}; // some modules refuse a null template, even with count 0
         const CK_ATTRIBUTE_PTR changes = pTemplate != nullptr ? pTemplate : &none;
         return functions().C_CopyObject(hSession1, hObject, changes, ulCount, phNewObject);
     }
@@ -206,9 +214,9 @@ try {
 }
 
 /**
- * Initialises the token in slot ulValue with C_InitToken, on behalf of a session that must be valid and may
- * be on any other slot. The module answers CKR_SESSION_EXISTS while sessions are open on slot ulValue, the
- * given one included. pLabel must not be null.
+ * Initialises the token in slot ulValue with C_InitToken. hSession must be valid and should be on another
+ * slot: the module returns CKR_SESSION_EXISTS while any session is open on slot ulValue. pLabel is 32 bytes,
+ * padded with blanks; null returns CKR_ARGUMENTS_BAD.
  */
 CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
     CK_UTF8CHAR_PTR pLabel)
@@ -221,12 +229,12 @@ CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR
 }
 
 /**
- * Initialises the session's own token again with C_InitToken; a null label keeps the present one.
+ * Initialises the token of hSession again with C_InitToken. A null pLabel keeps the present label.
  *
- * Since no token is initialised while sessions are open on it, this closes the given session, and only that:
- * other sessions of the application are never closed under their users. Where the module counts sessions,
- * others are refused with CKR_SESSION_EXISTS before anything is done. Otherwise the session is closed even if
- * the token then refuses, for other sessions or for a wrong PIN; the objects on the token stay.
+ * A token cannot be initialised while sessions are open on it, so this closes hSession. It closes no other
+ * session, because other threads may be using it. If the module counts its sessions and there are others,
+ * this returns CKR_SESSION_EXISTS and changes nothing. Otherwise hSession is closed, even if C_InitToken then
+ * fails (because of other sessions or a wrong PIN); the objects on the token stay in that case.
  */
 CK_RV CT_ResetToken(
     CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel)
