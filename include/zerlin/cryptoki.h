@@ -1,10 +1,12 @@
 /**
  * @file
  * The PKCS#11 (Cryptoki) 2.x interface and the HSM's vendor extensions: types, constants, structures and
- * function prototypes, all that Zerlin passes to or takes from libcryptoki.so. Valid C99 and C++.
+ * function prototypes. It declares all that Zerlin passes to libcryptoki.so or takes from it. Valid C99 and
+ * C++.
  *
- * The names are those of the PKCS#11 standard (v2.20, with some values of v2.40); section numbers are those
- * of v2.20. Structures have the platform's natural alignment; the 32-bit sizes are checked at the end.
+ * The names are those of the PKCS#11 standard: v2.20, with some values of v2.40. Section numbers are those of
+ * v2.20. Structures have the platform's natural alignment; the 32-bit sizes are checked at the end of the
+ * file. "The library" is the Cryptoki library, libcryptoki.so.
  */
 #ifndef ZERLIN_CRYPTOKI_H
 #define ZERLIN_CRYPTOKI_H
@@ -73,9 +75,9 @@ typedef CK_RC2_PARAMS* CK_RC2_PARAMS_PTR;
 #define CK_TRUE 1
 #define CK_FALSE 0
 #define CK_INVALID_HANDLE 0UL
-/** All ones: a length or count that the library cannot or will not tell. */
+/** All ones: the library cannot or will not report this length or count. */
 #define CK_UNAVAILABLE_INFORMATION (~0UL)
-/** A session count without a practical limit. */
+/** As a maximum of sessions: there is no practical limit. */
 #define CK_EFFECTIVELY_INFINITE 0UL
 #ifndef NULL_PTR
 #define NULL_PTR 0
@@ -346,9 +348,9 @@ typedef CK_RC2_PARAMS* CK_RC2_PARAMS_PTR;
 
 /**
  * @name Mechanisms (PKCS#11 section 12)
- * The HSM uses some of the standard's names for values of its own; the standard's value is then here under
- * the name with _STD. So 0x1043, 0x1089, 0x1090 and 0x1091 have two names of different meaning: which one
- * holds is for the token to say.
+ * The HSM uses some of the standard's names for values of its own. The standard's value then has the same
+ * name with _STD. So 0x1043, 0x1089, 0x1090 and 0x1091 have two names of different meaning each; the token
+ * decides which one holds.
  * @{
  */
 #define CKM_RSA_PKCS_KEY_PAIR_GEN             0x0UL
@@ -796,7 +798,8 @@ typedef CK_RC2_PARAMS* CK_RC2_PARAMS_PTR;
 /** @} */
 
 /**
- * @name Flags (PKCS#11 section 9); one number means different things in different structures
+ * @name Flags (PKCS#11 section 9)
+ * One number means different things in different structures.
  * @{
  */
 /* CK_SLOT_INFO */
@@ -1059,7 +1062,10 @@ typedef struct CK_SLOT_INFO {
 } CK_SLOT_INFO;
 typedef CK_SLOT_INFO* CK_SLOT_INFO_PTR;
 
-/** Counts may be CK_UNAVAILABLE_INFORMATION, maxima also CK_EFFECTIVELY_INFINITE; memory is in bytes. */
+/**
+ * Any count or memory size may be CK_UNAVAILABLE_INFORMATION. The two maxima of sessions may also be
+ * CK_EFFECTIVELY_INFINITE. Memory is in bytes.
+ */
 typedef struct CK_TOKEN_INFO {
     CK_UTF8CHAR label[32];
     CK_UTF8CHAR manufacturerID[32];
@@ -1078,7 +1084,7 @@ typedef struct CK_TOKEN_INFO {
     CK_ULONG ulFreePrivateMemory;
     CK_VERSION hardwareVersion;
     CK_VERSION firmwareVersion;
-    CK_CHAR utcTime[16]; /**< YYYYMMDDhhmmssxx, when CKF_CLOCK_ON_TOKEN is set */
+    CK_CHAR utcTime[16]; /**< YYYYMMDDhhmmssxx; valid only if CKF_CLOCK_ON_TOKEN is set */
 } CK_TOKEN_INFO;
 typedef CK_TOKEN_INFO* CK_TOKEN_INFO_PTR;
 
@@ -1100,12 +1106,12 @@ typedef CK_MECHANISM_INFO* CK_MECHANISM_INFO_PTR;
 
 typedef struct CK_ATTRIBUTE {
     CK_ATTRIBUTE_TYPE type;
-    CK_VOID_PTR pValue;  /**< the caller's; null asks for the length */
+    CK_VOID_PTR pValue;  /**< owned by the caller; null asks C_GetAttributeValue for the length */
     CK_ULONG ulValueLen; /**< bytes */
 } CK_ATTRIBUTE;
 typedef CK_ATTRIBUTE* CK_ATTRIBUTE_PTR;
 
-/** ASCII digits, no terminator. */
+/** ASCII digits without a terminating NUL. */
 typedef struct CK_DATE {
     CK_CHAR year[4];
     CK_CHAR month[2];
@@ -1115,8 +1121,8 @@ typedef CK_DATE* CK_DATE_PTR;
 
 typedef struct CK_MECHANISM {
     CK_MECHANISM_TYPE mechanism;
-    CK_VOID_PTR pParameter;  /**< the caller's */
-    CK_ULONG ulParameterLen; /**< bytes */
+    CK_VOID_PTR pParameter;  /**< owned by the caller; null if the mechanism takes no parameter */
+    CK_ULONG ulParameterLen; /**< bytes; 0 for a null parameter */
 } CK_MECHANISM;
 typedef CK_MECHANISM* CK_MECHANISM_PTR;
 /** @} */
@@ -1131,22 +1137,26 @@ typedef CK_RV (*CK_DESTROYMUTEX)(CK_VOID_PTR pMutex);
 typedef CK_RV (*CK_LOCKMUTEX)(CK_VOID_PTR pMutex);
 typedef CK_RV (*CK_UNLOCKMUTEX)(CK_VOID_PTR pMutex);
 
-/** The four callbacks are given together or not at all. The library copies what it needs. */
+/**
+ * The argument of C_Initialize. Either all four callbacks are set or all four are null. The library copies
+ * what it needs, so the structure may be freed after the call; the callbacks are used until C_Finalize.
+ */
 typedef struct CK_C_INITIALIZE_ARGS {
     CK_CREATEMUTEX CreateMutex;
     CK_DESTROYMUTEX DestroyMutex;
     CK_LOCKMUTEX LockMutex;
     CK_UNLOCKMUTEX UnlockMutex;
     CK_FLAGS flags;
-    CK_VOID_PTR pReserved; /**< null */
+    CK_VOID_PTR pReserved; /**< must be null */
 } CK_C_INITIALIZE_ARGS;
 typedef CK_C_INITIALIZE_ARGS* CK_C_INITIALIZE_ARGS_PTR;
 /** @} */
 
 /**
  * @name Mechanism parameters (PKCS#11 section 12)
- * Every pointer member points to memory of the caller, valid for the call and never freed by the library.
- * Lengths are in bytes unless the member says bits. Members that the library writes are marked [out].
+ * Every pointer points to memory that the caller owns and keeps valid during the call; the library never
+ * frees it. Lengths are in bytes, except where the name or the comment says bits. Members that the library
+ * writes are marked [out].
  * @{
  */
 typedef struct CK_RSA_PKCS_OAEP_PARAMS {
@@ -1161,7 +1171,7 @@ typedef CK_RSA_PKCS_OAEP_PARAMS* CK_RSA_PKCS_OAEP_PARAMS_PTR;
 typedef struct CK_RSA_PKCS_PSS_PARAMS {
     CK_MECHANISM_TYPE hashAlg;
     CK_RSA_PKCS_MGF_TYPE mgf;
-    CK_ULONG sLen; /**< of the salt */
+    CK_ULONG sLen; /**< length of the salt */
 } CK_RSA_PKCS_PSS_PARAMS;
 typedef CK_RSA_PKCS_PSS_PARAMS* CK_RSA_PKCS_PSS_PARAMS_PTR;
 
@@ -1178,7 +1188,7 @@ typedef struct CK_RC2_MAC_GENERAL_PARAMS {
 typedef CK_RC2_MAC_GENERAL_PARAMS* CK_RC2_MAC_GENERAL_PARAMS_PTR;
 
 typedef struct CK_PBE_PARAMS {
-    CK_BYTE_PTR pInitVector; /**< [out] 8 bytes, when the mechanism makes an IV */
+    CK_BYTE_PTR pInitVector; /**< [out] 8 bytes, if the mechanism generates an IV */
     CK_UTF8CHAR_PTR pPassword;
     CK_ULONG passwordLen;
     CK_BYTE_PTR pSalt;
@@ -1187,7 +1197,7 @@ typedef struct CK_PBE_PARAMS {
 } CK_PBE_PARAMS;
 typedef CK_PBE_PARAMS* CK_PBE_PARAMS_PTR;
 
-/** Vendor: what CKM_PKCS12_PBE_IMPORT reads from a PKCS#12 file, and where it reports the certificates. */
+/** Vendor: CKM_PKCS12_PBE_IMPORT. The passwords of a PKCS#12 file, and room for its certificates' handles. */
 typedef struct CK_PKCS12_PBE_IMPORT_PARAMS {
     CK_UTF8CHAR_PTR passwordAuthSafe;
     CK_ULONG passwordAuthSafeLen;
@@ -1195,12 +1205,12 @@ typedef struct CK_PKCS12_PBE_IMPORT_PARAMS {
     CK_ULONG passwordHMACLen;
     CK_ATTRIBUTE_PTR certAttr;  /**< template of the imported certificates */
     CK_ULONG certAttrCount;     /**< attributes */
-    CK_OBJECT_HANDLE_PTR hCert; /**< [out] room for *hCertCount handles; null asks for the count */
-    CK_ULONG_PTR hCertCount;    /**< [out] handles, on entry the room in hCert */
+    CK_OBJECT_HANDLE_PTR hCert; /**< [out] the certificates' handles; null asks for their number */
+    CK_ULONG_PTR hCertCount;    /**< in: capacity of hCert in handles; out: number of handles */
 } CK_PKCS12_PBE_IMPORT_PARAMS;
 typedef CK_PKCS12_PBE_IMPORT_PARAMS* CK_PKCS12_PBE_IMPORT_PARAMS_PTR;
 
-/** Vendor: how CKM_PKCS12_PBE_EXPORT protects the file. */
+/** Vendor: CKM_PKCS12_PBE_EXPORT. How the PKCS#12 file is protected. */
 typedef struct CK_PKCS12_PBE_EXPORT_PARAMS {
     CK_OBJECT_HANDLE keyCert; /**< the certificate of the exported key */
     CK_UTF8CHAR_PTR passwordAuthSafe;
@@ -1260,7 +1270,7 @@ typedef struct CK_KEY_DERIVATION_STRING_DATA {
 } CK_KEY_DERIVATION_STRING_DATA;
 typedef CK_KEY_DERIVATION_STRING_DATA* CK_KEY_DERIVATION_STRING_DATA_PTR;
 
-/** Vendor: a mechanism and the object that it works with, e.g. for CKM_ENCODE_X_509_LOCAL_CERT. */
+/** Vendor: a mechanism and the object that it works with, for example for CKM_ENCODE_X_509_LOCAL_CERT. */
 typedef struct CK_MECH_TYPE_AND_OBJECT {
     CK_MECHANISM_TYPE mechanism;
     CK_OBJECT_HANDLE hObj;
@@ -1274,26 +1284,26 @@ typedef struct CK_DES_CBC_PARAMS {
 } CK_DES_CBC_PARAMS;
 typedef CK_DES_CBC_PARAMS* CK_DES_CBC_PARAMS_PTR;
 
-/** Vendor: CKM_DES3_DERIVE_CBC, deriving a double-length key. */
+/** Vendor: CKM_DES3_DERIVE_CBC, to derive a double-length key. */
 typedef struct CK_DES2_CBC_PARAMS {
     CK_BYTE iv[8];
     CK_BYTE data[16];
 } CK_DES2_CBC_PARAMS;
 typedef CK_DES2_CBC_PARAMS* CK_DES2_CBC_PARAMS_PTR;
 
-/** Vendor: CKM_DES3_DERIVE_CBC, deriving a triple-length key. */
+/** Vendor: CKM_DES3_DERIVE_CBC, to derive a triple-length key. */
 typedef struct CK_DES3_CBC_PARAMS {
     CK_BYTE iv[8];
     CK_BYTE data[24];
 } CK_DES3_CBC_PARAMS;
 typedef CK_DES3_CBC_PARAMS* CK_DES3_CBC_PARAMS_PTR;
 
-/** Vendor: how CKM_PP_LOAD_SECRET asks for a secret at the PIN pad. */
+/** Vendor: CKM_PP_LOAD_SECRET. How the PIN pad asks for a secret. */
 typedef struct CK_PP_LOAD_SECRET_PARAMS {
-    CK_BBOOL bMaskInput; /**< do not show what is typed */
-    CK_CHAR cConvert;    /**< how the digits become the value */
-    CK_CHAR cTimeout;
-    CK_CHAR_PTR prompt; /**< NUL-terminated */
+    CK_BBOOL bMaskInput; /**< true: the display hides what is typed */
+    CK_CHAR cConvert;    /**< how the digits are converted into the value */
+    CK_CHAR cTimeout;    /**< how long the PIN pad waits; the vendor defines the unit */
+    CK_CHAR_PTR prompt;  /**< NUL-terminated */
 } CK_PP_LOAD_SECRET_PARAMS;
 typedef CK_PP_LOAD_SECRET_PARAMS* CK_PP_LOAD_SECRET_PARAMS_PTR;
 
@@ -1310,7 +1320,7 @@ typedef struct CK_REPLICATE_TOKEN_PARAMS {
 } CK_REPLICATE_TOKEN_PARAMS;
 typedef CK_REPLICATE_TOKEN_PARAMS* CK_REPLICATE_TOKEN_PARAMS_PTR;
 
-/** Vendor: the two numbers of the threshold scheme of CKM_SECRET_SHARE_WITH_ATTRIBUTES. */
+/** Vendor: CKM_SECRET_SHARE_WITH_ATTRIBUTES. The two numbers of the threshold scheme. */
 typedef struct CK_SECRET_SHARE_PARAMS {
     CK_ULONG n;
     CK_ULONG m;
@@ -1345,7 +1355,7 @@ typedef CK_ECDH1_DERIVE_PARAMS* CK_ECDH1_DERIVE_PARAMS_PTR;
 
 /**
  * @name The function list (PKCS#11 section 9.6)
- * The members keep the order that the standard fixes; their parameters are those of the prototypes below.
+ * The order of the members is fixed by the standard. Their parameters are those of the prototypes below.
  * @{
  */
 typedef struct CK_FUNCTION_LIST CK_FUNCTION_LIST;
@@ -1435,13 +1445,64 @@ struct CK_FUNCTION_LIST {
 /* clang-format on */
 /** @} */
 
+/*
+ * Rules for all functions below
+ *
+ * Memory: the caller owns every buffer, structure and template. The library frees none of them and keeps none
+ * after the call, except pApplication of C_OpenSession, which is kept until the session is closed.
+ *
+ * Lengths are in bytes, counts in elements.
+ *
+ * Null: a pointer must not be null unless its function says otherwise; the library then returns
+ * CKR_ARGUMENTS_BAD. Input data and its length may be null and 0.
+ *
+ * Return value: CKR_OK, or an error (section 11.1). Output is valid after CKR_OK only, except for the length
+ * that comes with CKR_BUFFER_TOO_SMALL, and for templates in C_GetAttributeValue.
+ *
+ * Arguments that recur:
+ * - slotID: the slot, as C_GetSlotList reports it.
+ * - hSession, hObject, hKey: the handle of a session, of an object, of a key.
+ * - phObject, phKey, phNewObject, ...: [out] the new handle.
+ * - pMechanism: the mechanism and its parameter.
+ * - pTemplate, ulCount: the attributes and their number. Null with 0 is an empty template.
+ * - pData, ulDataLen and the like: input and its length.
+ * - pPin, ulPinLen: the PIN in UTF-8 without a terminating NUL. Null with 0: the PIN is entered at the
+ *   token's own keypad (CKF_PROTECTED_AUTHENTICATION_PATH).
+ *
+ * Output of variable length (section 11.2) has a buffer and a pointer to its length, such as pDigest and
+ * pulDigestLen. In: the capacity of the buffer. Out: the length of the output. A null buffer asks for the
+ * length: the function returns CKR_OK. If the capacity is too small, it returns CKR_BUFFER_TOO_SMALL and the
+ * needed length. Both leave the operation active, so the caller can repeat the call with a longer buffer.
+ *
+ * Operations: an Init function starts an operation in the session; there is at most one of each kind at a
+ * time. A one-part function (C_Sign) does all and ends the operation; Update and Final functions do the same
+ * in parts. An error other than CKR_BUFFER_TOO_SMALL ends the operation too, but not a search.
+ */
+
 /**
  * @name General-purpose functions (PKCS#11 section 11.4)
  * @{
  */
+/**
+ * Initialises the library. Call it once, before every other function but C_GetFunctionList.
+ *
+ * @param pInitArgs  a CK_C_INITIALIZE_ARGS; null if only one thread calls the library
+ * @return CKR_OK; for example CKR_CRYPTOKI_ALREADY_INITIALIZED, CKR_CANT_LOCK
+ */
 CK_RV C_Initialize(CK_VOID_PTR pInitArgs);
+/**
+ * Ends the use of the library. No other function may be running.
+ *
+ * @param pReserved  must be null
+ */
 CK_RV C_Finalize(CK_VOID_PTR pReserved);
+/** Reads the description of the library into *pInfo. */
 CK_RV C_GetInfo(CK_INFO_PTR pInfo);
+/**
+ * Returns the addresses of all functions. May be called before C_Initialize.
+ *
+ * @param ppFunctionList  [out] the list, which the library owns: neither change nor free it
+ */
 CK_RV C_GetFunctionList(CK_FUNCTION_LIST_PTR_PTR ppFunctionList);
 /** @} */
 
@@ -1449,13 +1510,43 @@ CK_RV C_GetFunctionList(CK_FUNCTION_LIST_PTR_PTR ppFunctionList);
  * @name Slot and token management (PKCS#11 section 11.5)
  * @{
  */
+/**
+ * Lists the slots.
+ *
+ * @param tokenPresent  CK_TRUE: only slots that contain a token
+ * @param pSlotList     [out] the slots; null asks for their number
+ * @param pulCount      in: capacity of pSlotList in slots; out: number of slots
+ */
 CK_RV C_GetSlotList(CK_BBOOL tokenPresent, CK_SLOT_ID_PTR pSlotList, CK_ULONG_PTR pulCount);
+/** Reads the description of a slot into *pInfo. */
 CK_RV C_GetSlotInfo(CK_SLOT_ID slotID, CK_SLOT_INFO_PTR pInfo);
+/** Reads the description of the token in a slot into *pInfo. */
 CK_RV C_GetTokenInfo(CK_SLOT_ID slotID, CK_TOKEN_INFO_PTR pInfo);
+/**
+ * Lists the mechanisms of the token in a slot.
+ *
+ * @param pMechanismList  [out] the mechanisms; null asks for their number
+ * @param pulCount        in: capacity of pMechanismList in mechanisms; out: number of mechanisms
+ */
 CK_RV C_GetMechanismList(CK_SLOT_ID slotID, CK_MECHANISM_TYPE_PTR pMechanismList, CK_ULONG_PTR pulCount);
+/** Reads into *pInfo how the token in a slot supports a mechanism. */
 CK_RV C_GetMechanismInfo(CK_SLOT_ID slotID, CK_MECHANISM_TYPE type, CK_MECHANISM_INFO_PTR pInfo);
+/**
+ * Initialises the token in a slot: all objects that can be destroyed are destroyed.
+ *
+ * @param pPin    PIN of the security officer
+ * @param pLabel  32 bytes in UTF-8, padded with blanks, without a terminating NUL
+ * @return CKR_OK; for example CKR_PIN_INCORRECT, CKR_SESSION_EXISTS while a session is open on the token
+ */
 CK_RV C_InitToken(CK_SLOT_ID slotID, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel);
+/** Sets the user's PIN. The security officer must be logged in. */
 CK_RV C_InitPIN(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen);
+/**
+ * Changes the PIN of whoever is logged in; the user's PIN if nobody is.
+ *
+ * @param ulOldLen  bytes in pOldPin
+ * @param ulNewLen  bytes in pNewPin
+ */
 CK_RV C_SetPIN(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pOldPin, CK_ULONG ulOldLen,
     CK_UTF8CHAR_PTR pNewPin, CK_ULONG ulNewLen);
 /** @} */
@@ -1464,16 +1555,41 @@ CK_RV C_SetPIN(CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pOldPin, CK_ULONG ulO
  * @name Session management (PKCS#11 section 11.6)
  * @{
  */
+/**
+ * Opens a session with the token in a slot.
+ *
+ * @param flags         CKF_SERIAL_SESSION, and CKF_RW_SESSION as well for a session that may write
+ * @param pApplication  passed to Notify unchanged; may be null
+ * @param Notify        called on events of the session; null for none
+ * @param phSession     [out] the session's handle
+ */
 CK_RV C_OpenSession(CK_SLOT_ID slotID, CK_FLAGS flags, CK_VOID_PTR pApplication, CK_NOTIFY Notify,
     CK_SESSION_HANDLE_PTR phSession);
+/** Closes a session and destroys its session objects. */
 CK_RV C_CloseSession(CK_SESSION_HANDLE hSession);
+/** Closes all sessions of this application with the token in a slot. */
 CK_RV C_CloseAllSessions(CK_SLOT_ID slotID);
+/** Reads the description of a session into *pInfo. */
 CK_RV C_GetSessionInfo(CK_SESSION_HANDLE hSession, CK_SESSION_INFO_PTR pInfo);
+/** Saves the state of the session's active operation, as output of variable length. */
 CK_RV C_GetOperationState(
     CK_SESSION_HANDLE hSession, CK_BYTE_PTR pOperationState, CK_ULONG_PTR pulOperationStateLen);
+/**
+ * Restores a saved state.
+ *
+ * @param ulOperationStateLen  bytes in pOperationState
+ * @param hEncryptionKey       key of a saved encryption or decryption; CK_INVALID_HANDLE for none
+ * @param hAuthenticationKey   key of a saved signature or verification; CK_INVALID_HANDLE for none
+ */
 CK_RV C_SetOperationState(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pOperationState,
     CK_ULONG ulOperationStateLen, CK_OBJECT_HANDLE hEncryptionKey, CK_OBJECT_HANDLE hAuthenticationKey);
+/**
+ * Logs a user in, for all sessions of this application with the token.
+ *
+ * @param userType  CKU_USER, CKU_SO or CKU_CONTEXT_SPECIFIC
+ */
 CK_RV C_Login(CK_SESSION_HANDLE hSession, CK_USER_TYPE userType, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen);
+/** Logs the user out, for all sessions of this application with the token. */
 CK_RV C_Logout(CK_SESSION_HANDLE hSession);
 /** @} */
 
@@ -1481,19 +1597,47 @@ CK_RV C_Logout(CK_SESSION_HANDLE hSession);
  * @name Object management (PKCS#11 section 11.7)
  * @{
  */
+/** Creates an object with the attributes of the template. */
 CK_RV C_CreateObject(
     CK_SESSION_HANDLE hSession, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phObject);
+/** Copies an object. The template holds the attributes in which the copy differs. */
 CK_RV C_CopyObject(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ATTRIBUTE_PTR pTemplate,
     CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject);
+/** Destroys an object. */
 CK_RV C_DestroyObject(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject);
+/**
+ * Reports how many bytes an object occupies on the token.
+ *
+ * @param pulSize  [out] bytes
+ */
 CK_RV C_GetObjectSize(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ULONG_PTR pulSize);
+/**
+ * Reads attributes of an object into the template.
+ *
+ * For each attribute, ulValueLen is the capacity of pValue in bytes on entry and the value's length
+ * afterwards. A null pValue asks for the length. If an attribute is sensitive or missing, or its capacity too
+ * small, its ulValueLen becomes CK_UNAVAILABLE_INFORMATION, and the others are read all the same.
+ *
+ * @return CKR_OK; CKR_ATTRIBUTE_SENSITIVE, CKR_ATTRIBUTE_TYPE_INVALID or CKR_BUFFER_TOO_SMALL if any
+ *         attribute was not read
+ */
 CK_RV C_GetAttributeValue(
     CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount);
+/** Changes attributes of an object to the values in the template. */
 CK_RV C_SetAttributeValue(
     CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hObject, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount);
+/** Starts a search for objects that have all attributes of the template; an empty one matches all. */
 CK_RV C_FindObjectsInit(CK_SESSION_HANDLE hSession, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount);
+/**
+ * Continues a search. Call it until it reports 0 objects.
+ *
+ * @param phObject          [out] the handles; room for ulMaxObjectCount of them
+ * @param ulMaxObjectCount  capacity of phObject in handles
+ * @param pulObjectCount    [out] number of handles written; 0 when the search has no more
+ */
 CK_RV C_FindObjects(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE_PTR phObject, CK_ULONG ulMaxObjectCount,
     CK_ULONG_PTR pulObjectCount);
+/** Ends a search. */
 CK_RV C_FindObjectsFinal(CK_SESSION_HANDLE hSession);
 /** @} */
 
@@ -1501,11 +1645,15 @@ CK_RV C_FindObjectsFinal(CK_SESSION_HANDLE hSession);
  * @name Encryption (PKCS#11 section 11.8)
  * @{
  */
+/** Starts an encryption. */
 CK_RV C_EncryptInit(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey);
+/** Encrypts all data in one part and ends the encryption. */
 CK_RV C_Encrypt(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR pEncryptedData,
     CK_ULONG_PTR pulEncryptedDataLen);
+/** Encrypts the next part of the data. */
 CK_RV C_EncryptUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen,
     CK_BYTE_PTR pEncryptedPart, CK_ULONG_PTR pulEncryptedPartLen);
+/** Returns the rest of the encrypted data and ends the encryption. */
 CK_RV C_EncryptFinal(
     CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLastEncryptedPart, CK_ULONG_PTR pulLastEncryptedPartLen);
 /** @} */
@@ -1514,11 +1662,15 @@ CK_RV C_EncryptFinal(
  * @name Decryption (PKCS#11 section 11.9)
  * @{
  */
+/** Starts a decryption. */
 CK_RV C_DecryptInit(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey);
+/** Decrypts all data in one part and ends the decryption. */
 CK_RV C_Decrypt(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedData, CK_ULONG ulEncryptedDataLen,
     CK_BYTE_PTR pData, CK_ULONG_PTR pulDataLen);
+/** Decrypts the next part of the data. */
 CK_RV C_DecryptUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart, CK_ULONG ulEncryptedPartLen,
     CK_BYTE_PTR pPart, CK_ULONG_PTR pulPartLen);
+/** Returns the rest of the decrypted data and ends the decryption. */
 CK_RV C_DecryptFinal(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLastPart, CK_ULONG_PTR pulLastPartLen);
 /** @} */
 
@@ -1526,11 +1678,16 @@ CK_RV C_DecryptFinal(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pLastPart, CK_ULONG
  * @name Message digesting (PKCS#11 section 11.10)
  * @{
  */
+/** Starts a digest. */
 CK_RV C_DigestInit(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism);
+/** Digests all data in one part and ends the digest. */
 CK_RV C_Digest(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR pDigest,
     CK_ULONG_PTR pulDigestLen);
+/** Digests the next part of the data. */
 CK_RV C_DigestUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen);
+/** Digests the value of a secret key as the next part of the data. */
 CK_RV C_DigestKey(CK_SESSION_HANDLE hSession, CK_OBJECT_HANDLE hKey);
+/** Returns the digest and ends it. */
 CK_RV C_DigestFinal(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pDigest, CK_ULONG_PTR pulDigestLen);
 /** @} */
 
@@ -1538,12 +1695,18 @@ CK_RV C_DigestFinal(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pDigest, CK_ULONG_PT
  * @name Signing and MACing (PKCS#11 section 11.11)
  * @{
  */
+/** Starts a signature or MAC. */
 CK_RV C_SignInit(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey);
+/** Signs all data in one part and ends the operation. */
 CK_RV C_Sign(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR pSignature,
     CK_ULONG_PTR pulSignatureLen);
+/** Signs the next part of the data. */
 CK_RV C_SignUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen);
+/** Returns the signature or MAC and ends the operation. */
 CK_RV C_SignFinal(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULONG_PTR pulSignatureLen);
+/** Starts a signature from which the data can be recovered. */
 CK_RV C_SignRecoverInit(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey);
+/** Signs all data in one part, as C_Sign does; the data can be recovered from the signature. */
 CK_RV C_SignRecover(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR pSignature,
     CK_ULONG_PTR pulSignatureLen);
 /** @} */
@@ -1552,12 +1715,22 @@ CK_RV C_SignRecover(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDa
  * @name Verifying signatures and MACs (PKCS#11 section 11.12)
  * @{
  */
+/** Starts a verification of a signature or MAC. */
 CK_RV C_VerifyInit(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey);
+/**
+ * Verifies the signature of all data in one part and ends the operation.
+ *
+ * @return CKR_OK if the signature is valid; CKR_SIGNATURE_INVALID or CKR_SIGNATURE_LEN_RANGE if it is not
+ */
 CK_RV C_Verify(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pData, CK_ULONG ulDataLen, CK_BYTE_PTR pSignature,
     CK_ULONG ulSignatureLen);
+/** Passes the next part of the signed data. */
 CK_RV C_VerifyUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen);
+/** Verifies the signature and ends the operation. Returns as C_Verify does. */
 CK_RV C_VerifyFinal(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULONG ulSignatureLen);
+/** Starts a verification that recovers the data from the signature. */
 CK_RV C_VerifyRecoverInit(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hKey);
+/** Verifies a signature and returns the recovered data in pData. Returns as C_Verify does. */
 CK_RV C_VerifyRecover(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULONG ulSignatureLen,
     CK_BYTE_PTR pData, CK_ULONG_PTR pulDataLen);
 /** @} */
@@ -1566,12 +1739,16 @@ CK_RV C_VerifyRecover(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSignature, CK_ULO
  * @name Dual-function operations (PKCS#11 section 11.13)
  * @{
  */
+/** Digests and encrypts the next part of the data. */
 CK_RV C_DigestEncryptUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen,
     CK_BYTE_PTR pEncryptedPart, CK_ULONG_PTR pulEncryptedPartLen);
+/** Decrypts the next part, and digests the decrypted data. */
 CK_RV C_DecryptDigestUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart,
     CK_ULONG ulEncryptedPartLen, CK_BYTE_PTR pPart, CK_ULONG_PTR pulPartLen);
+/** Signs and encrypts the next part of the data. */
 CK_RV C_SignEncryptUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pPart, CK_ULONG ulPartLen,
     CK_BYTE_PTR pEncryptedPart, CK_ULONG_PTR pulEncryptedPartLen);
+/** Decrypts the next part, and verifies the decrypted data. */
 CK_RV C_DecryptVerifyUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPart,
     CK_ULONG ulEncryptedPartLen, CK_BYTE_PTR pPart, CK_ULONG_PTR pulPartLen);
 /** @} */
@@ -1580,17 +1757,47 @@ CK_RV C_DecryptVerifyUpdate(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pEncryptedPa
  * @name Key management (PKCS#11 section 11.14)
  * @{
  */
+/** Generates a secret key, or domain parameters. */
 CK_RV C_GenerateKey(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_ATTRIBUTE_PTR pTemplate,
     CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phKey);
+/**
+ * Generates a key pair. Each key has a template of its own.
+ *
+ * @param ulPublicKeyAttributeCount   attributes in pPublicKeyTemplate
+ * @param ulPrivateKeyAttributeCount  attributes in pPrivateKeyTemplate
+ * @param phPublicKey                 [out] the public key's handle
+ * @param phPrivateKey                [out] the private key's handle
+ */
 CK_RV C_GenerateKeyPair(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism,
     CK_ATTRIBUTE_PTR pPublicKeyTemplate, CK_ULONG ulPublicKeyAttributeCount,
     CK_ATTRIBUTE_PTR pPrivateKeyTemplate, CK_ULONG ulPrivateKeyAttributeCount,
     CK_OBJECT_HANDLE_PTR phPublicKey, CK_OBJECT_HANDLE_PTR phPrivateKey);
+/**
+ * Wraps (encrypts) a key with another.
+ *
+ * @param hWrappingKey      the key to wrap with
+ * @param hKey              the key to be wrapped
+ * @param pWrappedKey       [out] the wrapped key, as output of variable length
+ * @param pulWrappedKeyLen  in: capacity of pWrappedKey in bytes; out: bytes of the wrapped key
+ */
 CK_RV C_WrapKey(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hWrappingKey,
     CK_OBJECT_HANDLE hKey, CK_BYTE_PTR pWrappedKey, CK_ULONG_PTR pulWrappedKeyLen);
+/**
+ * Unwraps (decrypts) a key and creates it with the attributes of the template.
+ *
+ * @param hUnwrappingKey    the key to unwrap with
+ * @param ulWrappedKeyLen   bytes in pWrappedKey
+ * @param ulAttributeCount  attributes in pTemplate
+ */
 CK_RV C_UnwrapKey(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hUnwrappingKey,
     CK_BYTE_PTR pWrappedKey, CK_ULONG ulWrappedKeyLen, CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulAttributeCount,
     CK_OBJECT_HANDLE_PTR phKey);
+/**
+ * Derives a key from a base key and creates it with the attributes of the template.
+ *
+ * @param ulAttributeCount  attributes in pTemplate
+ * @param phKey             [out] the new key; may be null if the mechanism returns its keys in its parameter
+ */
 CK_RV C_DeriveKey(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OBJECT_HANDLE hBaseKey,
     CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulAttributeCount, CK_OBJECT_HANDLE_PTR phKey);
 /** @} */
@@ -1599,7 +1806,13 @@ CK_RV C_DeriveKey(CK_SESSION_HANDLE hSession, CK_MECHANISM_PTR pMechanism, CK_OB
  * @name Random numbers (PKCS#11 section 11.15)
  * @{
  */
+/** Mixes seed data into the token's random number generator. */
 CK_RV C_SeedRandom(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pSeed, CK_ULONG ulSeedLen);
+/**
+ * Generates random bytes.
+ *
+ * @param pRandomData  [out] ulRandomLen bytes
+ */
 CK_RV C_GenerateRandom(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pRandomData, CK_ULONG ulRandomLen);
 /** @} */
 
@@ -1607,35 +1820,61 @@ CK_RV C_GenerateRandom(CK_SESSION_HANDLE hSession, CK_BYTE_PTR pRandomData, CK_U
  * @name Parallel function management, obsolete (PKCS#11 section 11.16), and slot events (section 11.5)
  * @{
  */
+/** Obsolete. Returns CKR_FUNCTION_NOT_PARALLEL. */
 CK_RV C_GetFunctionStatus(CK_SESSION_HANDLE hSession);
+/** Obsolete. Returns CKR_FUNCTION_NOT_PARALLEL. */
 CK_RV C_CancelFunction(CK_SESSION_HANDLE hSession);
+/**
+ * Waits until a token is inserted or removed.
+ *
+ * @param flags      0 waits; CKF_DONT_BLOCK returns at once, with CKR_NO_EVENT if nothing has happened
+ * @param pSlot      [out] the slot
+ * @param pReserved  must be null
+ */
 CK_RV C_WaitForSlotEvent(CK_FLAGS flags, CK_SLOT_ID_PTR pSlot, CK_VOID_PTR pReserved);
 /** @} */
 
 /**
  * @name Vendor functions
- * Text and PINs are UTF-8 without a terminator, PIN lengths in bytes; a label is 32 bytes, blank-padded.
+ * Text and PINs are UTF-8 without a terminating NUL; a label is 32 bytes, padded with blanks. The vendor's
+ * library defines the return values. The remarks on the embedded libcryptoki.so hold if its module has no
+ * function of that name.
  * @{
  */
 /**
- * Copies an object between two sessions, which may be on different tokens. The sessions are passed on in this
- * order; which of them is the source is for the vendor library to say.
+ * Copies an object between two sessions, which may be on different tokens.
  *
- * @param pTemplate    attributes in which the copy is to differ
+ * The vendor's library defines which of the two sessions the object is read from. In the embedded
+ * libcryptoki.so it is hSession2, and the copy is created in hSession1.
+ *
+ * @param hSession1    one session
+ * @param hSession2    the other session
+ * @param hObject      the object to copy
+ * @param pTemplate    the attributes in which the copy differs; null if ulCount is 0
  * @param ulCount      attributes in pTemplate
  * @param phNewObject  [out] the copy's handle
  */
 CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
     CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject);
 /**
- * Initialises a token from a session instead of a slot.
+ * Initialises a token from a session instead of from a slot.
  *
- * @param ulValue  the vendor library's own argument, passed through
- * @param pPin     PIN of the new token's security officer
+ * @param hSession  the session
+ * @param ulValue   the vendor's library defines its meaning; in the embedded libcryptoki.so, the slot
+ * @param pPin      PIN of the new token's security officer
+ * @param ulPinLen  bytes in pPin
+ * @param pLabel    label of the new token
  */
 CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
     CK_UTF8CHAR_PTR pLabel);
-/** Erases the session's token and initialises it anew with the given PIN and label. */
+/**
+ * Erases the token of a session and initialises it again.
+ *
+ * @param hSession  the session; the embedded libcryptoki.so closes it
+ * @param pPin      PIN of the security officer
+ * @param ulPinLen  bytes in pPin
+ * @param pLabel    the token's label; in the embedded libcryptoki.so, null keeps the present one
+ */
 CK_RV CT_ResetToken(
     CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel);
 /** @} */
@@ -1644,7 +1883,7 @@ CK_RV CT_ResetToken(
 }
 #endif
 
-/* The 32-bit layout; C99 has no static assertions. */
+/* The 32-bit layout. Not checked in C99, which has no static assertions. */
 #if defined __cplusplus || __STDC_VERSION__ >= 201112L
 #define ZERLIN_LAYOUT32(what, bytes) static_assert(sizeof(void*) != 4 || (what) == (bytes), #what)
 ZERLIN_LAYOUT32(sizeof(CK_ULONG), 4);
