@@ -25,6 +25,14 @@ CK_ULONG valueOf(JNIEnv* env, jobject object, JavaField& m_value, CK_ULONG failu
     return GetLongField(env, object, m_value);
 }
 
+// What a null array or string becomes.
+template <typename Native>
+void setNone(Native** data, CK_ULONG* length)
+{
+    *data = nullptr;
+    *length = 0;
+}
+
 } // namespace
 
 CK_OBJECT_HANDLE jObjectHandleToCKObjectHandle(JNIEnv* env, jobject object)
@@ -184,56 +192,50 @@ CK_DATE* jDateObjectToCKDatePtr(JNIEnv* env, jobject object)
 
 void jByteArrayToCKByteArray(JNIEnv* env, jbyteArray array, CK_BYTE_PTR* data, CK_ULONG* length)
 {
-    *data = nullptr;
-    *length = 0;
+    setNone(data, length);
     if (array != nullptr) *data = newBytes(env, nullptr, array, length);
 }
 
 void jBooleanArrayToCKBBoolArray(JNIEnv* env, jbooleanArray array, CK_BBOOL** data, CK_ULONG* length)
 {
-    *data = nullptr;
-    *length = 0;
-    if (array == nullptr) return;
-    *data = newArray(env, nullptr, array, length, &JNIEnv::GetBooleanArrayRegion, booleanToCK);
+    if (array == nullptr) return setNone(data, length);
+    auto* const made = newArray(env, nullptr, array, length, &JNIEnv::GetBooleanArrayRegion, booleanToCK);
+    if (made != nullptr) *data = made;
 }
 
 void jCharArrayToCKCharArray(JNIEnv* env, jcharArray array, CK_CHAR_PTR* data, CK_ULONG* length)
 {
-    *data = nullptr;
-    *length = 0;
-    if (array == nullptr) return;
-    *data = newArray(env, nullptr, array, length, &JNIEnv::GetCharArrayRegion, charToCK);
+    if (array == nullptr) return setNone(data, length);
+    auto* const made = newArray(env, nullptr, array, length, &JNIEnv::GetCharArrayRegion, charToCK);
+    if (made != nullptr) *data = made;
 }
 
 void jLongArrayToCKULongArray(JNIEnv* env, jlongArray array, CK_ULONG_PTR* data, CK_ULONG* length)
 {
-    *data = nullptr;
-    *length = 0;
-    if (array == nullptr) return;
-    *data = newArray(env, nullptr, array, length, &JNIEnv::GetLongArrayRegion, longToCK);
+    if (array == nullptr) return setNone(data, length);
+    auto* const made = newArray(env, nullptr, array, length, &JNIEnv::GetLongArrayRegion, longToCK);
+    if (made != nullptr) *data = made;
 }
 
 void jObjectHandleArrayToCKObjectHandleArray(
     JNIEnv* env, jobjectArray array, CK_OBJECT_HANDLE_PTR* data, CK_ULONG* length)
 {
-    *data = nullptr;
-    *length = 0;
-    if (array != nullptr) *data = newNumbers(env, nullptr, array, length, jObjectHandleToCKObjectHandle);
+    if (array == nullptr) return setNone(data, length);
+    *data = newNumbers(env, nullptr, array, length, jObjectHandleToCKObjectHandle);
 }
 
 void jMechanismTypeArrayToCKMechanismTypeArray(
     JNIEnv* env, jobjectArray array, CK_MECHANISM_TYPE_PTR* data, CK_ULONG* length)
 {
-    *data = nullptr;
-    *length = 0;
-    if (array != nullptr) *data = newNumbers(env, nullptr, array, length, jMechanismTypeToCKMechanismType);
+    if (array == nullptr) return setNone(data, length);
+    *data = newNumbers(env, nullptr, array, length, jMechanismTypeToCKMechanismType);
 }
 
 void jStringToCKCharArray(JNIEnv* env, jstring string, CK_CHAR_PTR* data, CK_ULONG* length)
 {
-    *data = nullptr;
-    *length = 0;
-    if (string != nullptr) *data = reinterpret_cast<CK_CHAR_PTR>(newString(env, nullptr, string, length));
+    if (string == nullptr) return setNone(data, length);
+    auto* const made = reinterpret_cast<CK_CHAR_PTR>(newString(env, nullptr, string, length));
+    if (made != nullptr) *data = made;
 }
 
 } // namespace zerlin

@@ -56,6 +56,9 @@ bool convertMechanism(JNIEnv* env, jobject object, CK_MECHANISM& mechanism, cons
 void assertParameterLength(const Structure* structure, CK_ULONG paramLen);
 void freeMechanismParameter(const Structure* structure, const CK_MECHANISM& mechanism);
 
+// What parameterLen must be for a Java parameter object, in bytes; 0 for null, and with an exception pending.
+jlong parameterSize(JNIEnv* env, jobject parameter);
+
 // What mechanism parameters need as well: buffers from malloc that belong to the caller.
 
 // The value of a java.lang.Long, or null with an exception pending.

@@ -70,9 +70,10 @@ CK_BYTE_PTR CallMemory::takeFromChunk(std::size_t size)
 CK_BYTE_PTR CallMemory::takeFromMapping(std::size_t size)
 {
     if (mapping == nullptr) map(size);
-    if (mapping == nullptr || size >= mappingSize - mappingUsed) return nullptr;
+    const std::size_t rounded = roundedUp(size, 16);
+    if (mapping == nullptr || rounded > mappingSize - mappingUsed) return nullptr;
     CK_BYTE_PTR const taken = mapping + mappingUsed;
-    mappingUsed += size / 16 * 16 + 16;
+    mappingUsed += rounded;
     return taken;
 }
 

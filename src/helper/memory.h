@@ -1,6 +1,7 @@
 // The native memory of one call, and overwriting what may have been a secret.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -29,10 +30,10 @@ inline void wipeAndFree(void* memory)
 enum class Content { Secret, Public };
 
 // The stack holds two buffers of a KiB and some. The address sanitizer sees the end of a buffer only where
-// malloc made it.
+// malloc made it: there no buffer lies on the stack or in a chunk.
 #ifdef __SANITIZE_ADDRESS__
-constexpr std::size_t STACK_SIZE = 16;
-constexpr std::size_t UNCHUNKED_SIZE = 1;
+constexpr std::size_t STACK_SIZE = 0;
+constexpr std::size_t UNCHUNKED_SIZE = 0;
 #else
 constexpr std::size_t STACK_SIZE = 2560;
 constexpr std::size_t UNCHUNKED_SIZE = 1025; // what is smaller is taken from chunks
@@ -50,7 +51,7 @@ struct CallMemory {
     std::size_t mappingUsed = 0;
     std::size_t secretEnd = 0;            // secrets fill the stack from its start,
     std::size_t publicStart = STACK_SIZE; // all else from its end
-    alignas(16) CK_BYTE stack[STACK_SIZE];
+    alignas(16) CK_BYTE stack[std::max(STACK_SIZE, std::size_t{16})];
 
     CallMemory() = default; // leaves the stack as it is
     CallMemory(const CallMemory&) = delete;

@@ -72,7 +72,4 @@ const Structure* structureOf(CK_MECHANISM_TYPE mechanism, CK_ULONG size);
 // The structure through which a mechanism returns results, or null.
 const Structure* structureReturnedBy(CK_MECHANISM_TYPE mechanism);
 
-// What parameterLen must be for a Java parameter object, in bytes; 0 for null, and with an exception pending.
-jlong parameterSize(JNIEnv* env, jobject parameter);
-
 } // namespace zerlin

@@ -436,7 +436,7 @@ void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR 
     const LocalRef<jobject> object(env, GetObjectField(env, jMechanism, java::MECHANISM.pParameter));
     if (object == nullptr || !findParameterClasses(env)) return;
     const Structure* const structure = structureOf(env, object);
-    assertParameterLength(structure, mechanism->ulParameterLen);
+    if (pending.exception == nullptr) assertParameterLength(structure, mechanism->ulParameterLen);
     freeMechanismParameter(structure, *mechanism);
 }
 

@@ -61,7 +61,10 @@ bool writeBackMember(const WritingBack& back, const Member& member);
 bool writeBackPointed(const WritingBack& back, const Member& member, const CK_BYTE* pointed)
 {
     JNIEnv* const env = back.env;
-    if (pointed == nullptr || back.parameterLen < sizeof(CK_VERSION)) return true;
+    if (pointed == nullptr) return true;
+    // A version is written only where the declared length has room for one: deliberate.
+    const bool isVersion = &member.structure->cls == &java::VERSION.cls;
+    if (isVersion && back.parameterLen < sizeof(CK_VERSION)) return true;
     const LocalRef<jobject> object(env, GetObjectField(env, back.object, member.field));
     if (object == nullptr) return !env->ExceptionCheck();
     const WritingBack nested{env, pointed, object, back.parameter, back.parameterLen};
@@ -126,7 +129,7 @@ struct Creating {
 bool store(const Creating& creating, const Member& member, jobject value)
 {
     const LocalRef<jobject> local(creating.env, value);
-    if (local == nullptr && creating.env->ExceptionCheck()) return false;
+    if (creating.env->ExceptionCheck()) return false; // the object may be there all the same
     return SetObjectField(creating.env, creating.object, member.field, local);
 }
 

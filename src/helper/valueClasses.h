@@ -101,22 +101,25 @@ inline constexpr std::size_t TESTED_ROWS[] = {
     0, 2, 1, 12, 9, 3, 4, 5, 6, 7, 8, 10, 11, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25};
 static_assert(std::size(TESTED_ROWS) == VALUE_ROWS);
 
-consteval std::size_t rowOf(const JavaClass& cls)
-{
-    std::size_t row = 0;
-    while (&cls != &VALUE_CLASSES[row].cls)
-        ++row;
-    return row;
-}
+inline constexpr std::size_t BYTE_ARRAY_ROW = 0;
+inline constexpr std::size_t LONG_ROW = 1;
+inline constexpr std::size_t BBOOL_ROW = 2;
+inline constexpr std::size_t KEY_TYPE_ROW = 9;
+inline constexpr std::size_t OBJECT_CLASS_ROW = 12;
+static_assert(VALUE_CLASSES[BYTE_ARRAY_ROW].kind == ValueKind::ByteArray);
+static_assert(VALUE_CLASSES[LONG_ROW].kind == ValueKind::Long);
+static_assert(VALUE_CLASSES[BBOOL_ROW].kind == ValueKind::BBool);
+static_assert(&VALUE_CLASSES[KEY_TYPE_ROW].cls == &java::KEY_TYPE.cls);
+static_assert(&VALUE_CLASSES[OBJECT_CLASS_ROW].cls == &java::OBJECT_CLASS.cls);
 
 // The row that a value of an attribute of that type nearly always has.
 inline std::size_t likelyRow(CK_ATTRIBUTE_TYPE type)
 {
     switch (type) {
     case CKA_CLASS:
-        return rowOf(java::OBJECT_CLASS.cls);
+        return OBJECT_CLASS_ROW;
     case CKA_KEY_TYPE:
-        return rowOf(java::KEY_TYPE.cls);
+        return KEY_TYPE_ROW;
     case CKA_TOKEN:
     case CKA_PRIVATE:
     case CKA_SENSITIVE:
@@ -129,12 +132,12 @@ inline std::size_t likelyRow(CK_ATTRIBUTE_TYPE type)
     case CKA_DERIVE:
     case CKA_EXTRACTABLE:
     case CKA_MODIFIABLE:
-        return rowOf(java::BBOOL.cls);
+        return BBOOL_ROW;
     case CKA_VALUE_LEN:
     case CKA_MODULUS_BITS:
-        return rowOf(java::LONG.cls);
+        return LONG_ROW;
     default:
-        return rowOf(java::BYTE_ARRAY);
+        return BYTE_ARRAY_ROW;
     }
 }
 

@@ -371,7 +371,8 @@ struct Output {
         // What the LongRef holds already is not written again.
         const bool isHeld = static_cast<jlong>(length) == capacity;
         if (!isHeld && !SetLongField(env, longRef, java::LONG_REF.value, length)) return false;
-        return rv != CKR_OK || copyToJava(env, room.data, room.readable(length), array);
+        if (rv != CKR_OK || array == nullptr) return true;
+        return copyToJava(env, room.data, room.readable(length), array);
     }
 };
 template <Content CONTENT>
@@ -437,6 +438,7 @@ struct FoundObjects {
 // The arguments of C_Initialize, whose callbacks are registered. While some are registered, further calls
 // pass no arguments: deliberate.
 struct InitArgs {
+    static constexpr bool IS_UNCHECKED = true; // a callback may take the callbacks away
     jobject pInitArgs;
     bool isOfOtherClass = false;
     CK_C_INITIALIZE_ARGS* adapter = nullptr;

@@ -1,6 +1,6 @@
 // getMechanismParameterSize of the class CK_MECHANISM: what parameterLen must be for a parameter object.
 #include "halvorn_zerlin_CK_MECHANISM.h"
-#include "helper/parameters.h"
+#include "helper/convToCK.h"
 #include "util/fileVersion.h"
 
 FILE_VERSION("1.1.1.3");

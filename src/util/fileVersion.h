@@ -10,7 +10,7 @@ namespace zerlin {
 struct FileVersionText {
     char text[128] = {};
 
-    consteval FileVersionText(std::string_view file, std::string_view revision)
+    consteval FileVersionText(std::string_view file, std::string_view revision) noexcept
     {
         const std::size_t start = file.rfind("/src/") + 1;
         std::size_t length = 0;
@@ -25,11 +25,12 @@ struct FileVersionText {
     }
 };
 
+template <FileVersionText IDENT>
+inline constexpr const char* IDENT_TEXT = IDENT.text;
+
 } // namespace zerlin
 
-// Use it once in every source file of the library, after the includes: FILE_VERSION("1.1.1.3");
+// Stands once in every source file of the library, behind the includes: FILE_VERSION("1.1.1.3");
 #define FILE_VERSION(revision)                                                                               \
-    [[gnu::used]] static const char* const fileVersion = [] {                                                \
-        static constexpr zerlin::FileVersionText ident(__FILE__, revision);                                  \
-        return ident.text;                                                                                   \
-    }()
+    [[gnu::used]] static const char* const fileVersion =                                                     \
+        zerlin::IDENT_TEXT<zerlin::FileVersionText(__FILE__, revision)>

@@ -1,6 +1,7 @@
 // What is special about single natives; frame_test.cpp has what all have in common.
 #include "halvorn_zerlin_CTUtil.h"
 #include "harness/failures.h"
+#include "helper/memory.h"
 #include "param_text.h"
 #include "values.h"
 
@@ -109,6 +110,18 @@ TEST_F(Natives, valuesOfAllSizesArriveWholeInOneTemplate)
                             object(env, 0))(env)),
         CKR_OK);
     EXPECT_EQ(heap.blocks.size(), 0U);
+}
+
+// A second buffer takes all that the mapping has left but a byte; the third has no room there.
+TEST_F(Natives, noBufferLiesBeyondTheMapping)
+{
+    using zerlin::Content;
+    zerlin::CallMemory memory;
+    std::memset(memory.take(600001, Content::Secret), 1, 600001);
+    const std::size_t left = memory.mappingSize - memory.mappingUsed - 1;
+    std::memset(memory.take(left, Content::Secret), 2, left);
+    std::memset(memory.take(600000, Content::Secret), 3, 600000);
+    EXPECT_LE(memory.mappingUsed, memory.mappingSize);
 }
 
 TEST_F(Natives, attributesAreReadBackWhateverTheReturnValue)
