@@ -106,7 +106,7 @@ CK_BBOOL jBBoolToCKBBool(JNIEnv* env, jobject object)
 CK_BYTE_PTR newBytes(JNIEnv* env, CallMemory* memory, jbyteArray array, CK_ULONG* length)
 {
     const jsize count = env->GetArrayLength(array);
-    CK_BYTE_PTR const buffer = newBuffer(env, memory, static_cast<std::size_t>(count) + 1);
+    CK_BYTE_PTR const buffer = newBuffer(env, memory, bufferSize(static_cast<std::size_t>(count), 1, 1));
     if (buffer == nullptr) return nullptr;
     env->GetByteArrayRegion(
         array, 0, count, reinterpret_cast<jbyte*>(buffer)); // within the array nothing is raised
@@ -118,9 +118,9 @@ CK_ULONG* newNumbers(JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ULO
     CK_ULONG (*convert)(JNIEnv*, jobject))
 {
     const jsize count = env->GetArrayLength(array);
-    const auto size = static_cast<CK_ULONG>(count) * sizeof(CK_ULONG);
     *length = static_cast<CK_ULONG>(count);
-    auto* const numbers = reinterpret_cast<CK_ULONG*>(newZeroedBuffer(env, memory, size + 1));
+    const std::size_t size = bufferSize(*length, sizeof(CK_ULONG), 1);
+    auto* const numbers = reinterpret_cast<CK_ULONG*>(newZeroedBuffer(env, memory, size));
     if (numbers == nullptr) return nullptr;
     for (jsize i = 0; i < count; ++i) {
         const LocalRef<jobject> element(env, env->GetObjectArrayElement(array, i));
@@ -129,14 +129,14 @@ CK_ULONG* newNumbers(JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ULO
         if (hasFailed(env, number)) return numbers;
         numbers[i] = number;
     }
-    *length = size;
+    *length *= sizeof(CK_ULONG);
     return numbers;
 }
 
 char* newString(JNIEnv* env, CallMemory* memory, jstring string, CK_ULONG* length)
 {
     const auto size = static_cast<CK_ULONG>(env->GetStringUTFLength(string));
-    auto* const text = reinterpret_cast<char*>(newZeroedBuffer(env, memory, size + 1));
+    auto* const text = reinterpret_cast<char*>(newZeroedBuffer(env, memory, bufferSize(size, 1, 1)));
     if (text == nullptr) return nullptr;
     if (!readString(env, string, text)) {
         dropBuffer(memory, text);

@@ -2,6 +2,8 @@
 // after every conversion.
 #pragma once
 
+#include <cstddef>
+
 #include <jni.h>
 
 #include "helper/memory.h"
@@ -36,25 +38,46 @@ CK_BBOOL jBBoolToCKBBool(JNIEnv* env, jobject object);
 
 // What the natives call: into the memory of the call. Each returns false with an exception pending.
 
-// A whole template, in zeroed records with a spare byte at their end; null for a null array. Each attribute's
-// length is the one that the Java object declares, except for a numeric attribute that declares 4 bytes: then
-// it is that of the value. A null element becomes the type 0xFFFFFFFF, which no token knows, without a value.
-bool convertTemplate(
-    JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count);
+// A new native value. The length is in bytes, but in elements for long[] and int[]; the size is always in
+// bytes.
+struct NewValue {
+    CK_VOID_PTR data = nullptr;
+    CK_ULONG length = 0;
+    std::size_t size = 0;
+};
+
+// A new template. The Cryptoki library may change its records; the values are as they were made.
+struct NewTemplate {
+    CK_ATTRIBUTE_PTR records = nullptr;
+    NewValue* values = nullptr;
+    CK_ULONG count = 0; // of the Java array
+};
+
+// A whole template, in zeroed records with a spare byte at their end; null for a null array. The records are
+// fenced where the caller's count is above the array's length, and each value where its declared length is
+// above its size (CallMemory). Each attribute's length is the one that the Java object declares, except for a
+// numeric attribute that declares the size of a CK_ULONG: then it is that of the value. A null element
+// becomes the type 0xFFFFFFFF, which no token knows, without a value. The values are kept where that is asked
+// for.
+bool convertTemplate(JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ULONG ulCount, bool keepsValues,
+    NewTemplate& made);
 
 // One bare value of any class that a template takes (valueClasses.h); null and length 0 for a null value, and
-// UnsupportedOperationException for another class. The length counts bytes, but elements for long[] and
-// int[].
-bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, CK_VOID_PTR* data, CK_ULONG* length);
+// UnsupportedOperationException for another class.
+bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, NewValue& made);
+
+// Moves the value behind a fence where the Cryptoki library is told a length that is above its size.
+bool fence(JNIEnv* env, CallMemory& memory, CK_ULONG declared, NewValue& made);
 
 // A mechanism with its parameter, which is in memory of its own, into a zeroed record. The structure of the
 // parameter, if it has one, is remembered until it is freed, so that a Java mechanism that changes meanwhile
 // does no harm. After a failure the record may hold a parameter all the same. assertParameterLength aborts
 // the process when the length that the Java object declares is not that of the structure.
 struct Structure;
-bool convertMechanism(JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure);
+bool convertMechanism(
+    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure, NewValue& parameter);
 void assertParameterLength(const Structure* structure, CK_ULONG paramLen);
-void freeMechanismParameter(const Structure* structure, const CK_MECHANISM& mechanism);
+void freeMechanismParameter(const Structure* structure, CK_VOID_PTR parameter);
 
 // What parameterLen must be for a Java parameter object, in bytes; 0 for null, and with an exception pending.
 jlong parameterSize(JNIEnv* env, jobject parameter);

@@ -12,27 +12,22 @@ FILE_VERSION("1.1.1.2");
 namespace zerlin {
 namespace {
 
-// A new native value and its length; null with an exception pending.
-struct Converted {
-    void* data;
-    CK_ULONG length;
-};
-
 template <typename Native>
-Converted sized(Native* value)
+NewValue sized(Native* value)
 {
-    return {value, value != nullptr ? sizeof(Native) : 0};
+    if (value == nullptr) return {};
+    return {value, sizeof(Native), sizeof(Native)};
 }
 
 // The m_value of a handle or typed constant whose class is known.
-Converted heldNumber(JNIEnv* env, CallMemory* memory, JavaField& m_value, jobject value)
+NewValue heldNumber(JNIEnv* env, CallMemory* memory, JavaField& m_value, jobject value)
 {
     const CK_ULONG number = GetLongField(env, value, m_value);
     if (number == CK_UNAVAILABLE_INFORMATION && env->ExceptionCheck()) return {};
     return sized(newValue(env, memory, number));
 }
 
-Converted heldBoolean(JNIEnv* env, CallMemory* memory, jobject value)
+NewValue heldBoolean(JNIEnv* env, CallMemory* memory, jobject value)
 {
     const jfieldID field = GetFieldID(env, java::BBOOL.m_value);
     if (field == nullptr) return {};
@@ -40,18 +35,19 @@ Converted heldBoolean(JNIEnv* env, CallMemory* memory, jobject value)
 }
 
 template <typename Native, typename JValue>
-Converted unboxed(JNIEnv* env, CallMemory* memory, jobject value, JavaMethod& method,
+NewValue unboxed(JNIEnv* env, CallMemory* memory, jobject value, JavaMethod& method,
     JValue (JNIEnv::*call)(jobject, jmethodID, ...), Native (*convert)(JValue))
 {
     return sized(newUnboxedValue(env, memory, value, method, call, convert));
 }
 
 template <typename JArray, typename JElement, typename Native>
-Converted elements(JNIEnv* env, CallMemory* memory, jobject value,
+NewValue elements(JNIEnv* env, CallMemory* memory, jobject value,
     void (JNIEnv::*getRegion)(JArray, jsize, jsize, JElement*), Native (*convert)(JElement))
 {
-    Converted made{};
+    NewValue made{};
     made.data = newArray(env, memory, static_cast<JArray>(value), &made.length, getRegion, convert);
+    made.size = made.length * sizeof(Native);
     return made;
 }
 
@@ -76,12 +72,13 @@ jlongArray longsOfInts(JNIEnv* env, jintArray array)
     return longs;
 }
 
-Converted convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, jobject value)
+NewValue convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, jobject value)
 {
-    Converted made{};
+    NewValue made{};
     switch (row.kind) {
     case ValueKind::ByteArray:
         made.data = newBytes(env, memory, static_cast<jbyteArray>(value), &made.length);
+        made.size = made.length;
         return made;
     case ValueKind::Long:
         return unboxed(env, memory, value, java::LONG.longValue, &JNIEnv::CallLongMethod, longToCK);
@@ -95,6 +92,7 @@ Converted convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, j
     case ValueKind::MechanismTypeArray:
         made.data = newNumbers(
             env, memory, static_cast<jobjectArray>(value), &made.length, jMechanismTypeToCKMechanismType);
+        made.size = made.length;
         return made;
     case ValueKind::Boolean:
         return unboxed(
@@ -103,6 +101,7 @@ Converted convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, j
         return elements(env, memory, value, &JNIEnv::GetLongArrayRegion, longToCK);
     case ValueKind::String:
         made.data = newString(env, memory, static_cast<jstring>(value), &made.length);
+        made.size = made.length;
         return made;
     case ValueKind::Integer:
         return unboxed(env, memory, value, java::INTEGER.intValue, &JNIEnv::CallIntMethod, intToCK);
@@ -124,11 +123,9 @@ Converted convertValue(JNIEnv* env, CallMemory* memory, const ValueClass& row, j
 }
 
 // False with an exception pending. The likely row is tested first.
-bool convertObject(
-    JNIEnv* env, CallMemory* memory, std::size_t likely, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
+bool convertObject(JNIEnv* env, CallMemory* memory, std::size_t likely, jobject value, NewValue& made)
 {
-    *data = nullptr;
-    *length = 0;
+    made = {};
     if (value == nullptr) return true;
     const std::size_t row = valueClassOf(env, VALUE_ROWS, value, likely);
     if (row == VALUE_ROWS) {
@@ -136,17 +133,15 @@ bool convertObject(
         return false;
     }
     const ValueClass& valueClass = VALUE_CLASSES[row];
-    const Converted made = convertValue(env, memory, valueClass, value);
-    *data = made.data;
-    *length = made.length;
+    made = convertValue(env, memory, valueClass, value);
     // Only an array of objects leaves a buffer when it fails.
-    return valueClass.kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : *data != nullptr;
+    return valueClass.kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : made.data != nullptr;
 }
 
 // The object is a CK_ATTRIBUTE or null. False with an exception pending; the record may have a value all the
 // same.
-bool convertAttribute(
-    JNIEnv* env, CallMemory* memory, const AttributeFields& fields, jobject object, CK_ATTRIBUTE& attribute)
+bool convertAttribute(JNIEnv* env, CallMemory* memory, const AttributeFields& fields, jobject object,
+    CK_ATTRIBUTE& attribute, NewValue& made)
 {
     if (object == nullptr) {
         attribute.type = CK_UNAVAILABLE_INFORMATION;
@@ -154,26 +149,46 @@ bool convertAttribute(
     }
     attribute.type = typeOf(env, fields, env->GetObjectField(object, fields.type));
     const jobject value = env->GetObjectField(object, fields.pValue);
-    const std::size_t likely = likelyRow(attribute.type);
-    if (!convertObject(env, memory, likely, value, &attribute.pValue, &attribute.ulValueLen)) {
-        return false;
-    }
+    const bool isConverted = convertObject(env, memory, likelyRow(attribute.type), value, made);
+    attribute.pValue = made.data;
+    attribute.ulValueLen = made.length;
+    if (!isConverted) return false;
     const auto valueLen = static_cast<CK_ULONG>(env->GetLongField(object, fields.valueLen));
     const bool keepsLength = valueLen == sizeof(CK_ULONG) && isNumericAttrType(attribute.type);
     if (!keepsLength) attribute.ulValueLen = valueLen;
+    if (memory == nullptr) return true;
+    if (!fence(env, *memory, attribute.ulValueLen, made)) return false;
+    attribute.pValue = made.data;
     return true;
 }
 
 } // namespace
 
-bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
+bool fence(JNIEnv* env, CallMemory& memory, CK_ULONG declared, NewValue& made)
 {
-    return FindClasses(env, READABLE_VALUES) && convertObject(env, memory, 0, value, data, length);
+    if (made.data == nullptr || declared <= made.size) return true;
+    CK_BYTE_PTR const fenced = memory.takeFenced(made.size, declared);
+    if (fenced == nullptr) {
+        throwOutOfMemory(env);
+        return false;
+    }
+    made.data = std::memcpy(fenced, made.data, made.size);
+    made.size = CallMemory::fencedSize(made.size, declared);
+    return true;
+}
+
+bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, NewValue& made)
+{
+    return FindClasses(env, READABLE_VALUES) && convertObject(env, memory, 0, value, made);
 }
 
 void jObjectToPrimitiveCKObjectPtrPtr(JNIEnv* env, jobject value, CK_VOID_PTR* data, CK_ULONG* length)
 {
-    convertBareValue(env, nullptr, value, data, length);
+    NewValue made;
+    if (!FindClasses(env, READABLE_VALUES)) return;
+    convertObject(env, nullptr, 0, value, made);
+    *data = made.data;
+    *length = made.length;
 }
 
 CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object)
@@ -182,22 +197,33 @@ CK_ATTRIBUTE jAttributeToCKAttribute(JNIEnv* env, jobject object)
     AttributeFields fields;
     if (!findAttributeFields(env, fields)) return attribute;
     if (!FindClasses(env, READABLE_VALUES)) return attribute;
-    convertAttribute(env, nullptr, fields, attributeOrNull(env, fields, false, object), attribute);
+    NewValue made;
+    convertAttribute(env, nullptr, fields, attributeOrNull(env, fields, false, object), attribute, made);
     return attribute;
 }
 
-bool convertTemplate(
-    JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count)
+bool convertTemplate(JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ULONG ulCount, bool keepsValues,
+    NewTemplate& made)
 {
-    *data = nullptr;
-    *count = 0;
+    made = {};
     if (array == nullptr) return true;
     const jsize length = env->GetArrayLength(array);
+    made.count = static_cast<CK_ULONG>(length);
     // Zeroed, so that the records that a failure leaves out are safe to free.
-    const std::size_t size = static_cast<std::size_t>(length) * sizeof(CK_ATTRIBUTE) + 1;
-    *data = reinterpret_cast<CK_ATTRIBUTE_PTR>(newZeroedBuffer(env, memory, size));
-    if (*data == nullptr) return false;
-    *count = static_cast<CK_ULONG>(length);
+    const std::size_t size = bufferSize(made.count, sizeof(CK_ATTRIBUTE), 1);
+    const bool isFenced = memory != nullptr && ulCount > made.count;
+    CK_BYTE_PTR const records = isFenced ? memory->takeFenced(size, bufferSize(ulCount, sizeof(CK_ATTRIBUTE)))
+                                         : newZeroedBuffer(env, memory, size);
+    made.records = reinterpret_cast<CK_ATTRIBUTE_PTR>(records);
+    if (keepsValues) {
+        const std::size_t valuesSize = bufferSize(made.count, sizeof(NewValue));
+        made.values = reinterpret_cast<NewValue*>(newZeroedBuffer(env, memory, valuesSize));
+    }
+    if (made.records == nullptr || (keepsValues && made.values == nullptr)) {
+        made.count = 0;
+        throwOutOfMemory(env);
+        return false;
+    }
     if (length == 0) return true;
     AttributeFields fields;
     if (!findAttributeFields(env, fields)) return false;
@@ -207,14 +233,20 @@ bool convertTemplate(
     const bool isTyped = env->IsInstanceOf(array, arrayClass);
     return forEachElement<3>(env, array, length, [&](jsize i, jobject element) {
         const jobject object = attributeOrNull(env, fields, isTyped, element);
-        return convertAttribute(env, memory, fields, object, (*data)[i]);
+        NewValue value;
+        const bool isConverted = convertAttribute(env, memory, fields, object, made.records[i], value);
+        if (made.values != nullptr) made.values[i] = value;
+        return isConverted;
     });
 }
 
 void jAttributeArrayToCKAttributeArray(
     JNIEnv* env, jobjectArray array, CK_ATTRIBUTE_PTR* data, CK_ULONG* count)
 {
-    convertTemplate(env, nullptr, array, data, count);
+    NewTemplate made;
+    convertTemplate(env, nullptr, array, 0, false, made);
+    *data = made.records;
+    *count = made.count;
 }
 
 } // namespace zerlin

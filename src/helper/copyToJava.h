@@ -37,21 +37,27 @@ bool CopyCKMechanismTypeArrayToJMechanismTypeArray(
 // the array's length. Each value is written into the object that pValue holds, as that object's class
 // demands; valueLen becomes the native length. An attribute of type CKA_WILDCARD takes the native type; a
 // caller who knows that there is none saves the search.
-bool CopyCKAttributeArrayToJAttributeArray(JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count,
-    jobjectArray target, bool mayHaveWildcards = true);
+struct NewTemplate;
+bool writeTemplateBack(
+    JNIEnv* env, const NewTemplate& made, CK_ULONG count, jobjectArray target, bool mayHaveWildcards);
 // Does nothing where the native value is too short for the object; UnsupportedOperationException for a class
 // that cannot be written to. Long and Boolean objects are changed in place: deliberate.
 bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target);
 
 // What a mechanism has returned through its parameter, into the Java parameter object from which the native
 // parameter was made.
-bool CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target);
+struct Structure;
+bool writeMechanismBack(JNIEnv* env, const CK_MECHANISM& source, const Structure* made, jobject target);
 
 // Calls the setValue(long) of the object's class. Does nothing for a null object.
 bool setLongValue(JNIEnv* env, jobject object, JavaMethod& setValue, CK_ULONG value);
 
-// No native calls these two: a version, and one attribute.
+// No native calls the rest of this header: a version, one attribute, and templates and mechanisms of which
+// nobody knows what their native side was made of.
 void CopyCKVersionToJVersion(JNIEnv* env, const CK_VERSION* source, jobject target);
 void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target);
+bool CopyCKAttributeArrayToJAttributeArray(
+    JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target);
+bool CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target);
 
 } // namespace zerlin

@@ -1,4 +1,7 @@
 // Attribute values from native into the Java objects that a template already holds.
+#include <algorithm>
+#include <cstdint>
+
 #include "helper/attributeFields.h"
 #include "helper/copyToJava.h"
 #include "helper/elements.h"
@@ -74,9 +77,10 @@ bool writeObject(JNIEnv* env, std::size_t likely, const void* pValue, CK_ULONG l
     return length < minimumLength(valueClass.kind) || writeValue(env, valueClass, target, pValue, length);
 }
 
-// The target is a CK_ATTRIBUTE or null. False with an exception pending.
+// The target is a CK_ATTRIBUTE or null; the value has the given size at most, whatever the record says. False
+// with an exception pending.
 bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBUTE& source,
-    bool mayBeWildcard, jobject target)
+    const void* pValue, std::size_t size, bool mayBeWildcard, jobject target)
 {
     if (target == nullptr) return true;
     if (mayBeWildcard) {
@@ -86,7 +90,8 @@ bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBU
     }
     const jobject value = env->GetObjectField(target, fields.pValue);
     const std::size_t likely = likelyRow(source.type);
-    if (!writeObject(env, likely, source.pValue, source.ulValueLen, value)) return false;
+    const CK_ULONG readable = std::min(source.ulValueLen, static_cast<CK_ULONG>(size));
+    if (!writeObject(env, likely, pValue, readable, value)) return false;
     const auto length = static_cast<jlong>(source.ulValueLen);
     if (env->GetLongField(target, fields.valueLen) == length) return true; // reading costs less than writing
     env->SetLongField(target, fields.valueLen, length);
@@ -95,20 +100,45 @@ bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBU
 
 } // namespace
 
-bool CopyCKAttributeArrayToJAttributeArray(
-    JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target, bool mayHaveWildcards)
+namespace {
+
+// Hands the index of each element below the count to write, which returns whether to continue. False with an
+// exception pending.
+template <typename Write>
+bool writeElements(JNIEnv* env, CK_ULONG count, jobjectArray target, Write write)
 {
     const jclass cls = FindClass(env, java::ATTRIBUTE_ARRAY);
     if (cls == nullptr) return false;
-    if (source == nullptr || target == nullptr || !env->IsInstanceOf(target, cls)) return true;
+    if (target == nullptr || !env->IsInstanceOf(target, cls)) return true;
     const jsize length = elementsToCopy(env, target, count);
     if (length == 0) return true;
     AttributeFields fields;
     if (!findAttributeFields(env, fields)) return false;
     if (!FindClasses(env, WRITABLE_VALUES)) return false;
-    return forEachElement<3>(env, target, length, [&](jsize i, jobject element) {
-        return writeAttribute(env, fields, source[i], mayHaveWildcards, element);
-    });
+    return forEachElement<3>(env, target, length,
+        [&](jsize i, jobject element) { return write(fields, static_cast<CK_ULONG>(i), element); });
+}
+
+} // namespace
+
+bool CopyCKAttributeArrayToJAttributeArray(
+    JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target)
+{
+    const auto write = [&](const AttributeFields& fields, CK_ULONG i, jobject element) {
+        return writeAttribute(env, fields, source[i], source[i].pValue, SIZE_MAX, true, element);
+    };
+    return writeElements(env, source == nullptr ? 0 : count, target, write);
+}
+
+bool writeTemplateBack(
+    JNIEnv* env, const NewTemplate& made, CK_ULONG count, jobjectArray target, bool mayHaveWildcards)
+{
+    const auto write = [&](const AttributeFields& fields, CK_ULONG i, jobject element) {
+        const NewValue& value = made.values[i];
+        return writeAttribute(
+            env, fields, made.records[i], value.data, value.size, mayHaveWildcards, element);
+    };
+    return writeElements(env, std::min(count, made.count), target, write);
 }
 
 void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobject target)
@@ -116,7 +146,8 @@ void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobjec
     AttributeFields fields;
     if (!findAttributeFields(env, fields) || source == nullptr) return;
     if (!FindClasses(env, WRITABLE_VALUES)) return;
-    writeAttribute(env, fields, *source, true, attributeOrNull(env, fields, false, target));
+    const jobject attribute = attributeOrNull(env, fields, false, target);
+    writeAttribute(env, fields, *source, source->pValue, SIZE_MAX, true, attribute);
 }
 
 bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target)

@@ -1,8 +1,6 @@
 // The buffers of a call that have no room on the stack.
 #include "helper/memory.h"
 
-#include <cstdint>
-
 #include <sys/mman.h>
 
 #include "util/fileVersion.h"
@@ -16,12 +14,21 @@ constexpr std::size_t CHUNK_SIZE = std::size_t{16} << 10;
 
 // From here on malloc would fetch fresh pages for every call too, one by one.
 constexpr std::size_t BIG = std::size_t{512} << 10;
-constexpr std::size_t TOO_BIG = std::size_t{32} << 20;
+// Up to here a mapping has room for a second buffer of the same size.
+constexpr std::size_t TWICE = std::size_t{32} << 20;
+constexpr std::size_t PAGE = std::size_t{4} << 10;
 constexpr std::size_t HUGE_PAGE = std::size_t{2} << 20;
 
 constexpr std::size_t roundedUp(std::size_t size, std::size_t unit)
 {
     return (size + unit - 1) / unit * unit;
+}
+
+void* mapPages(std::size_t length)
+{
+    void* const mapped =
+        mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    return mapped == MAP_FAILED ? nullptr : mapped;
 }
 
 } // namespace
@@ -41,16 +48,14 @@ struct alignas(16) Block {
 
 CK_BYTE_PTR CallMemory::takeElsewhere(std::size_t size, Content content, bool isZeroed)
 {
+    if (size > MAX_BUFFER_SIZE) return nullptr;
     if (size < UNCHUNKED_SIZE) {
         CK_BYTE_PTR const taken = takeFromChunk(size);
         if (taken != nullptr && isZeroed) std::memset(taken, 0, size);
         return taken;
     }
-    if (size >= BIG && size <= TOO_BIG) {
-        CK_BYTE_PTR const taken = takeFromMapping(size);
-        if (taken != nullptr) return taken; // its pages are zero
-    }
-    return takeBlock(size, content, isZeroed);
+    CK_BYTE_PTR const taken = size < BIG ? nullptr : takeFromMapping(size); // whose pages are zero
+    return taken != nullptr ? taken : takeBlock(size, content, isZeroed);
 }
 
 CK_BYTE_PTR CallMemory::takeFromChunk(std::size_t size)
@@ -69,35 +74,54 @@ CK_BYTE_PTR CallMemory::takeFromChunk(std::size_t size)
 
 CK_BYTE_PTR CallMemory::takeFromMapping(std::size_t size)
 {
-    if (mapping == nullptr) map(size);
     const std::size_t rounded = roundedUp(size, 16);
-    if (mapping == nullptr || rounded > mappingSize - mappingUsed) return nullptr;
-    CK_BYTE_PTR const taken = mapping + mappingUsed;
-    mappingUsed += rounded;
+    if (mappings == nullptr || rounded > mappings->size - mappings->used) {
+        if (!map(rounded)) return nullptr;
+    }
+    CK_BYTE_PTR const taken = reinterpret_cast<CK_BYTE_PTR>(mappings) + mappings->used;
+    mappings->used += rounded;
     return taken;
 }
 
-// Room for a second buffer of the same size lies behind the first, so that the input and the output of a call
-// share huge pages. What is never touched costs nothing.
-void CallMemory::map(std::size_t size)
+// Maps room for a buffer and, behind it, for a second one of the same size, so that the input and the output
+// of a call share huge pages. What is never touched costs nothing.
+bool CallMemory::map(std::size_t size)
 {
-    const std::size_t room = 2 * size + BIG;
+    const std::size_t room = size <= TWICE ? 2 * size + BIG : size;
     const std::size_t length = room + 2 * HUGE_PAGE; // where it begins is not known
-    void* const mapped =
-        mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-    if (mapped == MAP_FAILED) return;
-    mapping = static_cast<CK_BYTE_PTR>(mapped);
-    mappingSize = length;
-    const auto address = reinterpret_cast<std::uintptr_t>(mapped);
-    mappingUsed = roundedUp(address, HUGE_PAGE) - address;
+    auto* const mapping = static_cast<Mapping*>(mapPages(length));
+    if (mapping == nullptr) return false;
+    const auto address = reinterpret_cast<std::uintptr_t>(mapping);
+    const std::size_t start = roundedUp(address + sizeof(Mapping), HUGE_PAGE) - address;
+    *mapping = {mappings, length, start};
+    mappings = mapping;
     // Ordinary pages are enough for what exceeds them by a few bytes.
     const std::size_t hugePages = (room + HUGE_PAGE / 2) / HUGE_PAGE;
-    madvise(mapping + mappingUsed, hugePages * HUGE_PAGE, MADV_HUGEPAGE);
+    madvise(reinterpret_cast<CK_BYTE_PTR>(mapping) + start, hugePages * HUGE_PAGE, MADV_HUGEPAGE);
+    return true;
+}
+
+CK_BYTE_PTR CallMemory::takeFenced(std::size_t size, std::size_t declared)
+{
+    if (size > MAX_BUFFER_SIZE) return nullptr;
+    const std::size_t pages = roundedUp(fencedSize(size, declared), PAGE);
+    const std::size_t length = PAGE + pages + PAGE;
+    auto* const mapping = static_cast<Mapping*>(mapPages(length));
+    if (mapping == nullptr) return nullptr;
+    CK_BYTE_PTR const fence = reinterpret_cast<CK_BYTE_PTR>(mapping) + PAGE + pages;
+    if (mprotect(fence, PAGE, PROT_NONE) != 0) {
+        munmap(mapping, length);
+        return nullptr;
+    }
+    // Behind the one that others may be taken from.
+    Mapping*& place = mappings != nullptr ? mappings->next : mappings;
+    *mapping = {place, length, length};
+    place = mapping;
+    return fence - roundedUp(fencedSize(size, declared), 16);
 }
 
 CK_BYTE_PTR CallMemory::takeBlock(std::size_t size, Content content, bool isZeroed)
 {
-    if (size > SIZE_MAX - sizeof(Block)) return nullptr;
     const std::size_t whole = sizeof(Block) + size;
     auto* const block = static_cast<Block*>(isZeroed ? std::calloc(whole, 1) : std::malloc(whole));
     if (block == nullptr) return nullptr;
@@ -120,7 +144,11 @@ void CallMemory::freeAll()
         std::free(blocks);
         blocks = next;
     }
-    if (mapping != nullptr) munmap(mapping, mappingSize);
+    while (mappings != nullptr) {
+        Mapping* const next = mappings->next;
+        munmap(mappings, mappings->size);
+        mappings = next;
+    }
 }
 
 } // namespace zerlin

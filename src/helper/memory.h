@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -15,7 +16,8 @@ namespace zerlin {
 // Overwrites memory in a way that no compiler leaves out.
 inline void wipe(void* memory, std::size_t size)
 {
-    explicit_bzero(memory, size);
+    std::memset(memory, 0, size);
+    asm volatile("" : : "r"(memory) : "memory");
 }
 
 // Overwrites memory from malloc that may have held a PIN, a seed, a key or clear text, and frees it.
@@ -24,6 +26,16 @@ inline void wipeAndFree(void* memory)
     if (memory == nullptr) return;
     wipe(memory, malloc_usable_size(memory));
     std::free(memory);
+}
+
+// No buffer is longer: what would be counts as memory that cannot be allocated, on every platform.
+constexpr std::size_t MAX_BUFFER_SIZE = 0x7FFFFFFF;
+
+// The size in bytes of that many elements and some spare bytes, or a size above MAX_BUFFER_SIZE. Every size
+// that depends on a Java length or count is computed here.
+constexpr std::size_t bufferSize(std::size_t count, std::size_t elementSize, std::size_t spareBytes = 0)
+{
+    return count > (MAX_BUFFER_SIZE - spareBytes) / elementSize ? SIZE_MAX : count * elementSize + spareBytes;
 }
 
 // Whether bytes must be overwritten when the call is over.
@@ -39,16 +51,22 @@ constexpr std::size_t STACK_SIZE = 2560;
 constexpr std::size_t UNCHUNKED_SIZE = 1025; // what is smaller is taken from chunks
 #endif
 
+// What lies at the start of a mapping, whose size and used bytes count from there.
+struct Mapping {
+    Mapping* next;
+    std::size_t size;
+    std::size_t used;
+};
+
 // The buffers of one call. It owns them all: each is taken with what it holds, and the end of the call wipes
 // the secret ones and frees every one. Small buffers lie on the stack or, where that is used up, in chunks;
-// big ones in a mapping, whose pages cost far less than malloc's and go back to the system, which clears
-// them; those in between come from malloc.
+// big ones in mappings, whose pages cost far less than malloc's and go back to the system, which clears them;
+// those in between come from malloc. A buffer is aligned to 16, and no two begin at the same address. What
+// cannot be allocated, or is longer than MAX_BUFFER_SIZE, is null.
 struct CallMemory {
-    struct Chunk* chunks = nullptr; // the last one first
-    struct Block* blocks = nullptr; // from malloc, the last one first
-    CK_BYTE_PTR mapping = nullptr;
-    std::size_t mappingSize = 0;
-    std::size_t mappingUsed = 0;
+    struct Chunk* chunks = nullptr;       // the last one first
+    struct Block* blocks = nullptr;       // from malloc, the last one first
+    Mapping* mappings = nullptr;          // the last one first
     std::size_t secretEnd = 0;            // secrets fill the stack from its start,
     std::size_t publicStart = STACK_SIZE; // all else from its end
     alignas(16) CK_BYTE stack[std::max(STACK_SIZE, std::size_t{16})];
@@ -59,11 +77,9 @@ struct CallMemory {
     ~CallMemory()
     {
         if (secretEnd != 0) wipe(stack, secretEnd);
-        if (chunks != nullptr || blocks != nullptr || mapping != nullptr) freeAll();
+        if (chunks != nullptr || blocks != nullptr || mappings != nullptr) freeAll();
     }
 
-    // At least that many bytes, aligned to 16, or null when they cannot be allocated. No two buffers begin at
-    // the same address.
     CK_BYTE_PTR take(std::size_t size, Content content)
     {
         if (size >= publicStart - secretEnd) return takeElsewhere(size, content, false);
@@ -81,12 +97,27 @@ struct CallMemory {
         return static_cast<CK_BYTE_PTR>(std::memset(take(size, content), 0, size));
     }
 
+    // A buffer of which the Cryptoki library is told another length: one that is greater is fenced, so that a
+    // library that uses all of it meets zeroes, or a page that nobody may access, and nothing of this
+    // process.
+    CK_BYTE_PTR takeDeclared(std::size_t size, std::size_t declared, Content content)
+    {
+        return declared <= size ? take(size, content) : takeFenced(size, declared);
+    }
+
+    // Zeroes up to the fenced size; behind them, or behind up to 15 more, lies an inaccessible page.
+    CK_BYTE_PTR takeFenced(std::size_t size, std::size_t declared);
+    static constexpr std::size_t fencedSize(std::size_t size, std::size_t declared)
+    {
+        return std::max(size, std::min(declared, std::size_t{64} << 10));
+    }
+
 private:
     CK_BYTE_PTR takeElsewhere(std::size_t size, Content content, bool isZeroed);
     CK_BYTE_PTR takeFromChunk(std::size_t size);
     CK_BYTE_PTR takeFromMapping(std::size_t size);
     CK_BYTE_PTR takeBlock(std::size_t size, Content content, bool isZeroed);
-    void map(std::size_t size);
+    bool map(std::size_t size);
     void freeAll();
 };
 

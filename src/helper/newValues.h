@@ -7,6 +7,7 @@
 
 #include <jni.h>
 
+#include "helper/convToCK.h"
 #include "helper/elements.h"
 #include "helper/javaNames.h"
 #include "helper/memory.h"
@@ -17,14 +18,22 @@ namespace zerlin {
 // A buffer, or null with an exception pending.
 inline CK_BYTE_PTR newBuffer(JNIEnv* env, CallMemory* memory, std::size_t size)
 {
-    void* const buffer = memory != nullptr ? memory->take(size, Content::Secret) : std::malloc(size);
+    void* buffer = nullptr;
+    if (memory != nullptr)
+        buffer = memory->take(size, Content::Secret);
+    else if (size <= MAX_BUFFER_SIZE)
+        buffer = std::malloc(size);
     if (buffer == nullptr) throwOutOfMemory(env);
     return static_cast<CK_BYTE_PTR>(buffer);
 }
 
 inline CK_BYTE_PTR newZeroedBuffer(JNIEnv* env, CallMemory* memory, std::size_t size)
 {
-    void* const buffer = memory != nullptr ? memory->takeZeroed(size, Content::Secret) : std::calloc(size, 1);
+    void* buffer = nullptr;
+    if (memory != nullptr)
+        buffer = memory->takeZeroed(size, Content::Secret);
+    else if (size <= MAX_BUFFER_SIZE)
+        buffer = std::calloc(size, 1);
     if (buffer == nullptr) throwOutOfMemory(env);
     return static_cast<CK_BYTE_PTR>(buffer);
 }
@@ -64,7 +73,7 @@ Native* newArray(JNIEnv* env, CallMemory* memory, JArray array, CK_ULONG* length
     const jsize count = env->GetArrayLength(array);
     *length = static_cast<CK_ULONG>(count);
     auto* const buffer = reinterpret_cast<Native*>(
-        newBuffer(env, memory, static_cast<std::size_t>(count) * sizeof(Native) + 1));
+        newBuffer(env, memory, bufferSize(static_cast<std::size_t>(count), sizeof(Native), 1)));
     if (buffer == nullptr) return nullptr;
     if (readElements(env, array, count, buffer, getRegion, convert)) return buffer;
     dropBuffer(memory, buffer);

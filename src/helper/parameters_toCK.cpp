@@ -10,6 +10,7 @@
 #include "helper/elements.h"
 #include "helper/javaNames.h"
 #include "helper/memory.h"
+#include "helper/newValues.h"
 #include "helper/parameters.h"
 #include "helper/valueClasses.h"
 #include "util/assertion.h"
@@ -175,11 +176,10 @@ bool readAttributes(Reading& reading, const Member& member)
     JNIEnv* const env = reading.env;
     const LocalRef<jobjectArray> array(env, GetObjectArrayField(env, reading.object, member.field));
     if (array == nullptr) return !env->ExceptionCheck();
-    CK_ATTRIBUTE_PTR records = nullptr;
-    CK_ULONG count = 0;
-    const bool areConverted = convertTemplate(env, nullptr, array, &records, &count);
-    put(reading.data + member.offset, records);
-    put(reading.end, OwnedAttributes{records, count});
+    NewTemplate made;
+    const bool areConverted = convertTemplate(env, nullptr, array, 0, false, made);
+    put(reading.data + member.offset, made.records);
+    put(reading.end, OwnedAttributes{made.records, made.count});
     return areConverted;
 }
 
@@ -323,27 +323,24 @@ void* newStructure(JNIEnv* env, const Structure& structure, jobject object, cons
     return nullptr;
 }
 
-// Into a cleared record. False with an exception pending; a buffer may have been made all the same.
-bool convertParameter(JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure)
+// False with an exception pending; a parameter may have been made all the same. It comes from malloc.
+bool convertParameter(JNIEnv* env, jobject object, const Structure*& structure, NewValue& made)
 {
     if (!findParameterClasses(env)) return false;
     if (IsInstanceOf(env, object, java::BYTE_ARRAY)) {
         // Like every bare value, it is taken only where all the classes of values can be found.
         if (!FindClasses(env, READABLE_VALUES)) return false;
-        CK_BYTE_PTR bytes = nullptr;
-        jByteArrayToCKByteArray(env, static_cast<jbyteArray>(object), &bytes, &mechanism.ulParameterLen);
-        mechanism.pParameter = bytes;
-        return bytes != nullptr;
+        made.data = newBytes(env, nullptr, static_cast<jbyteArray>(object), &made.length);
+        made.size = made.length;
+        return made.data != nullptr;
     }
     structure = structureOf(env, object);
-    if (structure == nullptr) {
-        return convertBareValue(env, nullptr, object, &mechanism.pParameter, &mechanism.ulParameterLen);
-    }
-    mechanism.pParameter = structure->members.empty()
-                               ? jLongObjectToCKULongPtr(env, object)
-                               : newStructure(env, *structure, object, structure->convert);
-    if (mechanism.pParameter == nullptr) return !env->ExceptionCheck();
-    mechanism.ulParameterLen = structure->size;
+    if (structure == nullptr) return convertBareValue(env, nullptr, object, made);
+    made.data = structure->members.empty() ? jLongObjectToCKULongPtr(env, object)
+                                           : newStructure(env, *structure, object, structure->convert);
+    if (made.data == nullptr) return !env->ExceptionCheck();
+    made.length = structure->size;
+    made.size = structure->size;
     return true;
 }
 
@@ -371,7 +368,8 @@ struct ExceptionAside {
 
 } // namespace
 
-bool convertMechanism(JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure)
+bool convertMechanism(
+    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure, NewValue& parameter)
 {
     const jfieldID typeField = GetFieldID(env, java::MECHANISM.mechanism);
     const jfieldID typeValue = GetFieldID(env, java::MECHANISM_TYPE.m_value);
@@ -385,16 +383,18 @@ bool convertMechanism(JNIEnv* env, jobject object, CK_MECHANISM& mechanism, cons
     const jobject type = env->GetObjectField(object, typeField);
     mechanism.mechanism = type == nullptr ? CK_UNAVAILABLE_INFORMATION
                                           : static_cast<CK_ULONG>(env->GetLongField(type, typeValue));
-    const jobject parameter = env->GetObjectField(object, parameterField);
-    if (parameter != nullptr && !convertParameter(env, parameter, mechanism, structure)) return false;
-    mechanism.ulParameterLen = static_cast<CK_ULONG>(env->GetLongField(object, lengthField));
-    return true;
+    const jobject jParameter = env->GetObjectField(object, parameterField);
+    const bool isConverted = jParameter == nullptr || convertParameter(env, jParameter, structure, parameter);
+    mechanism.pParameter = parameter.data;
+    mechanism.ulParameterLen = parameter.length;
+    if (isConverted) mechanism.ulParameterLen = static_cast<CK_ULONG>(env->GetLongField(object, lengthField));
+    return isConverted;
 }
 
-void freeMechanismParameter(const Structure* structure, const CK_MECHANISM& mechanism)
+void freeMechanismParameter(const Structure* structure, CK_VOID_PTR parameter)
 {
-    if (structure == nullptr || structure->members.empty()) return wipeAndFree(mechanism.pParameter);
-    freeStructure(*structure, mechanism.pParameter);
+    if (structure == nullptr || structure->members.empty()) return wipeAndFree(parameter);
+    freeStructure(*structure, parameter);
 }
 
 void assertParameterLength(const Structure* structure, CK_ULONG paramLen)
@@ -410,7 +410,8 @@ CK_MECHANISM jMechanismToCKMechanism(JNIEnv* env, jobject object)
 {
     CK_MECHANISM mechanism{};
     const Structure* structure = nullptr;
-    convertMechanism(env, object, mechanism, structure);
+    NewValue parameter;
+    convertMechanism(env, object, mechanism, structure, parameter);
     return mechanism;
 }
 
@@ -420,11 +421,11 @@ void jMechanismParameterToCKMechanismParameter(
     assertThat(ckpParamPtr != nullptr && ckpLength != nullptr,
         "ckpParamPtr != ((void *)0) && ckpLength != ((void *)0)", "convToCK",
         "jMechanismParameterToCKMechanismParameter");
-    CK_MECHANISM mechanism{};
     const Structure* structure = nullptr;
-    if (object != nullptr) convertParameter(env, object, mechanism, structure);
-    *ckpParamPtr = mechanism.pParameter;
-    *ckpLength = mechanism.ulParameterLen;
+    NewValue made;
+    if (object != nullptr) convertParameter(env, object, structure, made);
+    *ckpParamPtr = made.data;
+    *ckpLength = made.length;
 }
 
 void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR mechanism)
@@ -437,7 +438,7 @@ void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR 
     if (object == nullptr || !findParameterClasses(env)) return;
     const Structure* const structure = structureOf(env, object);
     if (pending.exception == nullptr) assertParameterLength(structure, mechanism->ulParameterLen);
-    freeMechanismParameter(structure, *mechanism);
+    freeMechanismParameter(structure, mechanism->pParameter);
 }
 
 } // namespace zerlin

@@ -230,26 +230,33 @@ jobject newParameter(JNIEnv* env, const Structure& structure, const CK_BYTE* dat
 
 } // namespace
 
-bool CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target)
+bool writeMechanismBack(JNIEnv* env, const CK_MECHANISM& source, const Structure* made, jobject target)
 {
     const jclass cls = FindClass(env, java::MECHANISM.cls);
     if (cls == nullptr) return false;
-    if (source == nullptr || source->pParameter == nullptr) return true;
-    if (target == nullptr || !env->IsInstanceOf(target, cls)) return true;
+    if (source.pParameter == nullptr || target == nullptr || !env->IsInstanceOf(target, cls)) return true;
     const LocalRef<jobject> parameter(env, GetObjectField(env, target, java::MECHANISM.pParameter));
     if (parameter == nullptr) return !env->ExceptionCheck();
     const CK_ULONG parameterLen = GetLongField(env, target, java::MECHANISM.parameterLen);
     if (hasFailed(env, parameterLen)) return false;
 
-    const Structure* const structure = structureReturnedBy(source->mechanism);
-    if (structure == nullptr) return true;
+    // By the mechanism; and only where the native parameter has this structure and the Java object is still
+    // of its class.
+    const Structure* const structure = structureReturnedBy(source.mechanism);
+    if (structure == nullptr || structure != made) return true;
     if (FindClass(env, structure->cls) == nullptr) return false;
-    // The native parameter has this structure only where the Java object is of its class.
     if (!IsInstanceOf(env, parameter, structure->cls)) return true;
-    const auto* const data = static_cast<const CK_BYTE*>(source->pParameter);
+    const auto* const data = static_cast<const CK_BYTE*>(source.pParameter);
     const WritingBack back{env, data, parameter, parameter, parameterLen};
     return std::ranges::all_of(structure->members,
         [&](const Member& member) { return !member.isReturned || writeBackMember(back, member); });
+}
+
+bool CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target)
+{
+    if (FindClass(env, java::MECHANISM.cls) == nullptr) return false;
+    return source == nullptr ||
+           writeMechanismBack(env, *source, structureReturnedBy(source->mechanism), target);
 }
 
 jobject ckMechanismParameterToJMechanismParameter(JNIEnv* env, const CK_MECHANISM* mechanism)

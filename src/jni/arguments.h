@@ -104,6 +104,8 @@ inline bool isMissingArray(jarray array, jlong ulCount)
     return ulCount > 0 && array == nullptr;
 }
 
+constexpr std::size_t LABEL_SIZE = sizeof(CK_TOKEN_INFO::label);
+
 // Which arrays a native refuses.
 enum class Refused { None, NullWithLength, Null, NullOrNoLength };
 
@@ -124,7 +126,10 @@ struct Bytes {
     {
         if (array == nullptr) return true;
         const jsize length = env->GetArrayLength(array);
-        data = memory.take(static_cast<std::size_t>(length), CONTENT);
+        const auto size = static_cast<std::size_t>(length);
+        // What has no length is a label, of which the library reads 32 bytes.
+        data = HAS_LENGTH ? memory.takeDeclared(size, longToCK(ulLen), CONTENT)
+                          : memory.takeZeroed(std::max(size, LABEL_SIZE), CONTENT);
         if (data == nullptr) {
             throwOutOfMemory(env);
             return false;
@@ -160,7 +165,7 @@ struct LabelText {
     bool allocate(JNIEnv* env, CallMemory& memory)
     {
         const auto length = array == nullptr ? 0 : static_cast<CK_ULONG>(env->GetArrayLength(array));
-        text = memory.takeZeroed(length + 1, Content::Secret);
+        text = memory.takeZeroed(bufferSize(length, 1, 1), Content::Secret);
         CopyJByteArrayToCKByteArray(env, array, text, length);
         return text != nullptr;
     }
@@ -176,24 +181,22 @@ template <bool IS_SERVED>
 struct Template {
     jobjectArray array;
     jlong ulCount;
-    CK_ATTRIBUTE_PTR records = nullptr;
-    CK_ULONG length = 0; // of the Java array
+    NewTemplate made{};
     bool hasWildcards = false;
 
     bool isMissing() const { return isMissingArray(array, ulCount); }
     bool convert(JNIEnv* env, CallMemory& memory)
     {
-        if (!convertTemplate(env, &memory, array, &records, &length)) return false;
-        hasWildcards = IS_SERVED && std::any_of(records, records + length, [](const CK_ATTRIBUTE& attribute) {
-            return attribute.type == CKA_WILDCARD;
-        });
+        if (!convertTemplate(env, &memory, array, longToCK(ulCount), IS_SERVED, made)) return false;
+        hasWildcards =
+            IS_SERVED && std::any_of(made.records, made.records + made.count,
+                             [](const CK_ATTRIBUTE& attribute) { return attribute.type == CKA_WILDCARD; });
         return true;
     }
-    std::tuple<CK_ATTRIBUTE_PTR, CK_ULONG> handOn() const { return {records, longToCK(ulCount)}; }
+    std::tuple<CK_ATTRIBUTE_PTR, CK_ULONG> handOn() const { return {made.records, longToCK(ulCount)}; }
     bool writeBack(JNIEnv* env, CK_RV) const
     {
-        return !IS_SERVED ||
-               CopyCKAttributeArrayToJAttributeArray(env, records, longToCK(ulCount), array, hasWildcards);
+        return !IS_SERVED || writeTemplateBack(env, made, longToCK(ulCount), array, hasWildcards);
     }
 };
 using Attributes = Template<false>;
@@ -203,14 +206,13 @@ using ServedAttributes = Template<true>;
 struct Value {
     jobject value;
     jlong ulValueLen;
-    CK_VOID_PTR data = nullptr;
+    NewValue made{};
 
     bool convert(JNIEnv* env, CallMemory& memory)
     {
-        CK_ULONG own = 0;
-        return convertBareValue(env, &memory, value, &data, &own);
+        return convertBareValue(env, &memory, value, made) && fence(env, memory, longToCK(ulValueLen), made);
     }
-    std::tuple<CK_VOID_PTR, CK_ULONG> handOn() const { return {data, longToCK(ulValueLen)}; }
+    std::tuple<CK_VOID_PTR, CK_ULONG> handOn() const { return {made.data, longToCK(ulValueLen)}; }
 };
 
 // One bare value that is filled, and its length in a LongRef, both on CKR_OK alone.
@@ -218,22 +220,25 @@ struct ServedValue {
     jobject value;
     jlong ulValueLen;
     jobject pulValueLen;
-    CK_VOID_PTR data = nullptr;
+    NewValue made{};
     CK_ULONG length = 0;
 
     static bool findClass(JNIEnv* env) { return FindClass(env, java::LONG_REF.cls) != nullptr; }
     bool isMissing() const { return pulValueLen == nullptr; }
     bool convert(JNIEnv* env, CallMemory& memory)
     {
-        CK_ULONG own = 0;
-        return convertBareValue(env, &memory, value, &data, &own);
+        return convertBareValue(env, &memory, value, made) && fence(env, memory, longToCK(ulValueLen), made);
     }
-    std::tuple<CK_VOID_PTR, CK_ULONG, CK_ULONG_PTR> handOn() { return {data, longToCK(ulValueLen), &length}; }
+    std::tuple<CK_VOID_PTR, CK_ULONG, CK_ULONG_PTR> handOn()
+    {
+        return {made.data, longToCK(ulValueLen), &length};
+    }
     bool writeBack(JNIEnv* env, CK_RV rv) const
     {
         if (rv != CKR_OK) return true;
+        const CK_ULONG readable = std::min(length, static_cast<CK_ULONG>(made.size));
         return SetLongField(env, pulValueLen, java::LONG_REF.value, length) &&
-               CopyCKObjectPtrToJObjectPrimitive(env, data, length, value);
+               CopyCKObjectPtrToJObjectPrimitive(env, made.data, readable, value);
     }
 };
 
@@ -245,21 +250,33 @@ struct MechanismWithParameter {
     jobject object;
     CK_MECHANISM native{};
     const Structure* structure = nullptr; // of the parameter
+    NewValue parameter{};
 
     bool isMissing() const { return object == nullptr; }
-    bool convert(JNIEnv* env) { return convertMechanism(env, object, native, structure); }
+    bool convert(JNIEnv* env, CallMemory& memory)
+    {
+        if (!convertMechanism(env, object, native, structure, parameter)) return false;
+        // A bare value with a declared length that is above its size. A structure has its own length.
+        NewValue fenced = parameter;
+        if (structure != nullptr || !fence(env, memory, native.ulParameterLen, fenced))
+            return structure != nullptr;
+        native.pParameter = fenced.data;
+        return true;
+    }
     std::tuple<CK_MECHANISM_PTR> handOn() { return {&native}; }
     bool writeBackLast(JNIEnv* env, CK_RV rv) const
     {
-        if (!RETURNS || rv != CKR_OK || native.pParameter == nullptr) return true;
-        return CopyCKMechanismToJMechanism(env, &native, object);
+        if (!RETURNS || rv != CKR_OK || structure == nullptr) return true;
+        CK_MECHANISM made = native;
+        made.pParameter = parameter.data;
+        return writeMechanismBack(env, made, structure, object);
     }
     void release(bool isRaised) const
     {
         // By the type, not by the parameter: that of a mechanism of type 0 is never freed. Deliberate.
-        if (native.mechanism == 0 || native.pParameter == nullptr) return;
+        if (native.mechanism == 0 || parameter.data == nullptr) return;
         if (!isRaised) assertParameterLength(structure, native.ulParameterLen);
-        freeMechanismParameter(structure, native);
+        freeMechanismParameter(structure, parameter.data);
     }
 };
 using Mechanism = MechanismWithParameter<false>;
@@ -328,9 +345,8 @@ struct Room {
 
     bool allocate(CallMemory& memory, CK_ULONG capacity, Content content)
     {
+        const std::size_t size = bufferSize(capacity, sizeof(Element), SPARE * sizeof(Element));
         elements = capacity + SPARE;
-        if (elements < capacity || elements > ~std::size_t{0} / sizeof(Element)) return false;
-        const std::size_t size = elements * sizeof(Element);
         data = reinterpret_cast<Element*>(
             IS_ZEROED ? memory.takeZeroed(size, content) : memory.take(size, content));
         return data != nullptr;

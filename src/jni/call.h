@@ -119,13 +119,12 @@ template <typename... Arguments>
 using MemoryOf = std::conditional_t<((CONVERTS_INTO_MEMORY<Arguments> || ALLOCATES<Arguments>) || ...),
     CallMemory, NoMemory>;
 
-// Whether an exception is pending after the call. Only the Java locking callbacks can raise one within it,
-// and an argument that is not checked after its conversion: without them the JVM need not be asked.
+// Whether an exception may be pending after the call. Only the Java locking callbacks can raise one within
+// it, and an argument that is not checked after its conversion: without them the JVM need not be asked.
 template <typename... Arguments>
-bool hasRaised(JNIEnv* env)
+bool mayRaise()
 {
-    if constexpr ((requires { Arguments::IS_UNCHECKED; } || ...)) return env->ExceptionCheck();
-    return hasInitArgs() && env->ExceptionCheck();
+    return (requires { Arguments::IS_UNCHECKED; } || ...) || hasInitArgs();
 }
 
 // From conversion to the last write-back. False with an exception pending.
@@ -139,9 +138,11 @@ template <typename Memory, typename Function, typename... Arguments>
         rv = CKR_HOST_MEMORY;
         return true;
     }
+    const bool asksJVM =
+        mayRaise<Arguments...>(); // before the call, in which a callback may end the registration
     rv = std::apply(function, std::tuple_cat(arguments.handOn()...));
     (stage::afterCall(env, rv, arguments), ...);
-    if (hasRaised<Arguments...>(env)) return false;
+    if (asksJVM && env->ExceptionCheck()) return false;
     return (stage::writeBack(env, rv, arguments) && ...) && (stage::writeBackLast(env, rv, arguments) && ...);
 }
 

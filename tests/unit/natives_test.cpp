@@ -118,10 +118,11 @@ TEST_F(Natives, noBufferLiesBeyondTheMapping)
     using zerlin::Content;
     zerlin::CallMemory memory;
     std::memset(memory.take(600001, Content::Secret), 1, 600001);
-    const std::size_t left = memory.mappingSize - memory.mappingUsed - 1;
+    const std::size_t left = memory.mappings->size - memory.mappings->used - 1;
     std::memset(memory.take(left, Content::Secret), 2, left);
     std::memset(memory.take(600000, Content::Secret), 3, 600000);
-    EXPECT_LE(memory.mappingUsed, memory.mappingSize);
+    for (const auto* mapping = memory.mappings; mapping != nullptr; mapping = mapping->next)
+        EXPECT_LE(mapping->used, mapping->size);
 }
 
 TEST_F(Natives, attributesAreReadBackWhateverTheReturnValue)

@@ -66,8 +66,8 @@ import halvorn.zerlin.constants.CK_USER_TYPE;
  * <li>Numbers are {@code long}s. The library receives their low 32 bits. Numbers that come back are 0 to
  *     4294967295, never negative.
  * <li>Lengths are in bytes and counts in elements. They reach the library unchanged and are not compared with
- *     the length of the array. A length that is greater than its array makes the library read memory beyond
- *     the copy of the array. The result is then undefined, and the process may crash.
+ *     the length of the array. With a length that is greater than its array, the library finds zeroes
+ *     behind the bytes of the array, up to 64 KiB, and crashes behind those.
  * <li>A null array reaches the library as a null pointer. If its length or count is positive, a PIN, a seed
  *     or a template makes the native return {@code CKR_ARGUMENTS_BAD}. The input of the cryptographic
  *     functions is not checked in this way: null with a positive length reaches the library.
@@ -237,8 +237,7 @@ public final class Cryptoki {
      *                 itself
      * @param ulPinLen the length of {@code pPin} in bytes
      * @param pLabel   the label: 32 bytes, padded with blanks, see {@link CK_TOKEN_INFO#paddedLabel}; the
-     *                 library reads beyond the memory of a shorter array; null reaches the library as a null
-     *                 pointer
+     *                 library finds zeroes behind a shorter array; null reaches the library as a null pointer
      * @return {@code CKR_OK}, or for example {@code CKR_PIN_INCORRECT}, {@code CKR_PIN_LEN_RANGE},
      *         {@code CKR_SESSION_EXISTS}
      */
@@ -279,8 +278,7 @@ public final class Cryptoki {
      * @param pPin     the PIN; null reaches the library as a null pointer, whatever the length
      * @param ulPinLen the length of {@code pPin} in bytes
      * @param pLabel   the label: 32 bytes, padded with blanks, see {@link CK_TOKEN_INFO#paddedLabel}; the
-     *                 library reads beyond the memory of a shorter array; null reaches the library as a null
-     *                 pointer
+     *                 library finds zeroes behind a shorter array; null reaches the library as a null pointer
      * @return {@code CKR_OK}, or for example {@code CKR_FUNCTION_NOT_SUPPORTED},
      *         {@code CKR_USER_NOT_LOGGED_IN}
      */
@@ -294,8 +292,7 @@ public final class Cryptoki {
      * @param pPin     the PIN; null reaches the library as a null pointer, whatever the length
      * @param ulPinLen the length of {@code pPin} in bytes
      * @param pLabel   the label: 32 bytes, padded with blanks, see {@link CK_TOKEN_INFO#paddedLabel}; the
-     *                 library reads beyond the memory of a shorter array; null reaches the library as a null
-     *                 pointer
+     *                 library finds zeroes behind a shorter array; null reaches the library as a null pointer
      * @return {@code CKR_OK}, or for example {@code CKR_FUNCTION_NOT_SUPPORTED},
      *         {@code CKR_USER_NOT_LOGGED_IN}
      */

@@ -5,7 +5,7 @@ import halvorn.zerlin.CryptokiException;
 
 /**
  * A PKCS#11 return value, one of {@link CKR}: the result of every native of {@link halvorn.zerlin.Cryptoki}.
- * A native returns a new object each time, and never null.
+ * A native returns a new object each time.
  *
  * <pre>{@code
  * Cryptoki.C_Login(session, new CK_USER_TYPE(CKU.USER), pin, pin.length).orThrow(CKR.USER_ALREADY_LOGGED_IN);
