@@ -256,10 +256,9 @@ struct MechanismWithParameter {
     bool convert(JNIEnv* env, CallMemory& memory)
     {
         if (!convertMechanism(env, object, native, structure, parameter)) return false;
-        // A bare value with a declared length that is above its size. A structure has its own length.
+        if (structure != nullptr) return true; // which has the length of its structure
         NewValue fenced = parameter;
-        if (structure != nullptr || !fence(env, memory, native.ulParameterLen, fenced))
-            return structure != nullptr;
+        if (!fence(env, memory, native.ulParameterLen, fenced)) return false;
         native.pParameter = fenced.data;
         return true;
     }
