@@ -8,6 +8,10 @@
  * lengths in bytes. The type CKA_WILDCARD (0xFFFF) finds the first attribute, whatever its type. A question
  * (is..., can...) returns 1 or 0.
  *
+ * C_GetAttributeValue leaves the length CK_UNAVAILABLE_INFORMATION in an attribute that it could not read.
+ * Here this length counts as 0 bytes: nothing of the value is read, copied, compared or overwritten, and a
+ * value in a set is still freed. The length itself is compared, copied and reported as it is.
+ *
  * A pointer argument must not be null unless its description says what null means. "Aborts" means: a
  * programming error ends the process, in every build, with a line on standard error that names the failed
  * expression.
@@ -28,7 +32,8 @@ extern "C" {
 /**
  * A set of attributes on the heap. It owns its array and every pValue that is not null. All of them come from
  * malloc: each pValue is a block of its own, of ulValueLen bytes. A value is overwritten with 0xAA before it
- * is freed or replaced. No function below adds a second entry of a type that the set has already.
+ * is freed or replaced, unless its length is CK_UNAVAILABLE_INFORMATION. No function below adds a second
+ * entry of a type that the set has already.
  */
 typedef struct AttributeSet {
     CK_ATTRIBUTE* attrs; /**< null if the set is empty; with any other count, null makes a lookup abort */

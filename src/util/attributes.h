@@ -15,9 +15,16 @@ inline std::span<CK_ATTRIBUTE> entries(const AttributeSet* set)
     return {set->attrs, set->count};
 }
 
+// The bytes that a value of this length has. C_GetAttributeValue leaves CK_UNAVAILABLE_INFORMATION in an
+// attribute that it could not read; there are no bytes then.
+inline CK_ULONG byteCount(CK_ULONG len)
+{
+    return len == CK_UNAVAILABLE_INFORMATION ? 0 : len;
+}
+
 inline bool hasBytes(const CK_ATTRIBUTE& attr)
 {
-    return attr.pValue != nullptr && attr.ulValueLen > 0;
+    return attr.pValue != nullptr && byteCount(attr.ulValueLen) > 0;
 }
 
 inline bool contains(std::span<const CK_ATTRIBUTE_TYPE> types, CK_ATTRIBUTE_TYPE type)

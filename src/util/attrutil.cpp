@@ -147,9 +147,10 @@ CK_RV at_assign(CK_ATTRIBUTE* target, const CK_ATTRIBUTE* source)
         target->ulValueLen = source->ulValueLen;
         return CKR_OK;
     }
-    if (target->ulValueLen < source->ulValueLen) return CKR_BUFFER_TOO_SMALL;
+    const CK_ULONG len = zerlin::byteCount(source->ulValueLen);
+    if (zerlin::byteCount(target->ulValueLen) < len) return CKR_BUFFER_TOO_SMALL;
     if (isNumericAttr(source) && fitsUlong(*source)) return assignNumber(*target, numAttr(source));
-    std::memcpy(target->pValue, source->pValue, source->ulValueLen);
+    std::memcpy(target->pValue, source->pValue, len);
     target->ulValueLen = source->ulValueLen;
     return CKR_OK;
 }

@@ -14,12 +14,13 @@ namespace {
 
 using zerlin::entries;
 
-// memcmp, but a null value is allowed and is less than any other.
+// memcmp of values of this length, but a null value is allowed and is less than any other.
 int compareBytes(const void* a, const void* b, CK_ULONG len)
 {
-    if (len == 0) return 0;
+    const CK_ULONG bytes = zerlin::byteCount(len);
+    if (bytes == 0) return 0;
     if (a == nullptr || b == nullptr) return int{a != nullptr} - int{b != nullptr};
-    return std::memcmp(a, b, len);
+    return std::memcmp(a, b, bytes);
 }
 
 // Does the longer label equal the shorter one, followed by one NUL?
@@ -27,7 +28,7 @@ bool differsByNul(const CK_ATTRIBUTE& a, const CK_ATTRIBUTE& b)
 {
     const auto [shorter, longer] =
         std::minmax(a, b, [](const auto& x, const auto& y) { return x.ulValueLen < y.ulValueLen; });
-    if (longer.ulValueLen - shorter.ulValueLen != 1 || longer.pValue == nullptr) return false;
+    if (longer.ulValueLen - shorter.ulValueLen != 1 || !zerlin::hasBytes(longer)) return false;
     if (static_cast<const CK_BYTE*>(longer.pValue)[shorter.ulValueLen] != 0) return false;
     return compareBytes(shorter.pValue, longer.pValue, shorter.ulValueLen) == 0;
 }

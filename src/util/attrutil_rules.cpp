@@ -58,7 +58,7 @@ int canModifyAttr(const AttributeSet* set, const CK_ATTRIBUTE* attr, int copyMod
 {
     using zerlin::contains;
     if (set == nullptr || attr == nullptr) return 0;
-    if (contains(WRITTEN_ONCE, attr->type)) return attr->ulValueLen == 0;
+    if (contains(WRITTEN_ONCE, attr->type)) return zerlin::byteCount(attr->ulValueLen) == 0;
     if (contains(FIXED, attr->type)) return 0;
     if (copyMode == 0 && contains(CHANGED_BY_COPYING, attr->type)) return 0;
     switch (attr->type) {

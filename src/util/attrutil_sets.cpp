@@ -13,6 +13,7 @@ FILE_VERSION("1.1.1.2");
 
 namespace {
 
+using zerlin::byteCount;
 using zerlin::entries;
 using zerlin::hasBytes;
 
@@ -26,7 +27,7 @@ void freeValue(const CK_ATTRIBUTE& attr)
 {
     void* const value = attr.pValue;
     if (value == nullptr) return;
-    std::memset(value, CLEARED, attr.ulValueLen);
+    std::memset(value, CLEARED, byteCount(attr.ulValueLen));
     __asm__ volatile("" : : "r"(value) : "memory"); // otherwise the compiler removes the memset
     std::free(value);
 }
@@ -35,10 +36,11 @@ void freeValue(const CK_ATTRIBUTE& attr)
 bool copyValue(const void* value, CK_ULONG len, void*& copy)
 {
     copy = nullptr;
-    if (value == nullptr || len == 0) return true;
-    copy = std::malloc(len);
+    const CK_ULONG bytes = byteCount(len);
+    if (value == nullptr || bytes == 0) return true;
+    copy = std::malloc(bytes);
     if (copy == nullptr) return false;
-    std::memcpy(copy, value, len);
+    std::memcpy(copy, value, bytes);
     return true;
 }
 

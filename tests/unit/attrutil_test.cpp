@@ -21,14 +21,24 @@ OwnedSet make(const Entries& entries)
     return {DupAttributes(attributes.data(), attributes.size()), FreeAttributeSet};
 }
 
-// " 3=ab" for each attribute; a null value is " 11=null".
+// The same, after a C_GetAttributeValue that could not read any of the values.
+OwnedSet makeUnavailable(const Entries& entries)
+{
+    OwnedSet set = make(entries);
+    for (CK_ULONG i = 0; i < set->count; ++i)
+        set->attrs[i].ulValueLen = CK_UNAVAILABLE_INFORMATION;
+    return set;
+}
+
+// " 3=ab" for each attribute; a null value is " 11=null", a length of all ones " 11=?".
 std::string text(const AttributeSet* set)
 {
     std::ostringstream out;
     for (CK_ULONG i = 0; set != nullptr && i < set->count; ++i) {
         const auto [type, value, length] = set->attrs[i];
         out << ' ' << std::hex << type << '=';
-        out << (value == nullptr ? "null" : std::string(static_cast<char*>(value), length));
+        const bool available = length != CK_UNAVAILABLE_INFORMATION;
+        out << (value == nullptr ? "null" : available ? std::string(static_cast<char*>(value), length) : "?");
     }
     return set == nullptr ? " no set" : out.str();
 }
@@ -186,6 +196,64 @@ TEST(AttrutilSets, changesFollowTheirRulesAndSurviveFailedAllocations)
     HeapWatch heap;
     make({{CKA_VALUE, "secret"}}).reset();
     EXPECT_EQ(heap.freed.front(), std::string(6, '\xAA'));
+}
+
+// Expects the code, the set, and what the freed blocks held.
+TEST(AttrutilSets, aLengthOfAllOnesCountsAsNoBytes)
+{
+    using Operation = CK_RV (*)(OwnedSet & set);
+    const CK_ULONG none = CK_UNAVAILABLE_INFORMATION;
+    const std::tuple<Operation, std::string, std::vector<std::string>> rows[] = {
+        {[](auto&) { return CKR_OK; }, "0 11=?", {}},
+        {[](auto& set) { return set.reset(), CKR_OK; }, "0 no set", {"secret"}},
+        {[](auto& set) { return DelAttr(CKA_VALUE, set.get()); }, "0", {"secret"}},
+        {[](auto& set) { return AddAttr("new", 3, CKA_VALUE, set.get()); }, "0 11=new", {"secret"}},
+        {[](auto& set) { return AddAttr("new", none, CKA_VALUE, set.get()); }, "0 11=null", {"secret"}},
+        {[](auto& set) { return AddAttr("new", none, CKA_ID, set.get()); }, "0 11=? 102=null", {}},
+        {[](auto& set) {
+             return ConcatAttributeSets(set.get(), makeUnavailable({{CKA_ID, "id"}}).get());
+         },
+            "0 11=? 102=null", {"id"}},
+        {[](auto& set) { return set.reset(DupAttributeSet(set.get())), CKR_OK; }, "0 11=null", {"secret"}},
+    };
+    for (const auto& [operation, expected, freed] : rows) {
+        HeapWatch heap;
+        OwnedSet set = makeUnavailable({{CKA_VALUE, "secret"}});
+        const CK_RV rv = operation(set);
+        EXPECT_EQ(std::to_string(rv) + text(set.get()), expected);
+        std::erase_if(heap.freed, [](const std::string& block) { return block.size() > 6; }); // not values
+        EXPECT_EQ(heap.freed, freed) << expected;
+        set.reset();
+        EXPECT_TRUE(heap.blocks.empty()) << expected;
+    }
+}
+
+TEST(AttrutilSets, anUnavailableValueIsNeitherReadNorOverrun)
+{
+    const OwnedSet set = makeUnavailable({{CKA_LABEL, ""}, {CKA_EXTRACTABLE, "1"}, {CKA_START_DATE, "1"}});
+    std::string out = "....";
+    CK_ULONG length = 0;
+    EXPECT_EQ(ReadAttr(out.data(), out.size(), &length, CKA_EXTRACTABLE, set.get()), 1);
+    EXPECT_EQ(out, std::string(4, '\0'));
+    EXPECT_EQ(length, CK_UNAVAILABLE_INFORMATION);
+    for (const CK_ULONG i : {1, 2})
+        EXPECT_EQ(canModifyAttr(set.get(), &set->attrs[i], 1), 1) << i; // as if empty
+
+    const OwnedSet other = makeUnavailable({{CKA_LABEL, "x"}, {CKA_EXTRACTABLE, "0"}, {CKA_START_DATE, "0"}});
+    EXPECT_EQ(MatchAttributeSet(set.get(), other.get()), 1);
+    EXPECT_EQ(attrcmpbuf(set->attrs, "", 0), -1); // lengths are compared as they are
+    other->attrs->ulValueLen = CK_UNAVAILABLE_INFORMATION - 1;
+    EXPECT_EQ(MatchAttributeSet(set.get(), other.get()), 0);
+    other->attrs->ulValueLen = 1;
+
+    out = "....";
+    CK_ATTRIBUTE target = {CKA_LABEL, out.data(), CK_UNAVAILABLE_INFORMATION};
+    EXPECT_EQ(at_assign(&target, other->attrs), CKR_BUFFER_TOO_SMALL);
+    EXPECT_EQ(at_assign(&target, set->attrs), CKR_OK);
+    target.ulValueLen = 4;
+    EXPECT_EQ(at_assign(&target, set->attrs), CKR_OK);
+    EXPECT_EQ(target.ulValueLen, CK_UNAVAILABLE_INFORMATION);
+    EXPECT_EQ(out, "....");
 }
 
 TEST(AttrutilSets, comparisonsReturnTheirCodes)
