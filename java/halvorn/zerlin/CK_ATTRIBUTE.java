@@ -32,9 +32,19 @@ import java.util.Arrays;
  * {@code UnsupportedOperationException} after the call of the library.
  *
  * <p><b>Warning.</b> The natives write into a {@code Long} or {@code Boolean} although Java treats it as
- * immutable: deliberate. A cached one ({@code Long.valueOf(1)}, {@code Boolean.TRUE}) would then change for
- * the whole JVM. To avoid this in a template that is read, use the constructors with a primitive value, which
- * create a new object.
+ * immutable: deliberate. A box that the JVM shares ({@code Boolean.TRUE}, {@code Long.valueOf(1)}) would then
+ * change for the whole JVM. The constructors replace such a box by a new one with the same value. What you
+ * assign to {@link #pValue} yourself is written in place.
+ *
+ * <p>Read the value from {@link #pValue} after the call, not from a variable that you passed to the
+ * constructor: the attribute may hold another object, and compiled Java code may keep the number of an
+ * autoboxed {@code Long} or {@code Boolean} ({@code Long size = 0L}) and not see that it was written.
+ *
+ * <pre>{@code
+ * CK_ATTRIBUTE size = new CK_ATTRIBUTE(CKA.VALUE_LEN, new Long(0)); // or: (CKA.VALUE_LEN, 0)
+ * Cryptoki.C_GetAttributeValue(session, key, new CK_ATTRIBUTE[] {size}, 1).orThrow();
+ * long bytes = (Long) size.pValue;
+ * }</pre>
  *
  * <pre>{@code
  * CK_ATTRIBUTE[] template = {
@@ -52,16 +62,20 @@ public class CK_ATTRIBUTE {
      */
     public CK_ATTRIBUTE_TYPE type;
     /**
-     * The value, or null to ask for its length only. Do not assign an {@code int[]}: the natives read it as
-     * if its memory held {@code long}s, so every second element is lost: deliberate. The constructors replace
-     * an {@code int[]} by a {@code long[]} with the same numbers.
+     * The value, or null to ask for its length only. Do not assign an {@code int[]}: only its 1st, 3rd, 5th
+     * ... element reach the library, followed by zeros: deliberate. The constructors replace an {@code int[]}
+     * by a {@code long[]} with the same numbers. Do not assign a box that the JVM shares, such as
+     * {@code Boolean.TRUE}, if the attribute is to be read: the natives write into the object.
      */
     public Object pValue;
     /**
      * In: the length of the value in bytes; for a value that is read, the capacity. It is not checked: a
      * length that is greater than that of the value makes the library read or write beyond the memory of the
      * value. Out: the length in bytes that the library reports, 4294967295
-     * ({@code CK_UNAVAILABLE_INFORMATION}) for an attribute that cannot be read.
+     * ({@code CK_UNAVAILABLE_INFORMATION}) for an attribute that cannot be read. After an error before the
+     * library came to this attribute, such as an invalid handle, it is still the length that the library got:
+     * look at the return value first. Set it anew before you use the attribute again: 4294967295 would be the
+     * capacity.
      */
     public long valueLen;
 
@@ -74,8 +88,8 @@ public class CK_ATTRIBUTE {
      * Creates an attribute and sets its length to that of the value.
      *
      * @param type  a value of {@link halvorn.zerlin.constants.CKA CKA}
-     * @param value the value, kept without a copy (an {@code int[]} as a {@code long[]} with the same
-     *              numbers); null to ask for the length
+     * @param value the value, kept without a copy, but an {@code int[]} as a {@code long[]} with the same
+     *              numbers and a box that the JVM shares as a new one; null to ask for the length
      * @throws IllegalArgumentException if the class of the value has no native form
      */
     public CK_ATTRIBUTE(long type, Object value) {
@@ -86,13 +100,13 @@ public class CK_ATTRIBUTE {
      * Creates an attribute and sets its length to that of the value.
      *
      * @param type  the type, kept without a copy
-     * @param value the value, kept without a copy (an {@code int[]} as a {@code long[]} with the same
-     *              numbers); null to ask for the length
+     * @param value the value, kept without a copy, but an {@code int[]} as a {@code long[]} with the same
+     *              numbers and a box that the JVM shares as a new one; null to ask for the length
      * @throws IllegalArgumentException if the class of the value has no native form
      */
     public CK_ATTRIBUTE(CK_ATTRIBUTE_TYPE type, Object value) {
         this.type = type;
-        pValue = NativeValue.withoutIntArray(value);
+        pValue = NativeValue.forAttribute(value);
         valueLen = NativeValue.length(value);
         if (valueLen == NativeValue.UNKNOWN) {
             throw new IllegalArgumentException("No native form for " + value.getClass().getName()
@@ -146,13 +160,13 @@ public class CK_ATTRIBUTE {
      * Creates an attribute with a length that the caller chooses. Neither class nor length is checked.
      *
      * @param type     a value of {@link halvorn.zerlin.constants.CKA CKA}
-     * @param value    the value, kept without a copy (an {@code int[]} as a {@code long[]} with the same
-     *                 numbers), or null
+     * @param value    the value, kept without a copy, but an {@code int[]} as a {@code long[]} with the same
+     *                 numbers and a box that the JVM shares as a new one; or null
      * @param valueLen the length in bytes; at most that of the value
      */
     public CK_ATTRIBUTE(long type, Object value, long valueLen) {
         this.type = new CK_ATTRIBUTE_TYPE(type);
-        this.pValue = NativeValue.withoutIntArray(value);
+        this.pValue = NativeValue.forAttribute(value);
         this.valueLen = valueLen;
     }
 

@@ -53,8 +53,32 @@ final class NativeValue {
         return UNKNOWN;
     }
 
-    // Replaces an int[] by a long[] with the same numbers. The natives would read the memory of an int[] as
-    // if it held longs, and lose every second element.
+    // The object that an attribute keeps: the value itself, unless it is an int[] or a shared box.
+    static Object forAttribute(Object value) {
+        return withoutSharedBox(withoutIntArray(value));
+    }
+
+    // Replaces a box that valueOf returns to everybody by a new one with the same value: what a native writes
+    // into a shared box, it changes for the whole JVM.
+    @SuppressWarnings({"deprecation", "removal"}) // valueOf would return the shared box again
+    private static Object withoutSharedBox(Object value) {
+        if (value == Boolean.TRUE || value == Boolean.FALSE) {
+            return new Boolean((Boolean) value);
+        }
+        if (value instanceof Long && value == Long.valueOf((Long) value)) {
+            return new Long((Long) value);
+        }
+        if (value instanceof Integer && value == Integer.valueOf((Integer) value)) {
+            return new Integer((Integer) value);
+        }
+        if (value instanceof Byte && value == Byte.valueOf((Byte) value)) {
+            return new Byte((Byte) value);
+        }
+        return value;
+    }
+
+    // Replaces an int[] by a long[] with the same numbers. Of an int[] the natives pass only the 1st, 3rd,
+    // 5th ... element.
     static Object withoutIntArray(Object value) {
         if (!(value instanceof int[])) {
             return value;

@@ -110,6 +110,29 @@ class JavaClassesTest {
         assertNotSame(first, new CK_ATTRIBUTE(CKA.VALUE_LEN, 1).pValue);
     }
 
+    @SuppressWarnings({"deprecation", "removal"}) // The constructors of boxes create what valueOf does not.
+    static Object[][] boxes() {
+        return new Object[][] {
+            {Boolean.TRUE, true}, {Boolean.FALSE, true}, {1L, true}, {-128L, true}, {127, true},
+            {(byte) -1, true}, {Long.MAX_VALUE, false}, {new Long(1), false}, {new Boolean(true), false},
+            {new CK_BBOOL(true), false}, {new byte[2], false}, {"text", false}};
+    }
+
+    // A native would change a cached box for the whole JVM.
+    @ParameterizedTest
+    @MethodSource("boxes")
+    void attributesReplaceOnlyTheBoxesThatTheJvmShares(Object value, boolean replaced) {
+        CK_ATTRIBUTE[] attributes = {new CK_ATTRIBUTE(CKA.VALUE, value),
+            new CK_ATTRIBUTE(new CK_ATTRIBUTE_TYPE(CKA.VALUE), value), new CK_ATTRIBUTE(CKA.VALUE, value, 4)};
+        for (CK_ATTRIBUTE attribute : attributes) {
+            assertEquals(value, attribute.pValue);
+            assertEquals(replaced, attribute.pValue != value);
+        }
+        if (replaced) {
+            assertNotSame(attributes[0].pValue, attributes[1].pValue);
+        }
+    }
+
     static Object[][] typedValuesAndTexts() {
         return new Object[][] {
             {new CK_RV(0x150), "CKR_BUFFER_TOO_SMALL (0x150)"}, {new CK_RV(0x80001234L), "0x80001234"},
