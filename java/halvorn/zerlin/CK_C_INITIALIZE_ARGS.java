@@ -24,8 +24,12 @@ import java.util.concurrent.atomic.AtomicBoolean;
  * <p>A callback should report a failure with its return value. If it throws, the library receives
  * {@code CKR_MUTEX_BAD}, and so do all later callbacks on the same thread while the exception is pending. A
  * native of {@link Cryptoki} that runs on the thread throws the exception when the library returns. A thread
- * of the library itself stays attached to the JVM with its exception: deliberate. The JVM then does not end
- * before that thread does, so end the program with {@code System.exit}.
+ * of the library itself stays attached to the JVM with its exception: deliberate. The process then does not
+ * end when {@code main} returns, but only when that thread ends, so end the program with {@code System.exit}.
+ *
+ * <p><b>Warning.</b> If {@code C_Initialize} returns {@code CKR_CANT_LOCK} for callbacks, do not just try
+ * {@link #osLocking} instead: it would reach the library as "only one thread". See
+ * {@link Cryptoki#C_Initialize}.
  */
 public class CK_C_INITIALIZE_ARGS {
     /** Creates mutexes; null for no callback. */

@@ -23,9 +23,9 @@ public class CK_MECHANISM {
     /** The type of the mechanism; null reaches the library as 4294967295. */
     public CK_MECHANISM_TYPE mechanism;
     /**
-     * The parameter, or null for none. Do not assign an {@code int[]}: the natives read it as if its memory
-     * held {@code long}s, so every second element is lost: deliberate. The constructors replace an
-     * {@code int[]} by a {@code long[]} with the same numbers.
+     * The parameter, or null for none. Do not assign an {@code int[]}: only its 1st, 3rd, 5th ... element
+     * reach the library, followed by zeros: deliberate. The constructors replace an {@code int[]} by a
+     * {@code long[]} with the same numbers.
      */
     public Object pParameter;
     /**

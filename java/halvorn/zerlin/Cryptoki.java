@@ -126,9 +126,12 @@ public final class Cryptoki {
      *
      * <p>The binding keeps an argument that has callbacks until {@link #C_Finalize} succeeds, even if this
      * call fails. While it keeps one, every further call passes null to the library, whatever
-     * {@code pInitArgs} is: deliberate. The library then assumes that only one thread uses it. So after a
-     * failed call with callbacks, call {@code C_Initialize(null)} and {@code C_Finalize(null)}, and try again
-     * with callbacks only when both have succeeded.
+     * {@code pInitArgs} is: deliberate. The library then assumes that only one thread uses it, and returns
+     * {@code CKR_OK}. <b>Warning.</b> This also happens to the usual fallback, {@code osLocking()} after
+     * {@code CKR_CANT_LOCK} for callbacks. So after a failed call with callbacks, call
+     * {@code C_Initialize(null)} and {@code C_Finalize(null)}, and try again with another argument only when
+     * both have succeeded. Or let the library choose in one call: callbacks with the flag
+     * {@code CKF_OS_LOCKING_OK}.
      *
      * @param pInitArgs a {@link CK_C_INITIALIZE_ARGS}, or null if only one thread uses the library; an object
      *                  of another class makes the native return {@code CKR_ARGUMENTS_BAD}
@@ -475,7 +478,8 @@ public final class Cryptoki {
      * library:
      * <ul>
      * <li>each {@code valueLen} is the length that the library reports, 4294967295 for an attribute that
-     *     cannot be read;
+     *     cannot be read; after an error before the library came to the attribute, such as an invalid handle,
+     *     it is the length that the library got;
      * <li>each value that was read is in the existing {@code pValue} object, as {@link CK_ATTRIBUTE}
      *     explains.
      * </ul>

@@ -10,6 +10,11 @@ package halvorn.zerlin;
  *
  * <p>The JVM searches the library on {@code java.library.path}. If the system property {@value #PROPERTY} is
  * set, the library is the file that it names.
+ *
+ * <p><b>Warning.</b> Two copies of {@code libzerlin.so} in one JVM, each loaded by a class loader of its own,
+ * do not get a {@code libcryptoki.so} each: the system's loader knows it by its name, and both use the one
+ * that was loaded first, whatever lies beside the second. Calls and PINs can then go to the wrong HSM. Use
+ * one JVM for each HSM library.
  */
 public final class NativeLibrary {
     /** The system property that may contain the absolute path of the file of the library. */
