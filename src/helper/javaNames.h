@@ -446,6 +446,7 @@ inline constinit JavaClass LONG_ARRAY{"[J"};
 
 inline constinit JavaClass NULL_POINTER_EXCEPTION{"java/lang/NullPointerException"};
 inline constinit JavaClass OUT_OF_MEMORY_ERROR{"java/lang/OutOfMemoryError"};
+inline constinit JavaClass UNSATISFIED_LINK_ERROR{"java/lang/UnsatisfiedLinkError"};
 inline constinit JavaClass UNSUPPORTED_OPERATION_EXCEPTION{"java/lang/UnsupportedOperationException"};
 
 } // namespace zerlin::java

@@ -182,4 +182,10 @@ void throwOutOfMemory(JNIEnv* env)
     if (cls != nullptr && !env->ExceptionCheck()) env->ThrowNew(cls, "no native memory left");
 }
 
+void throwUnsatisfiedLink(JNIEnv* env, const char* message)
+{
+    const jclass cls = FindClass(env, java::UNSATISFIED_LINK_ERROR);
+    if (cls != nullptr) env->ThrowNew(cls, message);
+}
+
 } // namespace zerlin

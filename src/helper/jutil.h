@@ -230,4 +230,7 @@ void throwNullPointer(JNIEnv* env, const char* message);
 // Throws OutOfMemoryError for native memory that cannot be allocated.
 void throwOutOfMemory(JNIEnv* env);
 
+// Throws UnsatisfiedLinkError.
+void throwUnsatisfiedLink(JNIEnv* env, const char* message);
+
 } // namespace zerlin

@@ -1,4 +1,6 @@
 // What the JVM calls when it loads the library and when the Java classes' loader is gone.
+#include <atomic>
+
 #include <jni.h>
 
 #include "helper/jutil.h"
@@ -8,6 +10,14 @@
 FILE_VERSION("1.1.1.3");
 
 namespace {
+
+// The JVM takes two names of one file for two libraries, but the system maps the file once: what is
+// remembered of the first class loader would be used for the second one.
+std::atomic<bool> isLoaded;
+constexpr char IS_LOADED[] =
+    "this libzerlin.so is already loaded, under another name of the same file, and "
+    "serves one class loader at a time: load zerlin.jar in one class loader that all "
+    "its users share";
 
 JNIEnv* environment(JavaVM* vm)
 {
@@ -20,6 +30,10 @@ JNIEnv* environment(JavaVM* vm)
 JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void*)
 {
     JNIEnv* const env = environment(vm);
+    if (isLoaded.exchange(true)) {
+        if (env != nullptr) zerlin::throwUnsatisfiedLink(env, IS_LOADED);
+        return JNI_ERR; // the JVM calls no JNI_OnUnload for this load
+    }
     if (env != nullptr) zerlin::preloadCallbackClasses(env);
     return JNI_VERSION_1_2;
 }
@@ -30,4 +44,5 @@ JNIEXPORT void JNICALL JNI_OnUnload(JavaVM* vm, void*)
     if (env == nullptr) return;
     zerlin::releaseInitArgs(env);
     zerlin::forgetLookups(env);
+    isLoaded = false; // last: the next JNI_OnLoad may come before the library is unmapped
 }

@@ -1,5 +1,6 @@
 // Loads the classes and the library, uses them with locking callbacks, and lets the JVM collect them, many times.
-// Each time the library must be unmapped and leave nothing behind.
+// Each time the library must be unmapped and leave nothing behind. Meanwhile a second class loader tries the same
+// file, which must change nothing for the first one.
 
 import java.lang.ref.WeakReference;
 import java.net.URL;
@@ -36,6 +37,7 @@ final class Reload {
 
     private static void loadAndDrop() throws Exception {
         WeakReference<ClassLoader> loader = new WeakReference<>(loadAndUse());
+        loadAgain();
         System.gc();
         // The Cryptoki library may call back until C_Finalize.
         expect(loader.get() != null && isMapped(), "the callbacks are gone while they are registered");
@@ -45,6 +47,32 @@ final class Reload {
             expect(System.nanoTime() < end, loader.get() != null ? "the classes stay" : "the library stays mapped");
             System.gc();
             Thread.sleep(1);
+        }
+    }
+
+    // The JVM refuses the same name itself. A hard link is another library to it, of which the system maps nothing new.
+    private static void loadAgain() throws Exception {
+        String[] places = System.getProperty("java.library.path").split(":");
+        Path file = Path.of(places[0], "libzerlin.so");
+        Path directory = Files.createTempDirectory(Path.of(places[1]), "reload");
+        Path link = directory.resolve("libzerlin.so");
+        try {
+            Files.createLink(link, file);
+            for (Path name : List.of(file, link)) {
+                System.setProperty("halvorn.zerlin.library", name.toString());
+                String error = "none";
+                try {
+                    loadAndUse();
+                } catch (UnsatisfiedLinkError e) {
+                    error = e.getMessage();
+                }
+                expect(error.contains("libzerlin.so") && error.contains("serves one class loader at a time"),
+                        "the error of the second load of " + name + " is " + error);
+            }
+        } finally {
+            System.clearProperty("halvorn.zerlin.library");
+            Files.deleteIfExists(link);
+            Files.delete(directory);
         }
     }
 

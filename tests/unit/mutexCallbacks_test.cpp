@@ -200,7 +200,7 @@ TEST_F(MutexCallbacks, aFailedInitialisationLeavesNothing)
     EXPECT_EQ(takeException(env), NO_MEMORY);
     bool wasMet = true;
     for (int number = 1; wasMet; ++number) {
-        zerlin::forgetLookups(env);
+        JNI_OnUnload(jvm(), nullptr);
         const auto load = [] { EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2); };
         wasMet = !watch(env, {.call = number}, load).failed.empty();
         EXPECT_EQ(takeException(env), "");

@@ -11,6 +11,9 @@ package halvorn.zerlin;
  * <p>The JVM searches the library on {@code java.library.path}. If the system property {@value #PROPERTY} is
  * set, the library is the file that it names.
  *
+ * <p>One file of the library serves one class loader at a time. A second class loader can load it when the
+ * first one has been collected.
+ *
  * <p><b>Warning.</b> Two copies of {@code libzerlin.so} in one JVM, each loaded by a class loader of its own,
  * do not get a {@code libcryptoki.so} each: the system's loader knows it by its name, and both use the one
  * that was loaded first, whatever lies beside the second. Calls and PINs can then go to the wrong HSM. Use
@@ -68,6 +71,10 @@ public final class NativeLibrary {
         if (loaderText.contains("in java.library.path") || loaderText.contains("Can't load library")) {
             text += "\n- libzerlin.so was not found: start the JVM with -Djava.library.path=<its directory>"
                     + " or with -D" + PROPERTY + "=<the file>.";
+        }
+        if (loaderText.contains("already loaded in another classloader")) {
+            text += "\n- libzerlin.so serves one class loader at a time: load zerlin.jar in one class loader that"
+                    + " all its users share.";
         }
         if (loaderText.contains("Expecting an absolute path")) {
             text += "\n- " + PROPERTY + " must be an absolute path.";
