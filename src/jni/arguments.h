@@ -20,7 +20,6 @@
 namespace zerlin {
 
 // ---- Values that are handed on as they are
-
 struct Number {
     jlong value;
 
@@ -49,7 +48,6 @@ struct NotifyPointer {
 };
 
 // ---- Handles and constants
-
 // An object that holds a CK_ULONG. A null one is all ones, one of another class what the conversion returns
 // for it.
 template <CK_ULONG (*toCK)(JNIEnv*, jobject)>
@@ -97,7 +95,6 @@ struct UncheckedLastObject {
 };
 
 // ---- Bytes
-
 // An input array that is null although the caller counts on elements. The count is the signed Java value.
 inline bool isMissingArray(jarray array, jlong ulCount)
 {
@@ -173,7 +170,6 @@ struct LabelText {
 };
 
 // ---- Templates and values
-
 // A template with the caller's count; a null array is a null pointer. One that is served has its values
 // filled, and is written back whatever the result, so that a sensitive or missing attribute does not hide
 // what was served.
@@ -243,7 +239,6 @@ struct ServedValue {
 };
 
 // ---- Mechanisms
-
 // A mechanism with its parameter, through which it may return results.
 template <bool RETURNS>
 struct MechanismWithParameter {
@@ -282,7 +277,6 @@ using Mechanism = MechanismWithParameter<false>;
 using ReturningMechanism = MechanismWithParameter<true>;
 
 // ---- Results
-
 // A number into a field of the caller's object, on CKR_OK.
 template <auto& NAMES, auto FIELD, bool IS_REQUIRED = true>
 struct NewNumber {
@@ -449,7 +443,6 @@ struct FoundObjects {
 };
 
 // ---- C_Initialize and C_Finalize
-
 // The arguments of C_Initialize, whose callbacks are registered. While some are registered, further calls
 // pass no arguments: deliberate.
 struct InitArgs {

@@ -6,7 +6,6 @@
 #include "util/fileVersion.h"
 
 using namespace zerlin;
-
 FILE_VERSION("1.1.1.3");
 
 JNIEXPORT jlong JNICALL Java_halvorn_zerlin_constants_CK_GetConstantValue(JNIEnv* env, jclass, jstring name)

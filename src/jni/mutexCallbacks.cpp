@@ -33,18 +33,15 @@ CK_C_INITIALIZE_ARGS* newInitArgs(JNIEnv* env)
 // Fills the adapter and registers it. On failure an exception is pending.
 void fillAdapter(JNIEnv* env, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
 {
-    const auto isSet = [&](const Callback& callback) {
+    const auto read = [&](const Callback& callback, auto& function, auto trampoline) {
         const LocalRef<jobject> object(env, GetObjectField(env, jInitArgs, callback.field));
-        return object != nullptr;
+        function = object != nullptr ? trampoline : nullptr;
+        return object != nullptr || !env->ExceptionCheck();
     };
-    adapter->CreateMutex = isSet(CREATE) ? callJCreateMutex : nullptr;
-    if (env->ExceptionCheck()) return;
-    adapter->DestroyMutex = isSet(DESTROY) ? callJDestroyMutex : nullptr;
-    if (env->ExceptionCheck()) return;
-    adapter->LockMutex = isSet(LOCK) ? callJLockMutex : nullptr;
-    if (env->ExceptionCheck()) return;
-    adapter->UnlockMutex = isSet(UNLOCK) ? callJUnlockMutex : nullptr;
-    if (env->ExceptionCheck()) return;
+    if (!read(CREATE, adapter->CreateMutex, callJCreateMutex)) return;
+    if (!read(DESTROY, adapter->DestroyMutex, callJDestroyMutex)) return;
+    if (!read(LOCK, adapter->LockMutex, callJLockMutex)) return;
+    if (!read(UNLOCK, adapter->UnlockMutex, callJUnlockMutex)) return;
 
     if (adapter->CreateMutex != nullptr || adapter->DestroyMutex != nullptr ||
         adapter->LockMutex != nullptr || adapter->UnlockMutex != nullptr) {
