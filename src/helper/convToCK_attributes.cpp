@@ -51,10 +51,9 @@ NewValue elements(JNIEnv* env, CallMemory* memory, jobject value,
     return made;
 }
 
-// The long[] that the memory of an int[] would make (on i386 it would begin one int later): each element the low
-// half of two ints. Deliberate; but
-// it is a long[] that is read, since an int[] has no memory for the second half of the elements. Null with an
-// exception pending.
+// The long[] that the memory of an int[] would make (on i386 it would begin one int later): each element the
+// low half of two ints. Deliberate; but it is a long[] that is read, since an int[] has no memory for the
+// second half of the elements. Null with an exception pending.
 jlongArray longsOfInts(JNIEnv* env, jintArray array)
 {
     const jsize count = env->GetArrayLength(array);
