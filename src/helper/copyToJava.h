@@ -43,6 +43,10 @@ bool writeTemplateBack(
 // Does nothing where the native value is too short for the object; UnsupportedOperationException for a class
 // that cannot be written to. Long and Boolean objects are changed in place: deliberate.
 bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target);
+// The same from a value that was made for it: the reported length decides whether it is written, and not more
+// is read than was made.
+struct NewValue;
+bool writeValueBack(JNIEnv* env, const NewValue& made, CK_ULONG length, jobject target);
 
 // What a mechanism has returned through its parameter, into the Java parameter object from which the native
 // parameter was made.

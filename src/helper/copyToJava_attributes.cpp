@@ -29,12 +29,14 @@ CK_ULONG minimumLength(ValueKind kind)
 }
 
 // False with an exception pending.
-bool writeValue(JNIEnv* env, const ValueClass& row, jobject target, const void* pValue, CK_ULONG length)
+bool writeValue(
+    JNIEnv* env, const ValueClass& row, jobject target, const void* pValue, CK_ULONG length, CK_ULONG size)
 {
     const auto* const bytes = static_cast<const CK_BYTE*>(pValue);
     switch (row.kind) {
     case ValueKind::ByteArray:
-        return CopyCKByteArrayToJByteArray(env, bytes, length, static_cast<jbyteArray>(target));
+        return CopyCKByteArrayToJByteArray(
+            env, bytes, std::min(length, size), static_cast<jbyteArray>(target));
     case ValueKind::Long:
         return SetLongField(env, target, java::LONG.value, numberAt(bytes));
     case ValueKind::BBool: {
@@ -53,7 +55,7 @@ bool writeValue(JNIEnv* env, const ValueClass& row, jobject target, const void* 
     case ValueKind::MechanismTypeArray:
         if (length % sizeof(CK_MECHANISM_TYPE) != 0) return true;
         return CopyCKMechanismTypeArrayToJMechanismTypeArray(env,
-            static_cast<const CK_MECHANISM_TYPE*>(pValue), length / sizeof(CK_MECHANISM_TYPE),
+            static_cast<const CK_MECHANISM_TYPE*>(pValue), std::min(length, size) / sizeof(CK_MECHANISM_TYPE),
             static_cast<jobjectArray>(target));
     default: {
         const jfieldID value = GetFieldID(env, java::BOOLEAN.value);
@@ -64,8 +66,10 @@ bool writeValue(JNIEnv* env, const ValueClass& row, jobject target, const void* 
     }
 }
 
-// Writes a native value into a Java one; the likely row is tested first. False with an exception pending.
-bool writeObject(JNIEnv* env, std::size_t likely, const void* pValue, CK_ULONG length, jobject target)
+// Writes a native value into a Java one; the likely row is tested first. The length is the reported one, and
+// decides whether the value is written; not more than the size is read. False with an exception pending.
+bool writeObject(
+    JNIEnv* env, std::size_t likely, const void* pValue, CK_ULONG length, CK_ULONG size, jobject target)
 {
     if (target == nullptr || pValue == nullptr || length == 0) return true;
     const std::size_t row = valueClassOf(env, WRITABLE_VALUE_ROWS, target, likely);
@@ -74,13 +78,14 @@ bool writeObject(JNIEnv* env, std::size_t likely, const void* pValue, CK_ULONG l
         return false;
     }
     const ValueClass& valueClass = VALUE_CLASSES[row];
-    return length < minimumLength(valueClass.kind) || writeValue(env, valueClass, target, pValue, length);
+    return std::min(length, size) < minimumLength(valueClass.kind) ||
+           writeValue(env, valueClass, target, pValue, length, size);
 }
 
 // The target is a CK_ATTRIBUTE or null; the value has the given size at most, whatever the record says. False
 // with an exception pending.
 bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBUTE& source,
-    const void* pValue, std::size_t size, bool mayBeWildcard, jobject target)
+    const void* pValue, CK_ULONG size, bool mayBeWildcard, jobject target)
 {
     if (target == nullptr) return true;
     if (mayBeWildcard) {
@@ -90,17 +95,12 @@ bool writeAttribute(JNIEnv* env, const AttributeFields& fields, const CK_ATTRIBU
     }
     const jobject value = env->GetObjectField(target, fields.pValue);
     const std::size_t likely = likelyRow(source.type);
-    const CK_ULONG readable = std::min(source.ulValueLen, static_cast<CK_ULONG>(size));
-    if (!writeObject(env, likely, pValue, readable, value)) return false;
+    if (!writeObject(env, likely, pValue, source.ulValueLen, size, value)) return false;
     const auto length = static_cast<jlong>(source.ulValueLen);
     if (env->GetLongField(target, fields.valueLen) == length) return true; // reading costs less than writing
     env->SetLongField(target, fields.valueLen, length);
     return true;
 }
-
-} // namespace
-
-namespace {
 
 // Hands the index of each element below the count to write, which returns whether to continue. False with an
 // exception pending.
@@ -125,7 +125,7 @@ bool CopyCKAttributeArrayToJAttributeArray(
     JNIEnv* env, const CK_ATTRIBUTE* source, CK_ULONG count, jobjectArray target)
 {
     const auto write = [&](const AttributeFields& fields, CK_ULONG i, jobject element) {
-        return writeAttribute(env, fields, source[i], source[i].pValue, SIZE_MAX, true, element);
+        return writeAttribute(env, fields, source[i], source[i].pValue, ~CK_ULONG{0}, true, element);
     };
     return writeElements(env, source == nullptr ? 0 : count, target, write);
 }
@@ -135,8 +135,8 @@ bool writeTemplateBack(
 {
     const auto write = [&](const AttributeFields& fields, CK_ULONG i, jobject element) {
         const NewValue& value = made.values[i];
-        return writeAttribute(
-            env, fields, made.records[i], value.data, value.size, mayHaveWildcards, element);
+        return writeAttribute(env, fields, made.records[i], value.data, static_cast<CK_ULONG>(value.size),
+            mayHaveWildcards, element);
     };
     return writeElements(env, std::min(count, made.count), target, write);
 }
@@ -147,12 +147,18 @@ void CopyCKAttributeToJAttribute(JNIEnv* env, const CK_ATTRIBUTE* source, jobjec
     if (!findAttributeFields(env, fields) || source == nullptr) return;
     if (!FindClasses(env, WRITABLE_VALUES)) return;
     const jobject attribute = attributeOrNull(env, fields, false, target);
-    writeAttribute(env, fields, *source, source->pValue, SIZE_MAX, true, attribute);
+    writeAttribute(env, fields, *source, source->pValue, ~CK_ULONG{0}, true, attribute);
 }
 
 bool CopyCKObjectPtrToJObjectPrimitive(JNIEnv* env, const void* pValue, CK_ULONG length, jobject target)
 {
-    return FindClasses(env, WRITABLE_VALUES) && writeObject(env, 0, pValue, length, target);
+    return FindClasses(env, WRITABLE_VALUES) && writeObject(env, 0, pValue, length, length, target);
+}
+
+bool writeValueBack(JNIEnv* env, const NewValue& made, CK_ULONG length, jobject target)
+{
+    const auto size = static_cast<CK_ULONG>(made.size);
+    return FindClasses(env, WRITABLE_VALUES) && writeObject(env, 0, made.data, length, size, target);
 }
 
 } // namespace zerlin

@@ -232,9 +232,8 @@ struct ServedValue {
     bool writeBack(JNIEnv* env, CK_RV rv) const
     {
         if (rv != CKR_OK) return true;
-        const CK_ULONG readable = std::min(length, static_cast<CK_ULONG>(made.size));
         return SetLongField(env, pulValueLen, java::LONG_REF.value, length) &&
-               CopyCKObjectPtrToJObjectPrimitive(env, made.data, readable, value);
+               writeValueBack(env, made, length, value);
     }
 };
 

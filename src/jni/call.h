@@ -138,8 +138,8 @@ template <typename Memory, typename Function, typename... Arguments>
         rv = CKR_HOST_MEMORY;
         return true;
     }
-    const bool asksJVM =
-        mayRaise<Arguments...>(); // before the call, in which a callback may end the registration
+    // Before the call, in which a callback may end the registration.
+    const bool asksJVM = mayRaise<Arguments...>();
     rv = std::apply(function, std::tuple_cat(arguments.handOn()...));
     (stage::afterCall(env, rv, arguments), ...);
     if (asksJVM && env->ExceptionCheck()) return false;

@@ -158,6 +158,23 @@ TEST_F(CarelessCallers, attributesAreWrittenBackFromTheirOwnBuffersOnly)
     EXPECT_EQ(toVector(env, longer), expected);
 }
 
+// A length that is no multiple of the elements' leaves mechanism types alone, also when it is above their
+// size.
+TEST_F(CarelessCallers, anUnavailableLengthLeavesMechanismTypesAlone)
+{
+    const jobject type = mechanismType(env, 0x1'80000abc);
+    const jobject types = objects(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", {type});
+    const jobject attr = attribute(env, 0x40000600, types, 4);
+    recorder::script().isQuiet = true;
+    recorder::script().C_GetAttributeValue = [&](auto, auto, CK_ATTRIBUTE_PTR pTemplate, auto) {
+        pTemplate->ulValueLen = CK_UNAVAILABLE_INFORMATION;
+        return CKR_ATTRIBUTE_SENSITIVE;
+    };
+    call(NATIVE(C_1GetAttributeValue), session(env), object(env, 1), attributes(env, {attr}), 1)(env);
+    EXPECT_EQ(getLong(env, attr, "valueLen"), 0xFFFFFFFF);
+    EXPECT_EQ(getLong(env, type, "m_value"), 0x1'80000abc) << "not even the same value is written";
+}
+
 // A byte[] parameter that becomes a CK_PBE_PARAMS during the call is not read as that structure.
 TEST_F(CarelessCallers, aParameterThatChangesItsClassIsNotWrittenBack)
 {
