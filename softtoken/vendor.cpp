@@ -10,8 +10,8 @@
 
 namespace {
 
-using softtoken::functions;
-using softtoken::loaded;
+using zerlin::allFunctions;
+using zerlin::functions;
 
 using Types = std::span<const CK_ATTRIBUTE_TYPE>;
 
@@ -187,8 +187,8 @@ CK_RV slotOf(CK_SESSION_HANDLE session, CK_SLOT_ID& slot)
 CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
     CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject)
 try {
-    if (loaded().copyObject != nullptr) {
-        return loaded().copyObject(hSession1, hSession2, hObject, pTemplate, ulCount, phNewObject);
+    if (allFunctions().copyObject != nullptr) {
+        return allFunctions().copyObject(hSession1, hSession2, hObject, pTemplate, ulCount, phNewObject);
     }
     if (phNewObject == nullptr || (pTemplate == nullptr && ulCount > 0)) return CKR_ARGUMENTS_BAD;
 
@@ -221,7 +221,8 @@ try {
 CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
     CK_UTF8CHAR_PTR pLabel)
 {
-    if (loaded().initToken != nullptr) return loaded().initToken(hSession, ulValue, pPin, ulPinLen, pLabel);
+    if (allFunctions().initToken != nullptr)
+        return allFunctions().initToken(hSession, ulValue, pPin, ulPinLen, pLabel);
     if (pLabel == nullptr) return CKR_ARGUMENTS_BAD;
     CK_SLOT_ID ownSlot = 0;
     const CK_RV rv = slotOf(hSession, ownSlot);
@@ -239,7 +240,8 @@ CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR
 CK_RV CT_ResetToken(
     CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel)
 {
-    if (loaded().resetToken != nullptr) return loaded().resetToken(hSession, pPin, ulPinLen, pLabel);
+    if (allFunctions().resetToken != nullptr)
+        return allFunctions().resetToken(hSession, pPin, ulPinLen, pLabel);
 
     CK_SLOT_ID slot = 0;
     CK_TOKEN_INFO token = {};

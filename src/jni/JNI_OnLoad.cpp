@@ -3,6 +3,7 @@
 
 #include <jni.h>
 
+#include "cryptoki/library.h"
 #include "helper/jutil.h"
 #include "jni/mutexCallbacks.h"
 #include "util/fileVersion.h"
@@ -34,6 +35,12 @@ JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void*)
         if (env != nullptr) zerlin::throwUnsatisfiedLink(env, IS_LOADED);
         return JNI_ERR; // the JVM calls no JNI_OnUnload for this load
     }
+    const std::string problem = zerlin::loadLibrary();
+    if (!problem.empty()) {
+        if (env != nullptr) zerlin::throwUnsatisfiedLink(env, problem.c_str());
+        isLoaded = false;
+        return JNI_ERR;
+    }
     if (env != nullptr) zerlin::preloadCallbackClasses(env);
     return JNI_VERSION_1_2;
 }
@@ -44,5 +51,6 @@ JNIEXPORT void JNICALL JNI_OnUnload(JavaVM* vm, void*)
     if (env == nullptr) return;
     zerlin::releaseInitArgs(env);
     zerlin::forgetLookups(env);
+    zerlin::unloadLibrary();
     isLoaded = false; // last: the next JNI_OnLoad may come before the library is unmapped
 }

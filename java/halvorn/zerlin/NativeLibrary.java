@@ -16,8 +16,8 @@ package halvorn.zerlin;
  *
  * <p><b>Warning.</b> Two copies of {@code libzerlin.so} in one JVM, each loaded by a class loader of its own,
  * do not get a {@code libcryptoki.so} each: the system's loader knows it by its name, and both use the one
- * that was loaded first, whatever lies beside the second. Calls and PINs can then go to the wrong HSM. Use
- * one JVM for each HSM library.
+ * that was loaded first. If the second copy would have found another file, calls and PINs would go to the
+ * wrong HSM: it is refused. Use one JVM for each HSM library.
  */
 public final class NativeLibrary {
     /** The system property that may contain the absolute path of the file of the library. */

@@ -1,0 +1,183 @@
+// Finds libcryptoki.so, as the system's loader does for a library that this one is linked with: in the
+// folders of LD_LIBRARY_PATH, beside this file, then where the loader looks for every library.
+//
+// It is loaded here and not linked, because of its names. It may have functions of its own that are named
+// like ours, and its calls of them must reach its own ones. A library that is linked finds ours first; one
+// that is loaded here looks at itself before us.
+#include "cryptoki/library.h"
+
+#include <cstdio>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <vector>
+
+#include <dlfcn.h>
+#include <link.h>
+#include <unistd.h>
+
+#include "cryptoki/functions.h"
+#include "util/fileVersion.h"
+#include "zerlin/attrutil.h"
+
+FILE_VERSION("1.1.1.1");
+
+namespace zerlin {
+
+std::atomic<const Functions*> foundFunctions;
+
+namespace {
+
+constexpr char LIBRARY[] = "libcryptoki.so";
+
+struct Close {
+    void operator()(void* handle) const { dlclose(handle); }
+};
+using Handle = std::unique_ptr<void, Close>;
+
+constexpr Functions FAILING = failingFunctions();
+
+std::mutex s_mutex;        // for what follows
+void* s_library = nullptr; // not closed when the process ends: threads may still run its code
+Functions s_functions;
+
+// What the program itself, and every library that looks there first, gets for a name.
+void* inProgram(const char* name)
+{
+    const Handle program(dlopen(nullptr, RTLD_LAZY));
+    return dlsym(program.get(), name);
+}
+
+bool isReplaced(const char* name, const char* usualLibrary)
+{
+    void* const used = inProgram(name);
+    const Handle usual(dlopen(usualLibrary, RTLD_LAZY | RTLD_NOLOAD));
+    return used != nullptr && (usual == nullptr || used != dlsym(usual.get(), name));
+}
+
+// Whether the program is linked with this library, so that all libraries find our functions before their own.
+bool isLinked()
+{
+    return inProgram("FindAttr") == reinterpret_cast<void*>(FindAttr);
+}
+
+// RTLD_DEEPBIND puts the library's own names before the program's. But the library would no longer use the
+// program's allocator, if that has its own (as with AddressSanitizer), and freeing what another one has
+// allocated ends the process.
+int loadingFlags()
+{
+    constexpr const char* OPERATOR_NEW = sizeof(std::size_t) == 4 ? "_Znwj" : "_Znwm";
+    const bool hasAllocator = isReplaced("malloc", "libc.so.6") || isReplaced(OPERATOR_NEW, "libstdc++.so.6");
+    return RTLD_NOW | RTLD_LOCAL | (isLinked() && !hasAllocator ? RTLD_DEEPBIND : 0);
+}
+
+// The file that this library's search finds, in the loader's order; empty if only the loader's cache has it.
+std::string findFile()
+{
+    Dl_info info;
+    if (dladdr(reinterpret_cast<void*>(FindAttr), &info) == 0) return {};
+    const Handle self(dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD));
+    Dl_serinfo size;
+    if (self == nullptr || dlinfo(self.get(), RTLD_DI_SERINFOSIZE, &size) != 0) return {};
+    std::vector<Dl_serinfo> memory(size.dls_size / sizeof size + 1); // its end is an array without a bound
+    Dl_serinfo* const folders = memory.data();
+    if (dlinfo(self.get(), RTLD_DI_SERINFOSIZE, folders) != 0 ||
+        dlinfo(self.get(), RTLD_DI_SERINFO, folders) != 0)
+        return {};
+    for (const Dl_serpath* folder = folders->dls_serpath; folder != folders->dls_serpath + folders->dls_cnt;
+         ++folder) {
+        std::string file = std::string(folder->dls_name) + "/" + LIBRARY;
+        if (access(file.c_str(), F_OK) == 0) return file;
+    }
+    return {};
+}
+
+// The loader knows a library by its name: if one is loaded, it is used whatever lies where we look. That is
+// right for the program's own, and wrong for one that another Java library, or another copy of this one, has
+// loaded from elsewhere: calls and PINs would go to its HSM.
+std::string refusal()
+{
+    const Handle loaded(dlopen(LIBRARY, RTLD_LAZY | RTLD_NOLOAD));
+    if (loaded == nullptr || inProgram("C_Initialize") != nullptr) return {};
+    const std::string own = findFile();
+    if (own.empty() || Handle(dlopen(own.c_str(), RTLD_LAZY | RTLD_NOLOAD)) == loaded) return {};
+    const link_map* map = nullptr;
+    dlinfo(loaded.get(), RTLD_DI_LINKMAP, &map);
+    return std::string(LIBRARY) + " is already loaded in this process, from " + map->l_name +
+           ", and would be used instead of " + own + ": use one JVM for each HSM library";
+}
+
+std::string load()
+{
+    Handle library(dlopen(LIBRARY, loadingFlags()));
+    if (library == nullptr) return dlerror();
+    const char* missing = nullptr;
+    const auto find = [&](const char* name, auto& function) {
+        void* const symbol = dlsym(library.get(), name);
+        if (symbol == nullptr && missing == nullptr) missing = name;
+        setFunction(function, symbol);
+    };
+    s_functions = {};
+    forEachStandardFunction([&](const char* name, auto member) { find(name, s_functions.standard.*member); });
+    forEachVendorFunction([&](const char* name, auto member) { find(name, s_functions.*member); });
+    if (missing != nullptr) return std::string(LIBRARY) + ": undefined symbol: " + missing;
+    s_library = library.release();
+    foundFunctions.store(&s_functions, std::memory_order_release);
+    return {};
+}
+
+} // namespace
+
+std::string loadLibrary()
+try {
+    const std::lock_guard lock(s_mutex);
+    if (s_library != nullptr) return {};
+    std::string problem = refusal();
+    return problem.empty() ? load() : problem;
+} catch (const std::bad_alloc&) {
+    return "out of memory"; // short enough to need none
+}
+
+void unloadLibrary()
+{
+    const std::lock_guard lock(s_mutex);
+    if (isLinked()) return; // the program may go on calling
+    foundFunctions = nullptr;
+    if (s_library != nullptr) dlclose(s_library);
+    s_library = nullptr;
+}
+
+const Functions& findFunctions()
+try {
+    const std::lock_guard lock(s_mutex);
+    const std::string problem = s_library == nullptr ? load() : std::string();
+    if (problem.empty()) return s_functions;
+    if (foundFunctions.exchange(&FAILING) == nullptr)
+        std::fprintf(stderr,
+            "zerlin: cannot use %s (%s); put it beside libzerlin.so or in a folder of LD_LIBRARY_PATH\n",
+            LIBRARY, problem.c_str());
+    return FAILING;
+} catch (const std::bad_alloc&) {
+    return FAILING;
+}
+
+} // namespace zerlin
+
+// As in forward.cpp.
+CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
+    CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject)
+{
+    return zerlin::allFunctions().copyObject(hSession1, hSession2, hObject, pTemplate, ulCount, phNewObject);
+}
+
+CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
+    CK_UTF8CHAR_PTR pLabel)
+{
+    return zerlin::allFunctions().initToken(hSession, ulValue, pPin, ulPinLen, pLabel);
+}
+
+CK_RV CT_ResetToken(
+    CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel)
+{
+    return zerlin::allFunctions().resetToken(hSession, pPin, ulPinLen, pLabel);
+}
