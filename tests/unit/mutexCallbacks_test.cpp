@@ -271,6 +271,31 @@ TEST_F(MutexCallbacks, aThreadStaysAttachedWhileItsCallbacksExceptionIsPending)
     env->DeleteGlobalRef(mutex);
 }
 
+// The registration is gone when the call ends, the exception is not.
+TEST_F(MutexCallbacks, aCallbackThatFinalisesAndThenThrowsEndsTheNative)
+{
+    char name[] = "finalise";
+    char signature[] = "()V";
+    const auto work = [](JNIEnv* inner, jclass) { NATIVE(C_1Finalize)(inner, nullptr, nullptr); };
+    const JNINativeMethod method = {name, signature, reinterpret_cast<void*>(+work)};
+    ASSERT_EQ(env->RegisterNatives(find(env, CALLBACKS), &method, 1), JNI_OK);
+
+    initialise(made(CALLBACKS, "finalising"));
+    recorder::script().C_DigestFinal = [&](auto, CK_BYTE_PTR pDigest, CK_ULONG_PTR pulDigestLen) {
+        std::memset(pDigest, 0xaa, 4);
+        *pulDigestLen = 3;
+        EXPECT_EQ(given.LockMutex(string(env, "m")), CKR_MUTEX_BAD);
+        return CKR_OK;
+    };
+    const jobject length = longRef(env, 4);
+    const jbyteArray digest = bytes(env, {1, 2, 3, 4});
+    EXPECT_EQ(call(NATIVE(C_1DigestFinal), session(env), digest, length)(env), nullptr);
+    EXPECT_EQ(takeException(env), "java.lang.IllegalStateException: LockMutex");
+    EXPECT_FALSE(zerlin::hasInitArgs());
+    EXPECT_EQ(getLong(env, length, "value"), 4);
+    EXPECT_EQ(toVector(env, digest), (Bytes{1, 2, 3, 4}));
+}
+
 // Every second thread is unknown to the JVM and is attached for each call.
 TEST_F(MutexCallbacks, javaLocksExcludeOtherThreads)
 {

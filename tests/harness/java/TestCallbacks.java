@@ -34,6 +34,19 @@ public final class TestCallbacks {
         return args;
     }
 
+    // LockMutex calls C_Finalize and then throws its name.
+    public static CK_C_INITIALIZE_ARGS finalising() {
+        CK_C_INITIALIZE_ARGS args = answering("", null, 0);
+        args.lockMutex = given -> {
+            finalise();
+            return fail("LockMutex", given);
+        };
+        return args;
+    }
+
+    // The test that uses it says which function this is.
+    private static native void finalise();
+
     // The calls since the last time: "CreateMutex() LockMutex(m) ".
     public static String takeCalls() {
         String taken = calls.toString();
