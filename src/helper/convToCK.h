@@ -69,23 +69,21 @@ bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, NewValue& 
 // Moves the value behind a fence where the Cryptoki library is told a length that is above its size.
 bool fence(JNIEnv* env, CallMemory& memory, CK_ULONG declared, NewValue& made);
 
-// A mechanism with its parameter, which is in memory of its own, into a zeroed record. The structure of the
-// parameter, if it has one, is remembered until it is freed, so that a Java mechanism that changes meanwhile
-// does no harm. After a failure the record may hold a parameter all the same. assertParameterLength aborts
-// the process when the length that the Java object declares is not that of the structure.
+// A mechanism with its parameter, into a zeroed record. The parameter is fenced where its declared length is
+// above its size, and so is what it points to. What was made and its structure, if it has one, are
+// remembered, so that a Java mechanism that changes meanwhile does no harm. The parameter of mechanism type 0
+// comes from malloc and nobody frees it: deliberate. assertParameterLength aborts the process when the length
+// that the Java object declares is not that of the structure.
 struct Structure;
-bool convertMechanism(
-    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure, NewValue& parameter);
+bool convertMechanism(JNIEnv* env, CallMemory* memory, jobject object, CK_MECHANISM& mechanism,
+    const Structure*& structure, NewValue& parameter);
 void assertParameterLength(const Structure* structure, CK_ULONG paramLen);
-void freeMechanismParameter(const Structure* structure, CK_VOID_PTR parameter);
 
 // What parameterLen must be for a Java parameter object, in bytes; 0 for null, and with an exception pending.
 jlong parameterSize(JNIEnv* env, jobject parameter);
 
-// What mechanism parameters need as well: buffers from malloc that belong to the caller.
-
-// The value of a java.lang.Long, or null with an exception pending.
-CK_ULONG_PTR jLongObjectToCKULongPtr(JNIEnv* env, jobject object);
+// No native calls the rest of this header: the same conversions for whoever has no memory of a call. Buffers
+// come from malloc and belong to the caller. They are not fenced: what lies behind them is other memory.
 
 // A whole Java array with a spare byte at its end; a null pointer and length 0 for a null array. The length
 // counts bytes. After a failure in the middle of the handles the buffer is there all the same, for the caller
@@ -94,10 +92,8 @@ void jByteArrayToCKByteArray(JNIEnv* env, jbyteArray array, CK_BYTE_PTR* data, C
 void jObjectHandleArrayToCKObjectHandleArray(
     JNIEnv* env, jobjectArray array, CK_OBJECT_HANDLE_PTR* data, CK_ULONG* length);
 
-// No native calls the rest of this header: the same conversions for whoever has no memory of a call. Buffers
-// come from malloc and belong to the caller.
-
 // One boxed value in a buffer of its native size, or null with an exception pending.
+CK_ULONG_PTR jLongObjectToCKULongPtr(JNIEnv* env, jobject object);
 CK_ULONG_PTR jIntegerObjectToCKULongPtr(JNIEnv* env, jobject object);
 CK_BBOOL* jBooleanObjectToCKBBoolPtr(JNIEnv* env, jobject object);
 CK_BYTE_PTR jByteObjectToCKBytePtr(JNIEnv* env, jobject object);

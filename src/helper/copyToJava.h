@@ -49,9 +49,9 @@ struct NewValue;
 bool writeValueBack(JNIEnv* env, const NewValue& made, CK_ULONG length, jobject target);
 
 // What a mechanism has returned through its parameter, into the Java parameter object from which the native
-// parameter was made.
+// parameter was made, with that structure.
 struct Structure;
-bool writeMechanismBack(JNIEnv* env, const CK_MECHANISM& source, const Structure* made, jobject target);
+bool writeMechanismBack(JNIEnv* env, const CK_MECHANISM& source, const Structure& made, jobject target);
 
 // Calls the setValue(long) of the object's class. Does nothing for a null object.
 bool setLongValue(JNIEnv* env, jobject object, JavaMethod& setValue, CK_ULONG value);

@@ -9,6 +9,7 @@
 
 #include <jni.h>
 
+#include "helper/elements.h"
 #include "helper/jutil.h"
 #include "zerlin/cryptoki.h"
 
@@ -59,6 +60,24 @@ struct Structure {
     const char* create = nullptr;    // that of convert where null
     const char* freedName = nullptr; // the native structure as its release names it; name where null
 };
+
+// The length of a PBE mechanism's initialisation vector.
+constexpr CK_ULONG PBE_IV_LENGTH = 8;
+
+// Two shadows lie behind every structure that was made of a Java object, each of the structure's own size.
+// Where the structure has a pointer, the first has the pointer that was made, and the second the size in
+// bytes of what it points to. The Cryptoki library may change the structure, but not these.
+struct Made {
+    CK_BYTE_PTR data;
+    std::size_t size;
+};
+
+// What was made for a pointer of the structure; the shadow is the size of the outermost structure around it.
+inline Made madeAt(const CK_BYTE* place, std::size_t shadow)
+{
+    static_assert(sizeof(std::size_t) == sizeof(CK_ULONG) && sizeof(CK_BYTE_PTR) == sizeof(CK_ULONG));
+    return {pointerAt(place + shadow), numberAt(place + 2 * shadow)};
+}
 
 // Finds the classes of all parameters. False with an exception pending.
 bool findParameterClasses(JNIEnv* env);

@@ -1,5 +1,5 @@
-// Mechanisms from Java to native: the parameter by its Java class, member by member, and its release after
-// the call.
+// Mechanisms from Java to native: the parameter by its Java class, member by member; fences where a length is
+// above what is there; and the release of what comes from malloc.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -24,10 +24,11 @@ namespace {
 // A Java parameter object that is being read into its structure.
 struct Reading {
     JNIEnv* env;
+    CallMemory* memory;   // null: malloc
     const char* function; // named by assertions
     jobject object;
     CK_BYTE_PTR data;
-    CK_BYTE_PTR end;     // of the outermost structure
+    std::size_t shadow;  // the size of the outermost structure
     CK_ULONG ckTemp = 0; // the length of the array copied last
 };
 
@@ -37,12 +38,18 @@ void put(CK_BYTE_PTR place, Native value)
     std::memcpy(place, &value, sizeof value);
 }
 
-// The records of a converted template. They are remembered behind the structure, which holds only the
-// caller's count of them.
-struct OwnedAttributes {
-    CK_ATTRIBUTE_PTR records;
-    CK_ULONG count;
-};
+// Puts a pointer into a structure and its shadows.
+void putMade(CK_BYTE_PTR place, std::size_t shadow, const Made& made)
+{
+    put(place, made.data);
+    put(place + shadow, made.data);
+    put(place + 2 * shadow, made.size);
+}
+
+void putMade(Reading& reading, const Member& member, void* data, std::size_t size)
+{
+    putMade(reading.data + member.offset, reading.shadow, {static_cast<CK_BYTE_PTR>(data), size});
+}
 
 // Every reader returns false with an exception pending.
 
@@ -98,9 +105,8 @@ bool readBytes(Reading& reading, const Member& member)
         reading.ckTemp = 0;
         return !env->ExceptionCheck();
     }
-    CK_BYTE_PTR copy = nullptr;
-    jByteArrayToCKByteArray(env, array, &copy, &reading.ckTemp);
-    put(reading.data + member.offset, copy);
+    CK_BYTE_PTR const copy = newBytes(env, reading.memory, array, &reading.ckTemp);
+    putMade(reading, member, copy, reading.ckTemp);
     return copy != nullptr;
 }
 
@@ -129,18 +135,16 @@ bool readText(Reading& reading, const Member& member)
     const LocalRef<jbyteArray> array(env, GetByteArrayField(env, reading.object, member.field));
     if (array == nullptr) return !env->ExceptionCheck();
     const auto length = static_cast<CK_ULONG>(env->GetArrayLength(array));
-    auto* const text = static_cast<CK_BYTE_PTR>(std::calloc(length + 1, 1));
-    put(reading.data + member.offset, text);
-    if (text == nullptr) {
-        throwOutOfMemory(env);
-        return false;
-    }
+    CK_BYTE_PTR const text = newZeroedBuffer(env, reading.memory, bufferSize(length, 1, 1));
+    putMade(reading, member, text, length);
+    if (text == nullptr) return false;
     CopyJByteArrayToCKByteArray(env, array, text, length);
     return true;
 }
 
 bool readMembers(Reading& reading, const Structure& structure);
-void* newStructure(JNIEnv* env, const Structure& structure, jobject object, const char* function);
+void* newStructure(
+    JNIEnv* env, CallMemory* memory, const Structure& structure, jobject object, const char* function);
 
 // A structure within the parameter. A null Java object leaves the native members zero.
 bool readNested(Reading& reading, const Member& member)
@@ -149,7 +153,9 @@ bool readNested(Reading& reading, const Member& member)
     const LocalRef<jobject> object(env, GetObjectField(env, reading.object, member.field));
     if (object == nullptr) return !env->ExceptionCheck();
     if (FindClass(env, member.structure->cls) == nullptr) return false;
-    Reading nested{env, reading.function, object, reading.data + member.offset, reading.end};
+    Reading nested = reading;
+    nested.object = object;
+    nested.data += member.offset;
     return readMembers(nested, *member.structure);
 }
 
@@ -158,8 +164,8 @@ bool readPointed(Reading& reading, const Member& member)
     JNIEnv* const env = reading.env;
     const LocalRef<jobject> object(env, GetObjectField(env, reading.object, member.field));
     if (object == nullptr) return !env->ExceptionCheck();
-    void* const pointed = newStructure(env, *member.structure, object, reading.function);
-    put(reading.data + member.offset, pointed);
+    void* const pointed = newStructure(env, reading.memory, *member.structure, object, reading.function);
+    putMade(reading, member, pointed, member.structure->size);
     if (pointed == nullptr) {
         throwOutOfMemory(env); // unless another exception is pending
         return false;
@@ -177,21 +183,17 @@ bool readAttributes(Reading& reading, const Member& member)
     const LocalRef<jobjectArray> array(env, GetObjectArrayField(env, reading.object, member.field));
     if (array == nullptr) return !env->ExceptionCheck();
     NewTemplate made;
-    const bool areConverted = convertTemplate(env, nullptr, array, 0, false, made);
-    put(reading.data + member.offset, made.records);
-    put(reading.end, OwnedAttributes{made.records, made.count});
+    const bool areConverted = convertTemplate(env, reading.memory, array, 0, false, made);
+    putMade(reading, member, made.records, bufferSize(made.count, sizeof(CK_ATTRIBUTE)));
     return areConverted;
 }
 
 bool readHandleCount(Reading& reading, const Member& member)
 {
     JNIEnv* const env = reading.env;
-    auto* const cell = static_cast<CK_ULONG_PTR>(std::calloc(1, sizeof(CK_ULONG)));
-    put(reading.data + member.offset, cell);
-    if (cell == nullptr) {
-        throwOutOfMemory(env);
-        return false;
-    }
+    auto* const cell = newValue(env, reading.memory, CK_ULONG{0});
+    putMade(reading, member, cell, sizeof *cell);
+    if (cell == nullptr) return false;
     const LocalRef<jobject> count(env, GetObjectField(env, reading.object, member.field));
     if (count == nullptr) return !env->ExceptionCheck();
     *cell = GetLongField(env, count, java::LONG_REF.value);
@@ -204,10 +206,9 @@ bool readHandles(Reading& reading, const Member& member)
     if (numberAt(pointerAt(reading.data + member.detail)) == 0) return true;
     const LocalRef<jobjectArray> array(env, GetObjectArrayField(env, reading.object, member.field));
     if (array == nullptr) return !env->ExceptionCheck();
-    CK_OBJECT_HANDLE_PTR handles = nullptr;
     CK_ULONG length = 0;
-    jObjectHandleArrayToCKObjectHandleArray(env, array, &handles, &length);
-    put(reading.data + member.offset, handles);
+    CK_ULONG* const handles = newNumbers(env, reading.memory, array, &length, jObjectHandleToCKObjectHandle);
+    putMade(reading, member, handles, length);
     return !env->ExceptionCheck(); // a failed element leaves the buffer
 }
 
@@ -259,20 +260,20 @@ bool readMembers(Reading& reading, const Structure& structure)
         structure.members, [&](const Member& member) { return readMember(reading, member); });
 }
 
+// ---- Release of what comes from malloc
 void freeStructure(const Structure& structure, void* data);
 
-void freeAttributes(const CK_BYTE* end)
+void freeAttributes(const Made& made)
 {
-    OwnedAttributes owned;
-    std::memcpy(&owned, end, sizeof owned);
-    for (CK_ULONG i = 0; i < owned.count && owned.records != nullptr; ++i) {
-        wipeAndFree(owned.records[i].pValue);
-    }
-    std::free(owned.records);
+    if (made.data == nullptr) return;
+    const auto* const records = reinterpret_cast<const CK_ATTRIBUTE*>(made.data);
+    for (std::size_t i = 0; i < made.size / sizeof(CK_ATTRIBUTE); ++i)
+        wipeAndFree(records[i].pValue);
+    std::free(made.data);
 }
 
 // Frees what the members point to.
-void freeMembers(const Structure& structure, const CK_BYTE* data)
+void freeMembers(const Structure& structure, const CK_BYTE* data, std::size_t shadow)
 {
     for (const Member& member : structure.members) {
         switch (member.kind) {
@@ -286,13 +287,13 @@ void freeMembers(const Structure& structure, const CK_BYTE* data)
             wipeAndFree(pointerAt(data + member.offset));
             break;
         case MemberKind::Nested:
-            freeMembers(*member.structure, data + member.offset);
+            freeMembers(*member.structure, data + member.offset, shadow);
             break;
         case MemberKind::Pointed:
             freeStructure(*member.structure, pointerAt(data + member.offset));
             break;
         case MemberKind::Attributes:
-            freeAttributes(data + structure.size);
+            freeAttributes(madeAt(data + member.offset, shadow));
             break;
         default:
             break;
@@ -304,43 +305,111 @@ void freeMembers(const Structure& structure, const CK_BYTE* data)
 void freeStructure(const Structure& structure, void* data)
 {
     if (data == nullptr) return;
-    freeMembers(structure, static_cast<const CK_BYTE*>(data));
+    freeMembers(structure, static_cast<const CK_BYTE*>(data), structure.size);
     wipeAndFree(data);
 }
 
-// A new native structure for the object, or null with an exception pending; null without one when the
-// structure cannot be allocated. A length that contradicts its array aborts the process; the assertion names
-// the function.
-void* newStructure(JNIEnv* env, const Structure& structure, jobject object, const char* function)
+void freeMechanismParameter(const Structure* structure, CK_VOID_PTR parameter)
+{
+    if (structure == nullptr || structure->members.empty()) return wipeAndFree(parameter);
+    freeStructure(*structure, parameter);
+}
+
+// A new native structure with its shadows for the object, or null with an exception pending; null without one
+// when the structure cannot be allocated. A length that contradicts its array aborts the process; the
+// assertion names the function.
+void* newStructure(
+    JNIEnv* env, CallMemory* memory, const Structure& structure, jobject object, const char* function)
 {
     if (FindClass(env, structure.cls) == nullptr) return nullptr;
-    // Room behind the structure for what its members own beyond what they hold; padding is zero.
-    auto* const data = static_cast<CK_BYTE_PTR>(std::calloc(1, structure.size + sizeof(OwnedAttributes)));
+    const std::size_t size = 3 * structure.size;
+    void* const data = memory == nullptr ? std::calloc(1, size) : memory->takeZeroed(size, Content::Secret);
     if (data == nullptr) return nullptr;
-    Reading reading{env, function, object, data, data + structure.size};
+    Reading reading{env, memory, function, object, static_cast<CK_BYTE_PTR>(data), structure.size};
     if (readMembers(reading, structure)) return data;
-    freeStructure(structure, data);
+    if (memory == nullptr) freeStructure(structure, data);
     return nullptr;
 }
 
-// False with an exception pending; a parameter may have been made all the same. It comes from malloc.
-bool convertParameter(JNIEnv* env, jobject object, const Structure*& structure, NewValue& made)
+// False with an exception pending; a parameter may have been made all the same.
+bool convertParameter(
+    JNIEnv* env, CallMemory* memory, jobject object, const Structure*& structure, NewValue& made)
 {
     if (!findParameterClasses(env)) return false;
     if (IsInstanceOf(env, object, java::BYTE_ARRAY)) {
         // Like every bare value, it is taken only where all the classes of values can be found.
         if (!FindClasses(env, READABLE_VALUES)) return false;
-        made.data = newBytes(env, nullptr, static_cast<jbyteArray>(object), &made.length);
+        made.data = newBytes(env, memory, static_cast<jbyteArray>(object), &made.length);
         made.size = made.length;
         return made.data != nullptr;
     }
     structure = structureOf(env, object);
-    if (structure == nullptr) return convertBareValue(env, nullptr, object, made);
-    made.data = structure->members.empty() ? jLongObjectToCKULongPtr(env, object)
-                                           : newStructure(env, *structure, object, structure->convert);
+    if (structure == nullptr) return convertBareValue(env, memory, object, made);
+    made.data =
+        structure->members.empty()
+            ? newUnboxedValue(env, memory, object, java::LONG.longValue, &JNIEnv::CallLongMethod, longToCK)
+            : newStructure(env, memory, *structure, object, structure->convert);
     if (made.data == nullptr) return !env->ExceptionCheck();
     made.length = structure->size;
     made.size = structure->size;
+    return true;
+}
+
+// ---- Fences
+// How many bytes the Cryptoki library takes a member's buffer to have. The data is that of the member's
+// structure, the root that of the whole parameter.
+std::size_t declaredSize(const Member& member, const CK_BYTE* data, const CK_BYTE* root)
+{
+    switch (member.kind) {
+    case MemberKind::Bytes:
+    case MemberKind::BytesIfCounted:
+        return numberAt(data + member.detail);
+    case MemberKind::InitVector:
+        return PBE_IV_LENGTH;
+    case MemberKind::KeyIV:
+        return bytesOfBits(numberAt(root + member.detail));
+    case MemberKind::Attributes:
+        return bufferSize(numberAt(data + member.detail), sizeof(CK_ATTRIBUTE));
+    case MemberKind::Handles:
+        return bufferSize(numberAt(pointerAt(data + member.detail)), sizeof(CK_OBJECT_HANDLE));
+    default:
+        return 0;
+    }
+}
+
+// Fences the buffers of which a structure declares more than there is.
+bool fenceMembers(JNIEnv* env, CallMemory& memory, const Structure& structure, CK_BYTE_PTR data,
+    std::size_t shadow, const CK_BYTE* root)
+{
+    return std::ranges::all_of(structure.members, [&](const Member& member) {
+        CK_BYTE_PTR const place = data + member.offset;
+        if (member.kind == MemberKind::Nested)
+            return fenceMembers(env, memory, *member.structure, place, shadow, root);
+        if (member.kind == MemberKind::Pointed) {
+            CK_BYTE_PTR const pointed = pointerAt(place);
+            return pointed == nullptr ||
+                   fenceMembers(env, memory, *member.structure, pointed, member.structure->size, root);
+        }
+        const std::size_t declared = declaredSize(member, data, root);
+        if (declared == 0 || pointerAt(place) == nullptr) return true;
+        NewValue made{pointerAt(place), 0, madeAt(place, shadow).size};
+        if (!fence(env, memory, static_cast<CK_ULONG>(declared), made)) return false;
+        putMade(place, shadow, {static_cast<CK_BYTE_PTR>(made.data), made.size});
+        return true;
+    });
+}
+
+// The same for the whole parameter, and the parameter itself.
+bool fenceParameter(JNIEnv* env, CallMemory& memory, const Structure* structure, const NewValue& parameter,
+    CK_MECHANISM& mechanism)
+{
+    if (parameter.data == nullptr) return true;
+    auto* const data = static_cast<CK_BYTE_PTR>(parameter.data);
+    if (structure != nullptr && !fenceMembers(env, memory, *structure, data, structure->size, data))
+        return false;
+    NewValue fenced = parameter;
+    if (!fence(env, memory, mechanism.ulParameterLen, fenced)) return false;
+    mechanism.pParameter = fenced.data;
     return true;
 }
 
@@ -368,8 +437,8 @@ struct ExceptionAside {
 
 } // namespace
 
-bool convertMechanism(
-    JNIEnv* env, jobject object, CK_MECHANISM& mechanism, const Structure*& structure, NewValue& parameter)
+bool convertMechanism(JNIEnv* env, CallMemory* memory, jobject object, CK_MECHANISM& mechanism,
+    const Structure*& structure, NewValue& parameter)
 {
     const jfieldID typeField = GetFieldID(env, java::MECHANISM.mechanism);
     const jfieldID typeValue = GetFieldID(env, java::MECHANISM_TYPE.m_value);
@@ -384,17 +453,16 @@ bool convertMechanism(
     mechanism.mechanism = type == nullptr ? CK_UNAVAILABLE_INFORMATION
                                           : static_cast<CK_ULONG>(env->GetLongField(type, typeValue));
     const jobject jParameter = env->GetObjectField(object, parameterField);
-    const bool isConverted = jParameter == nullptr || convertParameter(env, jParameter, structure, parameter);
+    // By the type: the parameter of type 0 is never freed, so it does not come from the call's memory.
+    // Deliberate.
+    CallMemory* const home = mechanism.mechanism == 0 ? nullptr : memory;
+    const bool isConverted =
+        jParameter == nullptr || convertParameter(env, home, jParameter, structure, parameter);
     mechanism.pParameter = parameter.data;
     mechanism.ulParameterLen = parameter.length;
-    if (isConverted) mechanism.ulParameterLen = static_cast<CK_ULONG>(env->GetLongField(object, lengthField));
-    return isConverted;
-}
-
-void freeMechanismParameter(const Structure* structure, CK_VOID_PTR parameter)
-{
-    if (structure == nullptr || structure->members.empty()) return wipeAndFree(parameter);
-    freeStructure(*structure, parameter);
+    if (!isConverted) return false;
+    mechanism.ulParameterLen = static_cast<CK_ULONG>(env->GetLongField(object, lengthField));
+    return memory == nullptr || fenceParameter(env, *memory, structure, parameter, mechanism);
 }
 
 void assertParameterLength(const Structure* structure, CK_ULONG paramLen)
@@ -411,7 +479,7 @@ CK_MECHANISM jMechanismToCKMechanism(JNIEnv* env, jobject object)
     CK_MECHANISM mechanism{};
     const Structure* structure = nullptr;
     NewValue parameter;
-    convertMechanism(env, object, mechanism, structure, parameter);
+    convertMechanism(env, nullptr, object, mechanism, structure, parameter);
     return mechanism;
 }
 
@@ -423,7 +491,7 @@ void jMechanismParameterToCKMechanismParameter(
         "jMechanismParameterToCKMechanismParameter");
     const Structure* structure = nullptr;
     NewValue made;
-    if (object != nullptr) convertParameter(env, object, structure, made);
+    if (object != nullptr) convertParameter(env, nullptr, object, structure, made);
     *ckpParamPtr = made.data;
     *ckpLength = made.length;
 }

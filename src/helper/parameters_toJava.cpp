@@ -18,33 +18,44 @@ FILE_VERSION("1.1.1.2");
 namespace zerlin {
 namespace {
 
-constexpr CK_ULONG PBE_IV_LENGTH = 8;
-
 // A native structure and the caller's Java object for it; parameter is the object of the whole parameter.
 struct WritingBack {
     JNIEnv* env;
     const CK_BYTE* data;
+    std::size_t shadow; // the size of the outermost structure; 0 if nobody knows what was made for it
     jobject object;
     jobject parameter;
     CK_ULONG parameterLen; // as the Java mechanism declares it
 };
 
+// What a pointer of the structure points to. It is not followed where it is not the one that was made, and
+// not more is read than was made.
+Made pointedAt(const WritingBack& back, std::size_t offset)
+{
+    const CK_BYTE* const place = back.data + offset;
+    CK_BYTE_PTR const pointer = pointerAt(place);
+    if (back.shadow == 0) return {pointer, ~std::size_t{0}};
+    const Made made = madeAt(place, back.shadow);
+    return made.data == pointer ? made : Made{nullptr, 0};
+}
+
 // Every writer returns false with an exception pending. Null objects and null pointers are left alone.
 
-// Fills the byte[] that the field holds.
-bool fillBytes(const WritingBack& back, const Member& member, const CK_BYTE* source, CK_ULONG length)
+// Fills the byte[] that the field holds, with the length at most.
+bool fillBytes(const WritingBack& back, const Member& member, CK_ULONG length)
 {
     JNIEnv* const env = back.env;
     const LocalRef<jbyteArray> array(env, GetByteArrayField(env, back.object, member.field));
     if (array == nullptr) return !env->ExceptionCheck();
-    return CopyCKByteArrayToJByteArray(env, source, length, array);
+    const Made source = pointedAt(back, member.offset);
+    return CopyCKByteArrayToJByteArray(env, source.data, std::min<CK_ULONG>(length, source.size), array);
 }
 
-bool fillKeyIV(const WritingBack& back, const Member& member, const CK_BYTE* source)
+bool fillKeyIV(const WritingBack& back, const Member& member)
 {
     const CK_ULONG bits = GetLongField(back.env, back.parameter, java::SSL3_KEY_MAT.IVSizeInBits);
     if (hasFailed(back.env, bits)) return false;
-    return fillBytes(back, member, source, bytesOfBits(bits));
+    return fillBytes(back, member, bytesOfBits(bits));
 }
 
 // Sets the number in the object that the field holds: a handle or a LongRef.
@@ -58,32 +69,42 @@ bool setHeldNumber(const WritingBack& back, const Member& member, JavaField& hel
 
 bool writeBackMember(const WritingBack& back, const Member& member);
 
-bool writeBackPointed(const WritingBack& back, const Member& member, const CK_BYTE* pointed)
+bool writeBackPointed(const WritingBack& back, const Member& member)
 {
     JNIEnv* const env = back.env;
+    const CK_BYTE* const pointed = pointedAt(back, member.offset).data;
     if (pointed == nullptr) return true;
     // A version is written only where the declared length has room for one: deliberate.
     const bool isVersion = &member.structure->cls == &java::VERSION.cls;
     if (isVersion && back.parameterLen < sizeof(CK_VERSION)) return true;
     const LocalRef<jobject> object(env, GetObjectField(env, back.object, member.field));
     if (object == nullptr) return !env->ExceptionCheck();
-    const WritingBack nested{env, pointed, object, back.parameter, back.parameterLen};
+    const std::size_t shadow = back.shadow == 0 ? 0 : member.structure->size;
+    const WritingBack nested{env, pointed, shadow, object, back.parameter, back.parameterLen};
     return std::ranges::all_of(
         member.structure->members, [&](const Member& part) { return writeBackMember(nested, part); });
 }
 
-bool writeBackHandles(const WritingBack& back, const Member& member, const CK_BYTE* source)
+bool writeBackHandleCount(const WritingBack& back, const Member& member)
+{
+    const CK_BYTE* const count = pointedAt(back, member.offset).data;
+    return count == nullptr || setHeldNumber(back, member, java::LONG_REF.value, numberAt(count));
+}
+
+bool writeBackHandles(const WritingBack& back, const Member& member)
 {
     JNIEnv* const env = back.env;
-    const CK_BYTE* const count = pointerAt(back.data + member.detail);
-    if (count == nullptr || source == nullptr) return true;
+    const CK_BYTE* const count = pointedAt(back, member.detail).data;
+    const Made source = pointedAt(back, member.offset);
+    if (count == nullptr || source.data == nullptr) return true;
     const LocalRef<jobjectArray> handles(env, GetObjectArrayField(env, back.object, member.field));
     if (handles == nullptr) return !env->ExceptionCheck();
-    const jsize length = elementsToCopy(env, handles, numberAt(count));
+    const CK_ULONG readable = source.size / sizeof(CK_OBJECT_HANDLE);
+    const jsize length = elementsToCopy(env, handles, std::min(numberAt(count), readable));
     for (jsize i = 0; i < length; ++i) {
         const LocalRef<jobject> handle(env, env->GetObjectArrayElement(handles, i));
         if (env->ExceptionCheck()) return false;
-        const CK_BYTE* const value = source + static_cast<CK_ULONG>(i) * sizeof(CK_OBJECT_HANDLE);
+        const CK_BYTE* const value = source.data + static_cast<CK_ULONG>(i) * sizeof(CK_OBJECT_HANDLE);
         if (!CopyCKObjectPtrToJObjectPrimitive(env, value, sizeof(CK_OBJECT_HANDLE), handle)) return false;
     }
     return true;
@@ -100,18 +121,17 @@ bool writeBackMember(const WritingBack& back, const Member& member)
     case MemberKind::ObjectHandle:
         return setHeldNumber(back, member, java::OBJECT_HANDLE.m_value, numberAt(place));
     case MemberKind::Bytes:
-        return fillBytes(back, member, pointerAt(place), numberAt(back.data + member.detail));
+        return fillBytes(back, member, numberAt(back.data + member.detail));
     case MemberKind::InitVector:
-        return fillBytes(back, member, pointerAt(place), PBE_IV_LENGTH);
+        return fillBytes(back, member, PBE_IV_LENGTH);
     case MemberKind::KeyIV:
-        return fillKeyIV(back, member, pointerAt(place));
+        return fillKeyIV(back, member);
     case MemberKind::Pointed:
-        return writeBackPointed(back, member, pointerAt(place));
+        return writeBackPointed(back, member);
     case MemberKind::HandleCount:
-        return pointerAt(place) == nullptr ||
-               setHeldNumber(back, member, java::LONG_REF.value, numberAt(pointerAt(place)));
+        return writeBackHandleCount(back, member);
     case MemberKind::Handles:
-        return writeBackHandles(back, member, pointerAt(place));
+        return writeBackHandles(back, member);
     default:
         return true; // no mechanism returns a member of another kind
     }
@@ -230,7 +250,11 @@ jobject newParameter(JNIEnv* env, const Structure& structure, const CK_BYTE* dat
 
 } // namespace
 
-bool writeMechanismBack(JNIEnv* env, const CK_MECHANISM& source, const Structure* made, jobject target)
+namespace {
+
+// The shadow is that of the native parameter, or 0.
+bool writeParameterBack(
+    JNIEnv* env, const CK_MECHANISM& source, const Structure* made, std::size_t shadow, jobject target)
 {
     const jclass cls = FindClass(env, java::MECHANISM.cls);
     if (cls == nullptr) return false;
@@ -247,16 +271,23 @@ bool writeMechanismBack(JNIEnv* env, const CK_MECHANISM& source, const Structure
     if (FindClass(env, structure->cls) == nullptr) return false;
     if (!IsInstanceOf(env, parameter, structure->cls)) return true;
     const auto* const data = static_cast<const CK_BYTE*>(source.pParameter);
-    const WritingBack back{env, data, parameter, parameter, parameterLen};
+    const WritingBack back{env, data, shadow, parameter, parameter, parameterLen};
     return std::ranges::all_of(structure->members,
         [&](const Member& member) { return !member.isReturned || writeBackMember(back, member); });
+}
+
+} // namespace
+
+bool writeMechanismBack(JNIEnv* env, const CK_MECHANISM& source, const Structure& made, jobject target)
+{
+    return writeParameterBack(env, source, &made, made.size, target);
 }
 
 bool CopyCKMechanismToJMechanism(JNIEnv* env, const CK_MECHANISM* source, jobject target)
 {
     if (FindClass(env, java::MECHANISM.cls) == nullptr) return false;
     return source == nullptr ||
-           writeMechanismBack(env, *source, structureReturnedBy(source->mechanism), target);
+           writeParameterBack(env, *source, structureReturnedBy(source->mechanism), 0, target);
 }
 
 jobject ckMechanismParameterToJMechanismParameter(JNIEnv* env, const CK_MECHANISM* mechanism)

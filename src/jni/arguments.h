@@ -249,12 +249,7 @@ struct MechanismWithParameter {
     bool isMissing() const { return object == nullptr; }
     bool convert(JNIEnv* env, CallMemory& memory)
     {
-        if (!convertMechanism(env, object, native, structure, parameter)) return false;
-        if (structure != nullptr) return true; // which has the length of its structure
-        NewValue fenced = parameter;
-        if (!fence(env, memory, native.ulParameterLen, fenced)) return false;
-        native.pParameter = fenced.data;
-        return true;
+        return convertMechanism(env, &memory, object, native, structure, parameter);
     }
     std::tuple<CK_MECHANISM_PTR> handOn() { return {&native}; }
     bool writeBackLast(JNIEnv* env, CK_RV rv) const
@@ -262,14 +257,13 @@ struct MechanismWithParameter {
         if (!RETURNS || rv != CKR_OK || structure == nullptr) return true;
         CK_MECHANISM made = native;
         made.pParameter = parameter.data;
-        return writeMechanismBack(env, made, structure, object);
+        return writeMechanismBack(env, made, *structure, object);
     }
     void release(bool isRaised) const
     {
-        // By the type, not by the parameter: that of a mechanism of type 0 is never freed. Deliberate.
-        if (native.mechanism == 0 || parameter.data == nullptr) return;
-        if (!isRaised) assertParameterLength(structure, native.ulParameterLen);
-        freeMechanismParameter(structure, parameter.data);
+        // By the type, not by the parameter: the length for a mechanism of type 0 is not checked. Deliberate.
+        if (isRaised || native.mechanism == 0 || parameter.data == nullptr) return;
+        assertParameterLength(structure, native.ulParameterLen);
     }
 };
 using Mechanism = MechanismWithParameter<false>;

@@ -194,6 +194,225 @@ TEST_F(CarelessCallers, aParameterThatChangesItsClassIsNotWrittenBack)
     }());
 }
 
+// What a member of a structure points to.
+template <typename Structure, typename Pointer>
+Structure structureWith(Pointer Structure::*member);
+template <auto MEMBER>
+const void* behind(const void* structure)
+{
+    return static_cast<const decltype(structureWith(MEMBER))*>(structure)->*MEMBER;
+}
+
+// The lengths and counts in parameters that no assertion ties to their arrays.
+TEST_F(CarelessCallers, lengthsInParametersMeetZeroesAndThenAFence)
+{
+    using Import = CK_PKCS12_PBE_IMPORT_PARAMS;
+    using Export = CK_PKCS12_PBE_EXPORT_PARAMS;
+    using Derive = CK_ECDH1_DERIVE_PARAMS;
+    const char* const import =
+        "CK_PKCS12_PBE_IMPORT_PARAMS [6175] 5000 [686d61] -1 ( CK_ATTRIBUTE 3 [6d79] 6000 ) 700 ( 7 8 ) 900";
+    const char* const keys = "CK_SSL3_KEY_MAT_PARAMS 0 0 8001 0 CK_SSL3_RANDOM_DATA null 0 null 0 "
+                             "CK_SSL3_KEY_MAT_OUT 1 2 3 4 [010203] [01]";
+    const struct {
+        const char* java;
+        jlong parameterLen;
+        std::size_t size;     // of what is there
+        std::size_t declared; // up to 64 KiB
+        const void* (*find)(const void* parameter);
+        jlong type = CKM_DES_CBC;
+    } rows[] = {
+        {"CK_KEY_DERIVATION_STRING_DATA [0102] 4000", 8, 2, 4000,
+            behind<&CK_KEY_DERIVATION_STRING_DATA::pData>},
+        {"CK_KEY_DERIVATION_STRING_DATA [0102] 4000", 8, 2, 4000,
+            behind<&CK_KEY_DERIVATION_STRING_DATA::pData>, CKM_RSA_PKCS_KEY_PAIR_GEN},
+        {import, 32, 2, 5000, behind<&Import::passwordAuthSafe>},
+        {import, 32, 3, 65536, behind<&Import::passwordHMAC>},
+        {import, 32, sizeof(CK_ATTRIBUTE), 700 * sizeof(CK_ATTRIBUTE), behind<&Import::certAttr>},
+        {import, 32, 2, 6000,
+            [](const void* made) { return behind<&CK_ATTRIBUTE::pValue>(behind<&Import::certAttr>(made)); }},
+        {import, 32, 2 * sizeof(CK_ULONG), 900 * sizeof(CK_ULONG), behind<&Import::hCert>},
+        {"CK_PKCS12_PBE_EXPORT_PARAMS 5 [6175] 5000 [686d61] 3 936 937 960", 32, 2, 5000,
+            behind<&Export::passwordAuthSafe>},
+        {"CK_PKCS12_PBE_EXPORT_PARAMS 5 [6175] 2 [686d61] 5000 936 937 960", 32, 3, 5000,
+            behind<&Export::passwordHMAC>},
+        {"CK_ECIES_PARAMS 1 2 4000 [] 3 4 5 6 7 0 null", 44, 0, 4000, behind<&CK_ECIES_PARAMS::pSharedData1>},
+        {"CK_ECIES_PARAMS 1 2 0 null 3 4 5 6 7 -1 []", 44, 0, 65536, behind<&CK_ECIES_PARAMS::pSharedData2>},
+        {"CK_ECDH1_DERIVE_PARAMS 1 4000 [] 0 null", 20, 0, 4000, behind<&Derive::pSharedData>},
+        {"CK_ECDH1_DERIVE_PARAMS 1 0 null 65 []", 20, 0, 65, behind<&Derive::pPublicData>},
+        // The mechanism says how long these are, or a number elsewhere in the parameter.
+        {"CK_PBE_PARAMS [010203] null 0 null 0 1000", 24, 3, 8, behind<&CK_PBE_PARAMS::pInitVector>},
+        {keys, 36, 3, 1001,
+            [](const void* made) {
+                return behind<&CK_SSL3_KEY_MAT_OUT::pIVClient>(
+                    behind<&CK_SSL3_KEY_MAT_PARAMS::pReturnedKeyMaterial>(made));
+            }},
+    };
+    recorder::script().isQuiet = true;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.java + (", of which there are " + std::to_string(row.size)));
+        Zeroes zeroes;
+        recorder::script().C_DigestInit = [&](auto, CK_MECHANISM_PTR made) {
+            const auto* const place = static_cast<const char*>(row.find(made->pParameter));
+            zeroes = zeroesFrom(place + row.size, 1 << 20);
+            return CKR_OK;
+        };
+        const jobject jMechanism = mechanism(env, row.type, read(env, row.java), row.parameterLen);
+        HeapWatch heap;
+        EXPECT_EQ(rvOf(env, call(NATIVE(C_1DigestInit), session(env), jMechanism)(env)), CKR_OK);
+        EXPECT_GE(zeroes.count, row.declared - row.size);
+        EXPECT_LE(zeroes.count, row.declared - row.size + 15);
+        EXPECT_TRUE(zeroes.endsInaccessible);
+        while (!heap.blocks.empty())
+            std::free(heap.blocks.begin()->first); // the parameter of type 0 is left over: deliberate
+    }
+    recorder::script().C_DigestInit = {};
+}
+
+// A parameterLen above the structure's size ends the process after the call, unless an exception is pending.
+TEST_F(CarelessCallers, aStructureDeclaredTooLongMeetsZeroesAndThenAFence)
+{
+    initialiseWithCallbacks(env);
+    Zeroes zeroes;
+    recorder::script().isQuiet = true;
+    recorder::script().C_DigestInit = [&](auto, CK_MECHANISM_PTR made) {
+        EXPECT_EQ(static_cast<CK_RSA_PKCS_PSS_PARAMS*>(made->pParameter)->sLen, 20U);
+        zeroes = zeroesFrom(static_cast<const char*>(made->pParameter) + 12, 1 << 20);
+        env->ThrowNew(find(env, "java/lang/IllegalStateException"), "from within");
+        return CKR_OK;
+    };
+    const jobject pss = read(env, "CK_RSA_PKCS_PSS_PARAMS 544 1 20");
+    EXPECT_EQ(call(NATIVE(C_1DigestInit), session(env), mechanism(env, 13, pss, 4000))(env), nullptr);
+    EXPECT_EQ(takeException(env), "java.lang.IllegalStateException: from within");
+    EXPECT_GE(zeroes.count, 4000U - 12);
+    EXPECT_TRUE(zeroes.endsInaccessible);
+}
+
+struct CarelessDerivations : CarelessCallers {
+    // Derives a key. Within the call the Cryptoki library works on the parameter.
+    template <typename Structure>
+    void derive(CK_MECHANISM_TYPE type, jobject parameter, const std::function<void(Structure&)>& work)
+    {
+        recorder::script().isQuiet = true;
+        recorder::script().C_DeriveKey = [&](auto, CK_MECHANISM_PTR made, auto...) {
+            work(*static_cast<Structure*>(made->pParameter));
+            return CKR_OK;
+        };
+        const jobject jMechanism =
+            mechanism(env, static_cast<jlong>(type), parameter, jlong{sizeof(Structure)});
+        const jobject key = object(env, 1);
+        EXPECT_EQ(rvOf(env, call(NATIVE(C_1DeriveKey), session(env), jMechanism, key, nullptr, 0, key)(env)),
+            CKR_OK);
+        recorder::script().C_DeriveKey = {}; // it refers to local variables
+    }
+};
+
+// The library reports more than there is, and the caller has put longer arrays there.
+TEST_F(CarelessDerivations, resultsComeFromTheirOwnBuffersOnly)
+{
+    constexpr jsize LENGTH = 100000;
+    const auto newArray = [&](jobject target, const char* name) {
+        const jbyteArray longer = env->NewByteArray(LENGTH);
+        setObject(env, target, name, "[B", longer);
+        return longer;
+    };
+    const auto startingWith = [](Bytes bytes) { return bytes.resize(LENGTH), bytes; };
+
+    const jobject wrapSet = read(env, "CK_KEY_WRAP_SET_OAEP_PARAMS 0 [0102] 2");
+    jbyteArray longer = nullptr;
+    derive<CK_KEY_WRAP_SET_OAEP_PARAMS>(CKM_KEY_WRAP_SET_OAEP, wrapSet, [&](auto& made) {
+        std::memset(made.pX, 0xaa, 2);
+        made.XLen = LENGTH;
+        longer = newArray(wrapSet, "pX");
+    });
+    EXPECT_EQ(getLong(env, wrapSet, "XLen"), LENGTH);
+    EXPECT_EQ(toVector(env, longer), startingWith({0xaa, 0xaa}));
+
+    const jobject keys = read(env,
+        "CK_SSL3_KEY_MAT_PARAMS 0 0 24 0 CK_SSL3_RANDOM_DATA null 0 null 0 CK_SSL3_KEY_MAT_OUT 1 2 3 4 "
+        "[000000] [000000]");
+    derive<CK_SSL3_KEY_MAT_PARAMS>(CKM_SSL3_KEY_AND_MAC_DERIVE, keys, [&](auto& made) {
+        std::memset(made.pReturnedKeyMaterial->pIVServer, 0xbb, 3);
+        setLong(env, keys, "IVSizeInBits", jlong{8} * LENGTH);
+        longer = newArray(
+            getObject(env, keys, "pReturnedKeyMaterial", "Lhalvorn/zerlin/params/CK_SSL3_KEY_MAT_OUT;"),
+            "pIVServer");
+    });
+    EXPECT_EQ(toVector(env, longer), startingWith({0xbb, 0xbb, 0xbb}));
+
+    const jobject pbe = read(env, "CK_PBE_PARAMS [010203] null 0 null 0 1000");
+    derive<CK_PBE_PARAMS>(CKM_PBE_MD5_DES_CBC, pbe, [&](auto&) { longer = newArray(pbe, "pInitVector"); });
+    EXPECT_EQ(toVector(env, longer), startingWith({1, 2, 3}));
+
+    const jobject import = read(env, "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 null 0 ( 1 2 ) 2");
+    const std::vector<jobject> handles(1000, object(env, 5));
+    const char* const handleClass = "halvorn/zerlin/CK_OBJECT_HANDLE";
+    std::vector<jobject> found = {object(env, 0), object(env, 0)};
+    derive<CK_PKCS12_PBE_IMPORT_PARAMS>(CKM_PKCS12_PBE_IMPORT, import, [&](auto& made) {
+        made.hCert[0] = 17;
+        made.hCert[1] = 18;
+        *made.hCertCount = 1000;
+        found.insert(found.end(), handles.begin(), handles.end());
+        setObject(
+            env, import, "hCert", "[Lhalvorn/zerlin/CK_OBJECT_HANDLE;", objects(env, handleClass, found));
+    });
+    const jobject count = getObject(env, import, "hCertCount", "Lhalvorn/zerlin/LongRef;");
+    EXPECT_EQ(getLong(env, count, "value"), 1000);
+    EXPECT_EQ(getLong(env, found[0], "m_value"), 17);
+    EXPECT_EQ(getLong(env, found[1], "m_value"), 18);
+    EXPECT_EQ(getLong(env, handles[0], "m_value"), 5);
+}
+
+// What a library leaves in place of the pointers that it got.
+template <auto... MEMBERS>
+const auto redirect = [](auto& structure) {
+    static CK_BYTE elsewhere[64];
+    std::memset(elsewhere, 0xee, sizeof elsewhere);
+    const auto set = [](auto*& pointer) {
+        pointer = reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(elsewhere);
+    };
+    (set(structure.*MEMBERS), ...);
+};
+
+TEST_F(CarelessDerivations, pointersThatWereChangedAreNotFollowed)
+{
+    const auto unchanged = [&](jobject parameter, jlong size, const char* native) {
+        EXPECT_EQ(given(env, parameter, size, native), native);
+    };
+    const jobject wrapSet = read(env, "CK_KEY_WRAP_SET_OAEP_PARAMS 0 [0102] 2");
+    derive<CK_KEY_WRAP_SET_OAEP_PARAMS>(
+        CKM_KEY_WRAP_SET_OAEP, wrapSet, redirect<&CK_KEY_WRAP_SET_OAEP_PARAMS::pX>);
+    unchanged(wrapSet, 12, "00000000 [0102] 02000000");
+    const jobject pbe = read(env, "CK_PBE_PARAMS [0102030405060708] null 0 [01] 1 0");
+    derive<CK_PBE_PARAMS>(
+        CKM_PBE_MD5_DES_CBC, pbe, redirect<&CK_PBE_PARAMS::pInitVector, &CK_PBE_PARAMS::pSalt>);
+    unchanged(pbe, 24, "[0102030405060708] null 00000000 [01] 01000000 00000000");
+    const jobject master =
+        read(env, "CK_SSL3_MASTER_KEY_DERIVE_PARAMS CK_SSL3_RANDOM_DATA null 0 null 0 CK_VERSION 1 2");
+    derive<CK_SSL3_MASTER_KEY_DERIVE_PARAMS>(
+        CKM_SSL3_MASTER_KEY_DERIVE, master, redirect<&CK_SSL3_MASTER_KEY_DERIVE_PARAMS::pVersion>);
+    unchanged(master, 20, "null 00000000 null 00000000 [0102]");
+    const jobject import = read(env, "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 null 0 ( 1 2 ) 2");
+    const char* const imported = "null 00000000 null 00000000 null 00000000 [0100000002000000] [02000000]";
+    derive<CK_PKCS12_PBE_IMPORT_PARAMS>(
+        CKM_PKCS12_PBE_IMPORT, import, redirect<&CK_PKCS12_PBE_IMPORT_PARAMS::hCert>);
+    unchanged(import, 32, imported);
+    derive<CK_PKCS12_PBE_IMPORT_PARAMS>(
+        CKM_PKCS12_PBE_IMPORT, import, redirect<&CK_PKCS12_PBE_IMPORT_PARAMS::hCertCount>);
+    unchanged(import, 32, imported);
+    const jobject keys = read(env,
+        "CK_SSL3_KEY_MAT_PARAMS 0 0 16 0 CK_SSL3_RANDOM_DATA null 0 null 0 CK_SSL3_KEY_MAT_OUT 1 2 3 4 "
+        "[0102] [0304]");
+    derive<CK_SSL3_KEY_MAT_PARAMS>(CKM_SSL3_KEY_AND_MAC_DERIVE, keys, [](auto& made) {
+        made.pReturnedKeyMaterial->hServerKey = 9;
+        redirect<&CK_SSL3_KEY_MAT_OUT::pIVClient>(*made.pReturnedKeyMaterial);
+    });
+    derive<CK_SSL3_KEY_MAT_PARAMS>(
+        CKM_SSL3_KEY_AND_MAC_DERIVE, keys, redirect<&CK_SSL3_KEY_MAT_PARAMS::pReturnedKeyMaterial>);
+    unchanged(keys, 36,
+        "00000000 00000000 10000000 00000000 null 00000000 null 00000000 (01000000 02000000 03000000 "
+        "09000000 [0102] [0304])");
+}
+
 // The exception of a bad value comes out; the wrong length of a parameter beside it does not end the process.
 TEST_F(CarelessCallers, noLengthAbortsWhileAnExceptionIsPending)
 {
