@@ -5,7 +5,7 @@
 #include "param_text.h"
 #include "values.h"
 
-#include <cerrno>
+#include <fstream>
 #include <unistd.h>
 
 namespace {
@@ -41,10 +41,16 @@ Zeroes zeroesFrom(const void* place, std::size_t limit)
     int ends[2];
     if (pipe(ends) != 0) throw std::runtime_error("no pipe");
     Zeroes zeroes;
-    char byte = 0;
-    for (const auto* next = static_cast<const char*>(place); zeroes.count < limit; ++next, ++zeroes.count) {
-        zeroes.endsInaccessible = write(ends[1], next, 1) != 1;
-        if (zeroes.endsInaccessible || read(ends[0], &byte, 1) != 1 || byte != 0) break;
+    char page[4096]; // which can be read as a whole or not at all
+    for (bool areZero = true; areZero && zeroes.count < limit;) {
+        const char* const next = static_cast<const char*>(place) + zeroes.count;
+        const std::size_t rest = sizeof page - reinterpret_cast<std::uintptr_t>(next) % sizeof page;
+        const auto size = static_cast<ssize_t>(std::min(rest, limit - zeroes.count));
+        zeroes.endsInaccessible = write(ends[1], next, static_cast<std::size_t>(size)) != size;
+        if (zeroes.endsInaccessible || read(ends[0], page, static_cast<std::size_t>(size)) != size) break;
+        const auto* const other = std::find_if(page, page + size, [](char byte) { return byte != 0; });
+        zeroes.count += static_cast<std::size_t>(other - page);
+        areZero = other == page + size;
     }
     close(ends[0]);
     close(ends[1]);
@@ -67,6 +73,34 @@ TEST_F(CarelessCallers, sizesThatWrapAreNotAllocated)
         EXPECT_EQ(getLong(env, length, "value"), capacity);
     }
     EXPECT_EQ(recorder::calls().size(), 0U);
+}
+
+// The most memory that the process has had since it was last asked, in KiB.
+long takePeakMemory()
+{
+    std::ifstream status("/proc/self/status");
+    long peak = -1;
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmHWM:")) peak = std::stol(line.substr(6));
+    std::ofstream("/proc/self/clear_refs") << 5;
+    return peak;
+}
+
+TEST_F(CarelessCallers, aBigCapacityCostsNoMemory)
+{
+    recorder::script().isQuiet = true;
+    recorder::script().C_DecryptFinal = [](auto, CK_BYTE_PTR pLastPart, CK_ULONG_PTR pulLastPartLen) {
+        std::memset(pLastPart, 0xaa, 8);
+        *pulLastPartLen = 8;
+        return CKR_OK;
+    };
+    const jbyteArray array = env->NewByteArray(8);
+    const Call made = call(NATIVE(C_1DecryptFinal), session(env), array, longRef(env, 600 << 20));
+    takePeakMemory();
+    const long before = takePeakMemory();
+    EXPECT_EQ(rvOf(env, made(env)), CKR_OK);
+    EXPECT_LT(takePeakMemory(), before + (32 << 10));
+    EXPECT_EQ(toVector(env, array), Bytes(8, 0xaa));
 }
 
 TEST_F(CarelessCallers, declaredLengthsMeetZeroesAndThenAFence)
