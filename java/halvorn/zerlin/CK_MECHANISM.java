@@ -31,8 +31,8 @@ public class CK_MECHANISM {
     /**
      * The length of the native form of the parameter in bytes. Let the constructors set it. A wrong length of
      * an object of a parameter class, a {@link CK_VERSION} or a {@code Long} aborts the process when the
-     * native ends. A length that is too great for a {@code byte[]} or another bare value is not checked: it
-     * makes the library read beyond the memory of the parameter.
+     * native ends. A length that is too great for a {@code byte[]} or another bare value is not checked:
+     * behind the parameter the library finds zeroes, up to 64 KiB, and crashes behind those.
      */
     public long parameterLen;
 

@@ -15,7 +15,7 @@ public class CK_ECDH1_DERIVE_PARAMS {
     /**
      * The length of {@link #pSharedData} in bytes; 0 if the array is not to be used. Any other value must
      * equal the length of the array: a different one aborts the process. With a null or empty array it is not
-     * checked, and the library reads invalid memory.
+     * checked: the library gets a null pointer, or finds zeroes up to 64 KiB and crashes behind those.
      */
     public long ulSharedDataLen;
     /** The data that both sides share, or null for none. */
@@ -23,7 +23,7 @@ public class CK_ECDH1_DERIVE_PARAMS {
     /**
      * The length of {@link #pPublicData} in bytes; 0 if the array is not to be used. Any other value must
      * equal the length of the array: a different one aborts the process. With a null or empty array it is not
-     * checked, and the library reads invalid memory.
+     * checked: the library gets a null pointer, or finds zeroes up to 64 KiB and crashes behind those.
      */
     public long ulPublicDataLen;
     /** The public point of the other side. */

@@ -13,7 +13,7 @@ public class CK_ECIES_PARAMS {
     /**
      * The length of {@link #pSharedData1} in bytes; 0 if the array is not to be used. Any other value must
      * equal the length of the array: a different one aborts the process. With a null or empty array it is not
-     * checked, and the library reads invalid memory.
+     * checked: the library gets a null pointer, or finds zeroes up to 64 KiB and crashes behind those.
      */
     public long ulSharedDataLen1;
     /** The data for the key derivation that both sides share, or null for none. */
@@ -31,7 +31,7 @@ public class CK_ECIES_PARAMS {
     /**
      * The length of {@link #pSharedData2} in bytes; 0 if the array is not to be used. Any other value must
      * equal the length of the array: a different one aborts the process. With a null or empty array it is not
-     * checked, and the library reads invalid memory.
+     * checked: the library gets a null pointer, or finds zeroes up to 64 KiB and crashes behind those.
      */
     public long ulSharedDataLen2;
     /** The data for the MAC that both sides share, or null for none. */

@@ -10,8 +10,8 @@ public class CK_KEY_DERIVATION_STRING_DATA {
     /** The data that the mechanism combines with the key. */
     public byte[] pData;
     /**
-     * The length of {@link #pData} in bytes. It is not checked and never aborts the process, but one that is
-     * greater than the array makes the library read beyond the memory of the array.
+     * The length of {@link #pData} in bytes. It is not checked and never aborts the process. Behind a
+     * shorter array the library finds zeroes, up to 64 KiB, and crashes behind those.
      */
     public long len;
 

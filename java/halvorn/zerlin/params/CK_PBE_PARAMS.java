@@ -8,7 +8,7 @@ package halvorn.zerlin.params;
 public class CK_PBE_PARAMS {
     /**
      * Receives the initialisation vector that the library generates with the key; null for none. An array
-     * must have at least 8 bytes: the library writes beyond the memory of a shorter one.
+     * must have at least 8 bytes: a shorter one receives only a part.
      */
     public byte[] pInitVector = new byte[8];
     /** The password. */

@@ -14,15 +14,15 @@ public class CK_PKCS12_PBE_EXPORT_PARAMS {
     /** The password of the authenticated safe, the part of the file that contains keys and certificates. */
     public byte[] passwordAuthSafe;
     /**
-     * The length of {@link #passwordAuthSafe} in bytes. It is not checked and never aborts the process, but
-     * one that is greater than the array makes the library read beyond the memory of the array.
+     * The length of {@link #passwordAuthSafe} in bytes. It is not checked and never aborts the process.
+     * Behind a shorter array the library finds zeroes, up to 64 KiB, and crashes behind those.
      */
     public long passwordAuthSafeLen;
     /** The password of the integrity check, an HMAC. */
     public byte[] passwordHMAC;
     /**
-     * The length of {@link #passwordHMAC} in bytes. It is not checked and never aborts the process, but one
-     * that is greater than the array makes the library read beyond the memory of the array.
+     * The length of {@link #passwordHMAC} in bytes. It is not checked and never aborts the process. Behind
+     * a shorter array the library finds zeroes, up to 64 KiB, and crashes behind those.
      */
     public long passwordHMACLen;
     /** The mechanism that generates the key for the safe bags. */

@@ -16,15 +16,15 @@ public class CK_PKCS12_PBE_IMPORT_PARAMS {
     /** The password of the authenticated safe, the part of the file that contains keys and certificates. */
     public byte[] passwordAuthSafe;
     /**
-     * The length of {@link #passwordAuthSafe} in bytes. It is not checked and never aborts the process, but
-     * one that is greater than the array makes the library read beyond the memory of the array.
+     * The length of {@link #passwordAuthSafe} in bytes. It is not checked and never aborts the process.
+     * Behind a shorter array the library finds zeroes, up to 64 KiB, and crashes behind those.
      */
     public long passwordAuthSafeLen;
     /** The password of the integrity check, an HMAC. */
     public byte[] passwordHMAC;
     /**
-     * The length of {@link #passwordHMAC} in bytes. It is not checked and never aborts the process, but one
-     * that is greater than the array makes the library read beyond the memory of the array.
+     * The length of {@link #passwordHMAC} in bytes. It is not checked and never aborts the process. Behind
+     * a shorter array the library finds zeroes, up to 64 KiB, and crashes behind those.
      */
     public long passwordHMACLen;
     /**
@@ -33,8 +33,8 @@ public class CK_PKCS12_PBE_IMPORT_PARAMS {
      */
     public CK_ATTRIBUTE[] certAttr;
     /**
-     * The number of attributes in {@link #certAttr}. It is not checked and never aborts the process, but one
-     * that is greater than the length of the array makes the library read beyond the memory of the array.
+     * The number of attributes in {@link #certAttr}. It is not checked and never aborts the process. Behind
+     * a shorter array the library finds zeroes, up to 64 KiB, and crashes behind those.
      */
     public long certAttrCount;
     /**
@@ -43,10 +43,10 @@ public class CK_PKCS12_PBE_IMPORT_PARAMS {
      */
     public CK_OBJECT_HANDLE[] hCert;
     /**
-     * In: the capacity of {@link #hCert} in elements, at most its length. It is not checked, but with a
-     * greater one the library writes beyond the memory of the array. With 0 the array is not used. Out: the
-     * number of certificates in the file, which may be greater than the capacity. If this object is null, the
-     * capacity is 0 and the number is lost.
+     * In: the capacity of {@link #hCert} in elements, at most its length. It is not checked: handles
+     * beyond the array are lost, and beyond 64 KiB the library crashes. With 0 the array is not used. Out:
+     * the number of certificates in the file, which may be greater than the capacity. If this object is null,
+     * the capacity is 0 and the number is lost.
      */
     public LongRef hCertCount = new LongRef();
 

@@ -19,14 +19,12 @@ public class CK_SSL3_KEY_MAT_OUT {
     public CK_OBJECT_HANDLE hServerKey = new CK_OBJECT_HANDLE();
     /**
      * Receives the initialisation vector of the client; null only if {@code IVSizeInBits} is 0. The array
-     * must have at least ({@code IVSizeInBits} + 7) / 8 bytes: the library writes beyond the memory of a
-     * shorter one.
+     * must have at least ({@code IVSizeInBits} + 7) / 8 bytes: a shorter one receives only a part.
      */
     public byte[] pIVClient;
     /**
      * Receives the initialisation vector of the server; null only if {@code IVSizeInBits} is 0. The array
-     * must have at least ({@code IVSizeInBits} + 7) / 8 bytes: the library writes beyond the memory of a
-     * shorter one.
+     * must have at least ({@code IVSizeInBits} + 7) / 8 bytes: a shorter one receives only a part.
      */
     public byte[] pIVServer;
 
