@@ -140,7 +140,7 @@ void CallMemory::freeAll()
     }
     while (blocks != nullptr) {
         Block* const next = blocks->next;
-        if (blocks->content == Content::Secret) wipe(blocks + 1, blocks->size);
+        if (blocks->content == Content::Secret) wipe(blocks, sizeof(Block) + blocks->size);
         std::free(blocks);
         blocks = next;
     }

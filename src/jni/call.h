@@ -11,8 +11,9 @@
 //   afterCall(env, rv)       what must be done whatever the call left behind
 //   writeBack(env, rv)       writes results into Java objects; false with an exception pending
 //   writeBackLast(env, rv)   the same, after all others
-//   release(isRaised)        frees what is not in the memory of the call; isRaised when an exception is
-//   pending
+//   release(isRaised)        checks a length, or frees what is not in the memory of the call; isRaised when
+//   an
+//                            exception is pending
 //
 // A struct has only the stages that it needs. Each stage runs for all arguments, in their order, before the
 // next one; release runs on every way out once conversion has begun.
