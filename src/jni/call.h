@@ -2,19 +2,18 @@
 // that function's order, each of them a small struct of arguments.h that says what happens to it at each
 // stage:
 //
-//   findClass(env)           finds the class of an object that receives a result; false with an exception
-//   pending isMissing()              whether the argument must be refused, with CKR_ARGUMENTS_BAD
-//   convert(env[, memory])   makes the native value; false with an exception pending
+//   findClass(env)           finds the class of an object that receives a result
+//   isMissing()              whether the argument must be refused, with CKR_ARGUMENTS_BAD
+//   convert(env[, memory])   makes the native value
 //   convertLast(env)         the same, after all others, and nobody asks whether it failed
 //   allocate(env, memory)    makes room for a result; false: the native returns CKR_HOST_MEMORY
 //   handOn()                 a tuple of the values that the function takes for this argument
 //   afterCall(env, rv)       what must be done whatever the call left behind
-//   writeBack(env, rv)       writes results into Java objects; false with an exception pending
+//   writeBack(env, rv)       writes results into Java objects
 //   writeBackLast(env, rv)   the same, after all others
-//   release(isRaised)        checks a length, or frees what is not in the memory of the call; isRaised when
-//   an
-//                            exception is pending
+//   release(isRaised)        frees what is not in the memory of the call, or checks a length
 //
+// findClass, convert and both writeBacks return false with an exception pending; isRaised says that one is.
 // A struct has only the stages that it needs. Each stage runs for all arguments, in their order, before the
 // next one; release runs on every way out once conversion has begun.
 #pragma once
