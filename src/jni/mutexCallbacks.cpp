@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <mutex>
 
 #include "helper/javaNames.h"
 #include "util/fileVersion.h"
@@ -95,13 +96,26 @@ struct CallbackThread {
     bool failed() const { return env == nullptr || env->ExceptionCheck(); }
 };
 
+// Held while the registered object is taken or released: a thread may finalise while others lock.
+constinit std::mutex registration;
+
+// A local reference to the registered object, or null.
+jobject registeredObject(JNIEnv* env)
+{
+    const std::lock_guard lock(registration);
+    const jobject object = gInitArgsObject;
+    return object == nullptr ? nullptr : env->NewLocalRef(object);
+}
+
 // The callback object of the initialisation in force and its method. The object is a local reference; null
 // when any step failed, or nothing is registered, or the caller has taken the callback away since.
 jobject findCallback(JNIEnv* env, const Callback& callback, jmethodID* method)
 {
     if (FindClass(env, java::INITIALIZE_ARGS.cls) == nullptr) return nullptr;
     if (FindClass(env, callback.names.cls) == nullptr) return nullptr;
-    const jobject object = GetObjectField(env, gInitArgsObject, callback.field);
+    const LocalRef<jobject> registered(env, registeredObject(env));
+    if (registered == nullptr) return nullptr;
+    const jobject object = GetObjectField(env, registered, callback.field);
     if (object == nullptr) return nullptr;
     *method = GetMethodID(env, callback.names.call);
     if (*method != nullptr) return object;
@@ -169,8 +183,11 @@ CK_C_INITIALIZE_ARGS* makeInitArgsAdapter(JNIEnv* env, jobject jInitArgs)
 
 void releaseInitArgs(JNIEnv* env)
 {
-    const jobject object = gInitArgsObject.exchange(nullptr);
-    if (object != nullptr) env->DeleteGlobalRef(object);
+    {
+        const std::lock_guard lock(registration);
+        const jobject object = gInitArgsObject.exchange(nullptr);
+        if (object != nullptr) env->DeleteGlobalRef(object);
+    }
     std::free(gInitArgs.exchange(nullptr));
 }
 

@@ -185,6 +185,27 @@ TEST_F(MutexCallbacks, aMissingMutexOrCallbackReturnsMutexBad)
     EXPECT_EQ(all.LockMutex(string(env, "m")), CKR_MUTEX_BAD);
 }
 
+// The registration ends on another thread, after the callback has begun or before it.
+TEST_F(MutexCallbacks, aCallbackOutlivesItsRegistration)
+{
+    static const JNINativeInterface_* real;
+    real = env->functions;
+    initialise(answering(0));
+    const CK_VOID_PTR mutex = newMutex();
+    JNINativeInterface_ table = *real;
+    table.GetObjectField = [](JNIEnv* inner, jobject object, jfieldID field) {
+        inner->functions = real;
+        zerlin::releaseInitArgs(inner);
+        return inner->GetObjectField(object, field);
+    };
+    env->functions = &table;
+    EXPECT_EQ(given.LockMutex(mutex), CKR_OK);
+    EXPECT_EQ(env->functions, real);
+    EXPECT_EQ(given.UnlockMutex(mutex), CKR_MUTEX_BAD);
+    EXPECT_EQ(takeCalls(), "CreateMutex() LockMutex(m) ");
+    env->DeleteGlobalRef(static_cast<jobject>(mutex));
+}
+
 TEST_F(MutexCallbacks, aFailedInitialisationLeavesNothing)
 {
     const jobject args = answering(0);
