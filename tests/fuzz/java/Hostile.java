@@ -13,11 +13,13 @@ import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
 import java.lang.reflect.Proxy;
 import java.util.*;
+import java.util.concurrent.ConcurrentHashMap;
+import java.util.function.LongSupplier;
 import java.util.stream.Collectors;
 import java.util.stream.Stream;
 
 public final class Hostile {
-    private static final Method[] NATIVES = Stream.of(Cryptoki.class, CTUtil.class, CK_MECHANISM.class, CK.class)
+    static final Method[] NATIVES = Stream.of(Cryptoki.class, CTUtil.class, CK_MECHANISM.class, CK.class)
             .flatMap(owner -> Stream.of(owner.getDeclaredMethods()))
             .filter(method -> Modifier.isNative(method.getModifiers()))
             .sorted(Comparator.comparing(Method::getName)).toArray(Method[]::new);
@@ -45,8 +47,13 @@ public final class Hostile {
         CK_MECHANISM.class, CK_VERSION.class, CK_SSL3_RANDOM_DATA.class, CK_SSL3_KEY_MAT_OUT.class, Object.class};
 
     private static final int DIFFERENT = 20; // elements of an array of objects; further elements repeat them
-    private static final Map<Class<?>, Field[]> FIELDS = new HashMap<>();
+    private static final Map<Class<?>, Field[]> FIELDS = new ConcurrentHashMap<>();
     private static final Class<?>[] SUBCLASSES = Hostile.class.getDeclaredClasses();
+
+    // What overridden methods and, now and then, locking callbacks do.
+    static LongSupplier callback = () -> {
+        throw new IllegalStateException("hostile");
+    };
 
     public final Object[] arguments;
     public String description = "";
@@ -302,7 +309,7 @@ public final class Hostile {
         return mechanism.mechanism != null && (int) mechanism.mechanism.m_value == 0;
     }
 
-    private static Class<?> structureOf(Object parameter) {
+    static Class<?> structureOf(Object parameter) {
         Class<?> type = parameter == null ? null : parameter.getClass();
         return type == null || STRUCTURES.contains(type) ? type
                 : STRUCTURES.contains(type.getSuperclass()) ? type.getSuperclass() : null;
@@ -340,12 +347,12 @@ public final class Hostile {
         return text.append(')').toString();
     }
 
-    private static Field[] fields(Class<?> type) {
+    static Field[] fields(Class<?> type) {
         return FIELDS.computeIfAbsent(type, Class::getFields);
     }
 
     private static long fail() {
-        throw new IllegalStateException("hostile");
+        return callback.getAsLong();
     }
 
     // Subclasses whose fields hide those of their superclass, or whose methods throw.
