@@ -31,6 +31,17 @@ CK_C_INITIALIZE_ARGS* newInitArgs(JNIEnv* env)
     return static_cast<CK_C_INITIALIZE_ARGS*>(memory);
 }
 
+// Held while the registered object is taken or replaced: a thread may finalise while others lock.
+constinit std::mutex registration;
+
+// Replaces the registered object, of which object is a global reference or null.
+void setRegisteredObject(JNIEnv* env, jobject object)
+{
+    const std::lock_guard lock(registration);
+    const jobject previous = gInitArgsObject.exchange(object);
+    if (previous != nullptr) env->DeleteGlobalRef(previous);
+}
+
 // Fills the adapter and registers it. On failure an exception is pending.
 void fillAdapter(JNIEnv* env, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
 {
@@ -46,13 +57,14 @@ void fillAdapter(JNIEnv* env, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
 
     if (adapter->CreateMutex != nullptr || adapter->DestroyMutex != nullptr ||
         adapter->LockMutex != nullptr || adapter->UnlockMutex != nullptr) {
-        gInitArgsObject = env->NewGlobalRef(jInitArgs);
-        if (gInitArgsObject == nullptr) throwOutOfMemory(env);
+        const jobject registered = env->NewGlobalRef(jInitArgs);
+        setRegisteredObject(env, registered);
+        if (registered == nullptr) throwOutOfMemory(env);
         if (env->ExceptionCheck()) return;
         CK_C_INITIALIZE_ARGS* const copy = newInitArgs(env);
         if (copy == nullptr) return;
-        *copy = *adapter; // flags and pReserved still zero: deliberate
-        gInitArgs = copy;
+        *copy = *adapter;                    // flags and pReserved still zero: deliberate
+        std::free(gInitArgs.exchange(copy)); // two threads may initialise at once
     }
 
     adapter->flags = GetLongField(env, jInitArgs, java::INITIALIZE_ARGS.flags);
@@ -95,9 +107,6 @@ struct CallbackThread {
 
     bool failed() const { return env == nullptr || env->ExceptionCheck(); }
 };
-
-// Held while the registered object is taken or released: a thread may finalise while others lock.
-constinit std::mutex registration;
 
 // A local reference to the registered object, or null.
 jobject registeredObject(JNIEnv* env)
@@ -183,11 +192,7 @@ CK_C_INITIALIZE_ARGS* makeInitArgsAdapter(JNIEnv* env, jobject jInitArgs)
 
 void releaseInitArgs(JNIEnv* env)
 {
-    {
-        const std::lock_guard lock(registration);
-        const jobject object = gInitArgsObject.exchange(nullptr);
-        if (object != nullptr) env->DeleteGlobalRef(object);
-    }
+    setRegisteredObject(env, nullptr);
     std::free(gInitArgs.exchange(nullptr));
 }
 
