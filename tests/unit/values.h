@@ -1,7 +1,7 @@
 // Attribute values as Java objects, one of each class, and the attributes that hold them.
 #pragma once
 
-#include "harness/natives.h"
+#include "harness/failures.h"
 
 namespace jni {
 
@@ -13,52 +13,73 @@ inline jobject bbool(JNIEnv* env, bool value)
 {
     return make(env, "halvorn/zerlin/CK_BBOOL", "(Z)V", static_cast<jboolean>(value));
 }
+inline jobject date(JNIEnv* env, const char* year, const char* month, const char* day)
+{
+    return make(
+        env, "halvorn/zerlin/CK_DATE", "([B[B[B)V", bytes(env, year), bytes(env, month), bytes(env, day));
+}
 template <typename Array, typename Element>
-jobject filled(Array array, JNIEnv* env, void (JNIEnv::*set)(Array, jsize, jsize, const Element*),
+Array filled(JNIEnv* env, Array array, void (JNIEnv::*set)(Array, jsize, jsize, const Element*),
     const std::vector<Element>& values)
 {
     (env->*set)(array, 0, static_cast<jsize>(values.size()), values.data());
     return array;
 }
+inline std::string className(JNIEnv* env, jobject object)
+{
+    const std::string shown = text(env, {env->GetObjectClass(object)}); // "[class java.lang.Long]"
+    return shown.substr(7, shown.size() - 8);
+}
+
+constexpr std::uint8_t UNTOUCHED = 0xEE; // fills what waits for a copy
 
 // A value of one of the classes, and its native form.
 struct Value {
     jobject object;
     Bytes native; // empty: not convertible
     CK_ULONG length;
-    Bytes written;     // the shortest native value that is written back; empty: not writable
-    const char* after; // the object's text then, or the class that is refused
+    Bytes written;         // the shortest native value that is written back; empty: not writable
+    std::string after;     // the object's text then
+    Bytes copied = native; // the native form in memory that exists
+
+    bool isNumberArray() const { return native.size() == 4 * length && length > 1; }
+    bool isWhole() const { return native.size() == length && (length == 4 || length == 8); }
 };
 
 inline std::vector<Value> values(JNIEnv* e)
 {
+    const char* const REFUSED = "refused";
     const jlong BIG = 0x1'80000abc;
     const Bytes ABC = {0xbc, 0x0a, 0x00, 0x80}, FEDC = {0x98, 0xba, 0xdc, 0xfe};
-    const jobject date =
-        make(e, "halvorn/zerlin/CK_DATE", "([B[B[B)V", bytes(e, "2024"), bytes(e, "07"), bytes(e, "15"));
-    const jobject types = objects(
-        e, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", {mechanismType(e, BIG), mechanismType(e, 1)});
-    std::vector<Value> all = {{bytes(e, {7, 8, 255, 7}), {7, 8, 255, 7}, 4, {9}, "[[9, 8, -1, 7]]"},
+    const jobject types = objects(e, "halvorn/zerlin/constants/CK_MECHANISM_TYPE",
+        {mechanismType(e, BIG), mechanismType(e, 1), mechanismType(e, 2)});
+    std::vector<Value> all = {{bytes(e, {7, 8, 255, 7, 6}), {7, 8, 255, 7, 6}, 5, {9}, "[[9, 8, -1, 7, 6]]"},
         {boxedLong(e, BIG), ABC, 4, FEDC, "[4275878552]"}, {bbool(e, false), {0}, 1, {1}, "[CK_TRUE]"},
         {make(e, "java/lang/Boolean", "(Z)V", JNI_TRUE), {1}, 1, {0}, "[false]"},
         // Deliberate: the month is written over the year's first two bytes, and read from there.
-        {date, {'0', '7', '2', '4', 0, 0, '1', '5'}, 8, {'1', '9', '9', '8', '1', '2', '3', '1'},
-            "[1998-19-31]"},
+        {date(e, "2024", "07", "15"), {'0', '7', '2', '4', 0, 0, '1', '5'}, 8,
+            {'1', '9', '9', '8', '1', '2', '3', '1'}, "[1998-19-31]",
+            {'0', '7', '2', '4', UNTOUCHED, UNTOUCHED, '1', '5'}},
         {object(e, BIG), ABC, 4, FEDC, "[object 4275878552]"},
         {session(e, BIG), ABC, 4, FEDC, "[session 4275878552]"},
-        {types, {0xbc, 0x0a, 0x00, 0x80, 1, 0, 0, 0}, 8, FEDC, "[[0xfedcba98, CKM_RSA_PKCS (0x1)]]"},
+        {types, {0xbc, 0x0a, 0x00, 0x80, 1, 0, 0, 0, 2, 0, 0, 0}, 12, FEDC,
+            "[[0xfedcba98, CKM_RSA_PKCS (0x1), CKM_RSA_9796 (0x2)]]"},
         // The length of a number array counts elements.
-        {longs(e, {1, 0x1'fffffffe}), {1, 0, 0, 0, 0xfe, 0xff, 0xff, 0xff}, 2, {}, "[J"},
-        {string(e, "my\xc3\xa9"), {'m', 'y', 0xc3, 0xa9, 0}, 4, {}, "java.lang.String"},
-        {make(e, "java/lang/Integer", "(I)V", -2), {0xfe, 0xff, 0xff, 0xff}, 4, {}, "java.lang.Integer"},
+        {longs(e, {1, 0x1'fffffffe}), {1, 0, 0, 0, 0xfe, 0xff, 0xff, 0xff}, 2, {}, REFUSED},
+        {string(e, "my\xc3\xa9"), {'m', 'y', 0xc3, 0xa9, 0}, 4, {}, REFUSED},
+        {make(e, "java/lang/Integer", "(I)V", -2), {0xfe, 0xff, 0xff, 0xff}, 4, {}, REFUSED},
         // Read as a long[] of the same memory; what lies behind the array counts as zero.
-        {filled(e->NewIntArray(3), e, &JNIEnv::SetIntArrayRegion, {1, 9, -2}),
-            {1, 0, 0, 0, 0xfe, 0xff, 0xff, 0xff, 0, 0, 0, 0}, 3, {}, "[I"},
-        {filled(e->NewBooleanArray(2), e, &JNIEnv::SetBooleanArrayRegion, {1, 0}), {1, 0}, 2, {}, "[Z"},
-        {filled(e->NewCharArray(2), e, &JNIEnv::SetCharArrayRegion, {'a', 0x1ff}), {'a', 0xff}, 2, {}, "[C"},
-        {make(e, "java/lang/Byte", "(B)V", -1), {255}, 1, {}, "java.lang.Byte"},
+        {filled(e, e->NewIntArray(3), &JNIEnv::SetIntArrayRegion, {1, 9, -2}),
+            {1, 0, 0, 0, 0xfe, 0xff, 0xff, 0xff, 0, 0, 0, 0}, 3, {}, REFUSED,
+            {1, 0, 0, 0, 9, 0, 0, 0, 0xfe, 0xff, 0xff, 0xff}},
+        {filled(e, e->NewBooleanArray(2), &JNIEnv::SetBooleanArrayRegion, {1, 0}), {1, 0}, 2, {}, REFUSED},
+        {filled(e, e->NewCharArray(2), &JNIEnv::SetCharArrayRegion, {'a', 0x1ff}), {'a', 0xff}, 2, {},
+            REFUSED},
+        {make(e, "java/lang/Byte", "(B)V", -1), {255}, 1, {}, REFUSED},
         // Deliberate: its converter looks for a class that does not exist.
-        {make(e, "java/lang/Character", "(C)V", 'a'), {}, 0, {}, "java.lang.Character"}};
+        {make(e, "java/lang/Character", "(C)V", 0x2161), {}, 0, {}, REFUSED, {'a'}},
+        {make(e, "java/lang/Double", "(D)V", 1.5), {}, 0, {}, REFUSED},
+        {objects(e, "[B", {}), {}, 0, {}, REFUSED}};
     for (const std::string name : {"ATTRIBUTE_TYPE", "CERTIFICATE_TYPE", "HW_FEATURE_TYPE", "KEY_TYPE",
              "MECHANISM_TYPE", "OBJECT_CLASS", "RSA_PKCS_OAEP_SOURCE_TYPE", "RV", "STATE", "USER_TYPE"})
         all.push_back({make(e, ("halvorn/zerlin/constants/CK_" + name).c_str(), "(J)V", BIG), ABC, 4, FEDC,
@@ -72,12 +93,9 @@ inline CK_ATTRIBUTE native(CK_ULONG type, const Bytes& value)
 }
 inline jobject attribute(JNIEnv* env, jlong type, jobject value, jlong valueLen)
 {
-    const jobject made = make(env, "halvorn/zerlin/CK_ATTRIBUTE");
-    const jobject madeType = make(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", "(J)V", type);
-    setObject(env, made, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;", madeType);
-    setObject(env, made, "pValue", "Ljava/lang/Object;", value);
-    setLong(env, made, "valueLen", valueLen);
-    env->DeleteLocalRef(madeType);
+    const char* const path = "halvorn/zerlin/CK_ATTRIBUTE";
+    const jobject made = make(env, path, "(JLjava/lang/Object;J)V", type, nullptr, valueLen);
+    setObject(env, made, "pValue", "Ljava/lang/Object;", value); // the constructor would replace an int[]
     return made;
 }
 inline jobjectArray attributes(JNIEnv* env, const std::vector<jobject>& elements)
@@ -93,22 +111,23 @@ inline std::string describe(JNIEnv* env, jobject attribute)
            std::to_string(getLong(env, attribute, "valueLen"));
 }
 
-// The values of the handles, types, lengths and counts that a native reads, in its order.
-inline Longs readBy(JNIEnv* env, const Call& made)
+// Fails each JNI call and each allocation of a conversion in turn. A result of false or null goes with an
+// exception.
+template <typename Work>
+void failEach(JNIEnv* env, const std::string& name, const Work& work)
 {
-    static const JNINativeInterface_* real;
-    static Longs read;
-    real = env->functions;
-    read.clear();
-    JNINativeInterface_ table = *real;
-    table.GetLongField = [](JNIEnv* e, jobject object, jfieldID field) {
-        read.push_back(real->GetLongField(e, object, field));
-        return read.back();
+    SCOPED_TRACE(name);
+    const auto checked = [&] {
+        if constexpr (std::is_void_v<decltype(work())>) {
+            work();
+        } else {
+            const bool isDone = work();
+            EXPECT_EQ(isDone, !env->ExceptionCheck());
+        }
     };
-    env->functions = &table;
-    made(env);
-    env->functions = real;
-    return read;
+    failEachJniCall(env, [&] { return checked; });
+    const Lines outcomes = failEachAllocation(env, [&] { return checked(), "survived"; });
+    EXPECT_EQ(outcomes, Lines(outcomes.size(), NO_MEMORY));
 }
 
 } // namespace jni

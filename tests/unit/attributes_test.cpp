@@ -1,0 +1,323 @@
+// Attribute values and templates, in all directions.
+#include "helper/convToCK.h"
+#include "helper/convToJava.h"
+#include "helper/copyToCK.h"
+#include "helper/copyToJava.h"
+#include "param_text.h"
+#include "values.h"
+
+#include <set>
+
+namespace {
+
+using namespace jni;
+using namespace zerlin;
+
+struct Attributes : JniTest {
+    void expectRefused(const char* prefix, const std::string& cls, const char* suffix = " to a CK type")
+    {
+        EXPECT_EQ(takeException(env), "java.lang.UnsupportedOperationException: " + (prefix + cls) + suffix);
+    }
+    std::string after(const Bytes& native, jobject target)
+    {
+        const bool isDone = CopyCKObjectPtrToJObjectPrimitive(env, native.data(), native.size(), target);
+        EXPECT_EQ(isDone, !env->ExceptionCheck());
+        return isDone ? text(env, {target}) : "refused";
+    }
+};
+
+// New native values, copies of every capacity, and native values of every length back into the object.
+TEST_F(Attributes, theClassOfAValueDecidesItsNativeForm)
+{
+    for (const Value& row : values(env)) {
+        const std::string cls = className(env, row.object);
+        SCOPED_TRACE(cls);
+        void* data = nullptr;
+        CK_ULONG length = 77;
+        jObjectToPrimitiveCKObjectPtrPtr(env, row.object, &data, &length);
+        const auto* const first = static_cast<CK_BYTE*>(data);
+        EXPECT_EQ(first ? Bytes(first, first + row.native.size()) : Bytes(), row.native);
+        EXPECT_EQ(length, row.length);
+        std::free(data);
+        if (cls == "java.lang.Character")
+            EXPECT_EQ(takeException(env), "java.lang.NoClassDefFoundError: java/lang/Char");
+        else if (row.native.empty())
+            expectRefused("No Conversion from ", cls);
+
+        CK_BYTE buffer[16];
+        for (CK_ULONG capacity = 0; capacity < row.length + 2; ++capacity) {
+            std::fill(std::begin(buffer), std::end(buffer), UNTOUCHED);
+            CopyJObjectPrimativeToCKObjectPtr(env, row.object, buffer, capacity);
+            const bool isRefused =
+                capacity > 0 && (row.copied.empty() || (row.isWhole() && capacity < row.length));
+            if (isRefused) expectRefused("Can not copy from ", cls);
+            // Deliberate: the capacity counts the elements of a number array.
+            std::size_t size = capacity * (row.isNumberArray() ? 4 : 1);
+            if (cls.starts_with("[Lhalvorn")) size -= size % 4; // mechanism types are not cut
+            Bytes expected = row.copied;
+            expected.resize(isRefused ? 0 : std::min(size, expected.size()));
+            expected.resize(sizeof buffer, UNTOUCHED);
+            EXPECT_EQ(Bytes(std::begin(buffer), std::end(buffer)), expected) << capacity;
+        }
+        failEach(env, "copied", [&] {
+            buffer[0] = UNTOUCHED;
+            CopyJObjectPrimativeToCKObjectPtr(env, row.object, buffer, 8);
+            EXPECT_TRUE(!env->ExceptionCheck() || row.length > 4 || buffer[0] == UNTOUCHED);
+        });
+
+        const std::string before = text(env, {row.object});
+        for (std::size_t size = 0; size < row.written.size(); ++size)
+            EXPECT_EQ(after(Bytes(&row.written[0], &row.written[size]), row.object), before) << size;
+        EXPECT_TRUE(CopyCKObjectPtrToJObjectPrimitive(env, nullptr, 64, row.object));
+        EXPECT_EQ(after({}, row.object), before);
+        EXPECT_EQ(after(row.written.empty() ? Bytes{1} : row.written, row.object), row.after);
+        if (row.written.empty()) expectRefused("Can not copy from CK type to ", cls, "");
+    }
+    // A Boolean takes the byte, of which the JVM keeps the lowest bit.
+    EXPECT_EQ(after({3}, bbool(env, true)) + after({3}, make(env, "java/lang/Boolean", "(Z)V", JNI_FALSE)),
+        "[CK_FALSE][true]");
+    const jobject types =
+        objects(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", {mechanismType(env, 0x77)});
+    EXPECT_EQ(after({1, 0, 0, 0x80, 2, 0}, types), "[[0x77]]");
+    EXPECT_EQ(after({1, 0, 0, 0x80, 2, 0, 0, 0x80}, types), "[[0x80000001]]");
+}
+
+TEST_F(Attributes, theGivenLengthIsKeptExceptForFourByteNumbers)
+{
+    const jlong LABEL = 3, CLASS = 0, MECHANISM_LIST = 0x80000104;
+    const jobject seven = bytes(env, "1234567"), three = longs(env, {1, 2, 3});
+    const std::tuple<jlong, jobject, jlong, CK_ULONG> rows[] = {{LABEL, nullptr, 4, 4}, {LABEL, seven, 4, 4},
+        {LABEL, seven, 0, 0}, {LABEL, seven, 9, 9}, {LABEL, seven, -1, 0xffffffff},
+        {LABEL, seven, 0x1'00000003, 3}, {1, seven, 4, 4}, {0x80000147, seven, 4, 4}, {CLASS, nullptr, 4, 0},
+        {CLASS, nullptr, 8, 8}, {CLASS, seven, 0x1'00000004, 7}, {CLASS, seven, 5, 5}, {0x121, seven, 4, 7},
+        {0x8000012c, seven, 4, 7}, {MECHANISM_LIST, three, 4, 3}, {MECHANISM_LIST, three, 12, 12}};
+    for (const auto& [type, value, given, length] : rows) {
+        const CK_ATTRIBUTE made = jAttributeToCKAttribute(env, attribute(env, type, value, given));
+        EXPECT_EQ(made.type, static_cast<CK_ULONG>(type));
+        EXPECT_EQ(made.ulValueLen, length) << std::hex << type << ", " << given;
+        std::free(made.pValue);
+    }
+}
+
+// The new template as "type: value", freed.
+Lines converted(JNIEnv* env, jobjectArray array)
+{
+    CK_ATTRIBUTE_PTR data = nullptr;
+    CK_ULONG count = 0;
+    jAttributeArrayToCKAttributeArray(env, array, &data, &count);
+    Lines lines;
+    for (CK_ULONG i = 0; i < count; ++i) {
+        const auto* const value = static_cast<const char*>(data[i].pValue);
+        lines.push_back(
+            std::to_string(data[i].type) + ": " + (value ? std::string(value, data[i].ulValueLen) : "null"));
+        std::free(data[i].pValue);
+    }
+    std::free(data);
+    return lines;
+}
+
+TEST_F(Attributes, nullElementsAreUnavailableAndABadValueEndsTheTemplate)
+{
+    const jobject untyped = attribute(env, 3, bytes(env, "two"), 3);
+    setObject(env, untyped, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;", nullptr);
+    const jobject bad = attribute(env, 18, make(env, "java/lang/Double", "(D)V", 1.5), 8);
+    const std::vector<jobject> all = {
+        attribute(env, 3, bytes(env, "one"), 2), nullptr, untyped, bad, untyped};
+    EXPECT_EQ(converted(env, attributes(env, all)),
+        (Lines{"3: on", "4294967295: null", "4294967295: two", "18: null", "0: null"}));
+    expectRefused("No Conversion from ", "java.lang.Double");
+    const jobjectArray other = objects(env, "java/lang/Object", {all[0], string(env, "no attribute")});
+    EXPECT_EQ(converted(env, other), (Lines{"3: on", "4294967295: null"}));
+    EXPECT_EQ(converted(env, attributes(env, {})).size() + converted(env, nullptr).size(), 0U);
+    const jobjectArray longer = attributes(env, std::vector<jobject>(10000, all[0]));
+    EXPECT_LE(watch(env, {}, [&] { EXPECT_EQ(converted(env, longer).size(), 10000U); }).maxLocalRefs, 16U);
+
+    Bytes first(4, UNTOUCHED), second(4, UNTOUCHED);
+    CK_ATTRIBUTE copied[] = {native(0, first), native(0, second)};
+    CopyJAttributeArrayToCKAttributeArray(env, attributes(env, {all[0], bad}), copied, 2);
+    expectRefused("Can not copy from ", "java.lang.Double");
+    EXPECT_EQ(first, (Bytes{'o', 'n', 'e', UNTOUCHED}));
+    EXPECT_TRUE(
+        copied[0].type == 3 && copied[0].ulValueLen == 2 && copied[1].type == 18 && second[0] == UNTOUCHED);
+    failEach(env, "copied attribute", [&, one = attributes(env, {all[0]})] {
+        copied[0].ulValueLen = 4;
+        CopyJAttributeArrayToCKAttributeArray(env, one, copied, 1);
+        EXPECT_EQ(copied[0].ulValueLen, env->ExceptionCheck() ? 4 : 2) << "the last that is set";
+    });
+}
+
+// The types that become something else than byte[].
+const std::pair<const char*, std::set<CK_ULONG>> TYPES[] = {{"halvorn.zerlin.constants.CK_OBJECT_CLASS", {0}},
+    {"halvorn.zerlin.constants.CK_CERTIFICATE_TYPE", {0x80}},
+    {"halvorn.zerlin.constants.CK_KEY_TYPE", {0x100}},
+    {"halvorn.zerlin.constants.CK_HW_FEATURE_TYPE", {0x300}}, {"halvorn.zerlin.CK_DATE", {0x110, 0x111}},
+    {"[Lhalvorn.zerlin.constants.CK_MECHANISM_TYPE;", {0x80000104}},
+    {"halvorn.zerlin.CK_BBOOL",
+        {0x1, 0x2, 0x86, 0x103, 0x104, 0x105, 0x106, 0x107, 0x108, 0x109, 0x10a, 0x10b, 0x10c, 0x162, 0x163,
+            0x164, 0x165, 0x170, 0x200, 0x301, 0x302, 0x80000127, 0x80000128, 0x80000129, 0x8000012a,
+            0x8000012b, 0x80000139, 0x8000013a, 0x80000145, 0x80000147, 0x8000014b, 0x80000170, 0x80000250}},
+    {"java.lang.Long", {0x121, 0x133, 0x134, 0x160, 0x161, 0x201, 0x80000101, 0x80000136, 0x80000137,
+                           0x80000140, 0x80000141, 0x80000142, 0x80000143, 0x80000144, 0x80000148, 0x8000014c,
+                           0x8000014d, 0x8000014e, 0x80000151, 0x80000155, 0x80000156, 0x80000158, 0x80000159,
+                           0x80000185, 0x80000186, 0x80000187, 0x80000189, 0x8000018a, 0x80000200}}};
+
+TEST_F(Attributes, theTypeDecidesTheClassOfANewValue)
+{
+    const Bytes value(8, '1');
+    std::vector<CK_ATTRIBUTE> all;
+    for (CK_ULONG type = 0; type <= 0x80000400; type += type == 0x400 ? 0x7ffffc00 : 1) {
+        const LocalFrame frame(env);
+        const char* cls = "[B";
+        for (const auto& [other, types] : TYPES)
+            if (types.contains(type)) cls = other;
+        const CK_ATTRIBUTE source = native(type, value);
+        EXPECT_EQ(className(env, ckAttributeValueToJObject(env, &source)), cls) << std::hex << type;
+        if (type == 3 || cls[1] != 'B') all.push_back(source);
+    }
+    failEach(env, "new attributes",
+        [&] { return ckAttributeArrayToJAttributeArray(env, all.data(), all.size()) != nullptr; });
+}
+
+TEST_F(Attributes, newAttributesHaveTheirFirstBytesAndTheirLength)
+{
+    const std::tuple<CK_ULONG, Bytes, CK_ULONG, const char*> rows[] = {
+        {0x000, {0x00, 0x02, 0x00, 0x80}, 4, "[0x80000200]"},
+        {0x080, {0x98, 0xba, 0xdc, 0xfe, 0xee}, 5, "[0xfedcba98]"}, {0x001, {1, 7}, 2, "[CK_TRUE]"},
+        {0x001, {2}, 1, "[CK_FALSE]"},
+        {0x110, {'2', '0', '2', '4', '0', '7', '1', '5', '9'}, 9, "[2024-07-15]"},
+        {0x161, {255, 255, 255, 255, 7}, 5, "[4294967295]"}, {0x161, {5, 1, 9, 9}, 2, "[261]"},
+        {0x80000104, {8, 0, 0, 0x90, 9, 0, 0, 0x90, 1}, 9, "[[0x90000008, 0x90000009]]"},
+        {0x80000104, {8, 0, 0, 0}, 3, "[[]]"}, {0x003, {'a', 255}, 2, "[[97, -1]]"},
+        {0x003, {1}, 0, "[null]"}, {0x003, {}, 0xffffffff, "[null]"}};
+    std::vector<CK_ATTRIBUTE> source;
+    for (const auto& [type, value, length, shown] : rows)
+        source.push_back({type, const_cast<CK_BYTE*>(value.data()), length});
+    const jobjectArray made = ckAttributeArrayToJAttributeArray(env, source.data(), source.size());
+    for (jsize i = 0; const auto& [type, value, length, shown] : rows) {
+        const jobject element = env->GetObjectArrayElement(made, i++);
+        EXPECT_EQ(text(env, {getObject(env, element, "pValue", "Ljava/lang/Object;")}), shown);
+        EXPECT_EQ(getLong(env, element, "valueLen"), jlong{length}) << shown;
+        EXPECT_EQ(jAttributeToCKAttribute(env, element).type, type) << shown;
+    }
+    EXPECT_EQ(env->GetArrayLength(made), std::ssize(rows));
+    EXPECT_EQ(ckAttributeArrayToJAttributeArray(env, nullptr, 3), nullptr);
+    EXPECT_NE(ckAttributeArrayToJAttributeArray(env, source.data(), 0), nullptr);
+}
+
+TEST_F(Attributes, aWriteTakesTheLengthAndAWildcardAlsoTheType)
+{
+    const Bytes five = {1, 2, 3, 4, 5}, two = {1, 2};
+    const CK_ATTRIBUTE unavailable = {3, const_cast<CK_BYTE*>(five.data()), 0xffffffff};
+    const auto seven = [&] { return bytes(env, {7, 7, 7}); };
+    const std::tuple<jobject, CK_ATTRIBUTE, const char*> rows[] = {
+        {attribute(env, 3, seven(), 6), native(0x11, five), "[CKA_LABEL (0x3), [1, 2, 3]] 5"},
+        {attribute(env, 3, seven(), 6), {3, nullptr, 9}, "[CKA_LABEL (0x3), [7, 7, 7]] 9"},
+        {attribute(env, 3, seven(), 6), unavailable, "[CKA_LABEL (0x3), [1, 2, 3]] 4294967295"},
+        {attribute(env, 65535, seven(), 6), native(3, two), "[CKA_LABEL (0x3), [1, 2, 7]] 2"},
+        {attribute(env, 0x1'0000ffff, nullptr, 6), native(3, two), "[CKA_LABEL (0x3), null] 2"}};
+    for (const auto& [target, source, after] : rows) {
+        CopyCKAttributeToJAttribute(env, &source, target);
+        EXPECT_EQ(describe(env, target), after);
+    }
+}
+
+TEST_F(Attributes, writingStopsAtTheEndTheCountOrAnException)
+{
+    const Bytes one = {1};
+    const std::vector<CK_ATTRIBUTE> source(3, native(3, one));
+    const auto fresh = [&] { return attribute(env, 3, nullptr, 0); };
+    const jobject bad = attribute(env, 3, string(env, "no"), 0);
+    const std::tuple<std::vector<jobject>, CK_ULONG, Longs> rows[] = {
+        {{fresh(), fresh(), fresh()}, 2, {1, 1, 0}}, {{fresh(), fresh()}, 0xffffffff, {1, 1}},
+        {{fresh(), nullptr, fresh()}, 3, {1, -1, 1}}, {{fresh(), bad, fresh()}, 3, {1, 0, 0}}};
+    for (const auto& [targets, count, lengths] : rows) {
+        CopyCKAttributeArrayToJAttributeArray(env, source.data(), count, attributes(env, targets));
+        if (targets[1] == bad) expectRefused("Can not copy from CK type to ", "java.lang.String", "");
+        for (std::size_t i = 0; i < targets.size(); ++i)
+            EXPECT_EQ(targets[i] ? getLong(env, targets[i], "valueLen") : -1, lengths[i])
+                << i << " of " << count;
+    }
+}
+
+// Each element of the long template is a call; a large array has memory of its own.
+TEST_F(Attributes, aFailureOfATemplateRaisesItsExceptionAndLeavesNothing)
+{
+    std::vector<jobject> readable, writable = {attribute(env, 65535, nullptr, 0)},
+                                   large; // the type is written, too
+    for (const Value& row : values(env)) {
+        const jobject made = attribute(env, 3, row.object, 1);
+        if (!row.native.empty()) readable.push_back(made);
+        if (!row.written.empty()) writable.push_back(made);
+    }
+    for (const jobject value : {jobject{env->NewByteArray(3000)}, jobject{env->NewLongArray(3000)},
+             jobject{env->NewIntArray(3000)}, jobject{env->NewBooleanArray(3000)},
+             jobject{env->NewCharArray(3000)}, jobject{string(env, std::string(3000, 'x').c_str())}})
+        large.push_back(attribute(env, 3, value, 1));
+    recorder::script().byteLimit = 0;
+    const auto failCreating = [&](const jobjectArray array) {
+        const Call made = call(NATIVE(C_1CreateObject), session(env), array, 1, object(env, 1));
+        const auto failed = failEachJniCall(env, [&] { return [&] { return made(env); }; });
+        const Lines outcomes =
+            failEachAllocation(env, [&] { return made(env) == nullptr ? "" : "survived"; });
+        EXPECT_EQ(outcomes, Lines(outcomes.size(), NO_MEMORY));
+        return std::pair(failed, outcomes.size());
+    };
+    EXPECT_GT(failCreating(attributes(env, readable)).first, 50);
+    EXPECT_GE(failCreating(attributes(env, large)).second, large.size());
+    const Call reading = call(NATIVE(C_1GetAttributeValue), session(env), object(env, 42),
+        attributes(env, writable), std::ssize(writable));
+    EXPECT_GT(failEachJniCall(env, [&] { return [&] { return reading(env); }; }), 100);
+}
+
+// The numbers that a native reads, in its order: handles, types, lengths and capacities.
+Longs readBy(JNIEnv* env, const Call& made)
+{
+    static const JNINativeInterface_* real;
+    static Longs read;
+    real = env->functions;
+    read.clear();
+    JNINativeInterface_ table = *real;
+    table.GetLongField = [](JNIEnv* e, jobject object, jfieldID field) {
+        read.push_back(real->GetLongField(e, object, field));
+        return read.back();
+    };
+    env->functions = &table;
+    made(env);
+    env->functions = real;
+    return read;
+}
+
+TEST_F(Attributes, argumentsAreConvertedInTheirOrder)
+{
+    const jobject on = session(env, 1), key = object(env, 2), other = object(env, 3), made = object(env, 0);
+    const jobject aes = mechanism(env, 4, bytes(env, "iv"), 5);
+    const jobjectArray all = attributes(env, {attribute(env, 6, nullptr, 7)}),
+                       more = attributes(env, {attribute(env, 8, nullptr, 9)});
+    const std::tuple<const char*, Call, Longs> rows[] = {
+        {"C_SetOperationState", call(NATIVE(C_1SetOperationState), on, bytes(env, "x"), 1, key, other),
+            {1, 2, 3}},
+        // Deliberate: the template comes before the object.
+        {"C_SetAttributeValue", call(NATIVE(C_1SetAttributeValue), on, key, all, 1), {1, 6, 7, 2}},
+        {"C_GenerateKeyPair", call(NATIVE(C_1GenerateKeyPair), on, aes, all, 1, more, 1, made, made),
+            {1, 4, 5, 6, 7, 8, 9}},
+        {"C_WrapKey", call(NATIVE(C_1WrapKey), on, aes, key, other, nullptr, longRef(env, 5)),
+            {1, 4, 5, 2, 3, 5}},
+        {"C_UnwrapKey", call(NATIVE(C_1UnwrapKey), on, aes, key, bytes(env, "x"), 1, all, 1, made),
+            {1, 4, 5, 2, 6, 7}}};
+    for (const auto& [name, native, order] : rows)
+        EXPECT_EQ(readBy(env, native), order) << name;
+}
+
+// A number array in Java knows its native length, and an int[] becomes the long[] that is read in full.
+TEST_F(Attributes, javaObjectsDescribeThemselves)
+{
+    const auto made = [&](jobject value, jlong length) {
+        const char* const path = "halvorn/zerlin/CK_ATTRIBUTE";
+        return length < 0 ? make(env, path, "(JLjava/lang/Object;)V", jlong{3}, value)
+                          : make(env, path, "(JLjava/lang/Object;J)V", jlong{3}, value, length);
+    };
+    const jintArray ints = filled(env, env->NewIntArray(3), &JNIEnv::SetIntArrayRegion, {1, 9, -2});
+    EXPECT_EQ(describe(env, made(ints, -1)), "[CKA_LABEL (0x3), [1, 9, -2]] 12");
+}
+
+} // namespace
