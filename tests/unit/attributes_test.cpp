@@ -34,15 +34,26 @@ TEST_F(Attributes, theClassOfAValueDecidesItsNativeForm)
         SCOPED_TRACE(cls);
         void* data = nullptr;
         CK_ULONG length = 77;
-        jObjectToPrimitiveCKObjectPtrPtr(env, row.object, &data, &length);
-        const auto* const first = static_cast<CK_BYTE*>(data);
-        EXPECT_EQ(first ? Bytes(first, first + row.native.size()) : Bytes(), row.native);
+        const auto blocks = [&] {
+            const HeapWatch heap;
+            jObjectToPrimitiveCKObjectPtrPtr(env, row.object, &data, &length);
+            return heap.blocks;
+        }();
+        EXPECT_TRUE(data == nullptr || blocks.at(data) == row.native.size() + cls.starts_with('['))
+            << "its spare byte";
+        EXPECT_EQ(
+            Bytes(static_cast<CK_BYTE*>(data), static_cast<CK_BYTE*>(data) + row.native.size()), row.native);
         EXPECT_EQ(length, row.length);
         std::free(data);
         if (cls == "java.lang.Character")
             EXPECT_EQ(takeException(env), "java.lang.NoClassDefFoundError: java/lang/Char");
         else if (row.native.empty())
             expectRefused("No Conversion from ", cls);
+        failEach(env, "new", [&] {
+            data = nullptr;
+            jObjectToPrimitiveCKObjectPtrPtr(env, row.object, &data, &length);
+            std::free(data);
+        });
 
         CK_BYTE buffer[16];
         for (CK_ULONG capacity = 0; capacity < row.length + 2; ++capacity) {
@@ -97,6 +108,17 @@ TEST_F(Attributes, theGivenLengthIsKeptExceptForFourByteNumbers)
         EXPECT_EQ(made.ulValueLen, length) << std::hex << type << ", " << given;
         std::free(made.pValue);
     }
+}
+
+// The length of a number array counts elements; its bytes arrive whole, and zeroes up to a greater length.
+TEST_F(Attributes, numberArraysArriveWhole)
+{
+    const jobject numbers = longs(env, {1, 2, 3});
+    for (const auto& [length, shown] : {std::pair{12, "], 12}"}, {16, "00000000], 16}"}})
+        expectCall(env,
+            call(NATIVE(C_1FindObjectsInit), session(env),
+                attributes(env, {attribute(env, 3, numbers, length)}), 1),
+            std::string("C_FindObjectsInit(41, {{3, [010000000200000003000000") + shown + "}, 1)");
 }
 
 // The new template as "type: value", freed.
@@ -204,38 +226,32 @@ TEST_F(Attributes, newAttributesHaveTheirFirstBytesAndTheirLength)
     EXPECT_NE(ckAttributeArrayToJAttributeArray(env, source.data(), 0), nullptr);
 }
 
-TEST_F(Attributes, aWriteTakesTheLengthAndAWildcardAlsoTheType)
+TEST_F(Attributes, aWriteTakesTheLengthAndAWildcardTheTypeUpToAnEndOrAnException)
 {
-    const Bytes five = {1, 2, 3, 4, 5}, two = {1, 2};
-    const CK_ATTRIBUTE unavailable = {3, const_cast<CK_BYTE*>(five.data()), 0xffffffff};
-    const auto seven = [&] { return bytes(env, {7, 7, 7}); };
-    const std::tuple<jobject, CK_ATTRIBUTE, const char*> rows[] = {
-        {attribute(env, 3, seven(), 6), native(0x11, five), "[CKA_LABEL (0x3), [1, 2, 3]] 5"},
-        {attribute(env, 3, seven(), 6), {3, nullptr, 9}, "[CKA_LABEL (0x3), [7, 7, 7]] 9"},
-        {attribute(env, 3, seven(), 6), unavailable, "[CKA_LABEL (0x3), [1, 2, 3]] 4294967295"},
-        {attribute(env, 65535, seven(), 6), native(3, two), "[CKA_LABEL (0x3), [1, 2, 7]] 2"},
-        {attribute(env, 0x1'0000ffff, nullptr, 6), native(3, two), "[CKA_LABEL (0x3), null] 2"}};
-    for (const auto& [target, source, after] : rows) {
-        CopyCKAttributeToJAttribute(env, &source, target);
-        EXPECT_EQ(describe(env, target), after);
-    }
-}
-
-TEST_F(Attributes, writingStopsAtTheEndTheCountOrAnException)
-{
-    const Bytes one = {1};
-    const std::vector<CK_ATTRIBUTE> source(3, native(3, one));
-    const auto fresh = [&] { return attribute(env, 3, nullptr, 0); };
-    const jobject bad = attribute(env, 3, string(env, "no"), 0);
-    const std::tuple<std::vector<jobject>, CK_ULONG, Longs> rows[] = {
-        {{fresh(), fresh(), fresh()}, 2, {1, 1, 0}}, {{fresh(), fresh()}, 0xffffffff, {1, 1}},
-        {{fresh(), nullptr, fresh()}, 3, {1, -1, 1}}, {{fresh(), bad, fresh()}, 3, {1, 0, 0}}};
-    for (const auto& [targets, count, lengths] : rows) {
-        CopyCKAttributeArrayToJAttributeArray(env, source.data(), count, attributes(env, targets));
-        if (targets[1] == bad) expectRefused("Can not copy from CK type to ", "java.lang.String", "");
+    const Bytes five = {1, 2, 3, 4, 5}, eight = {8};
+    const auto to = [&](jlong type, bool hasValue = true) {
+        return attribute(env, type, hasValue ? bytes(env, {7, 7}) : nullptr, 6);
+    };
+    const jobject bad = attribute(env, 3, string(env, "no"), 6);
+    const std::tuple<std::vector<jobject>, CK_ATTRIBUTE, CK_ULONG, Lines> rows[] = {
+        {{to(3)}, native(0x11, five), 1, {"[CKA_LABEL (0x3), [1, 2]] 5"}},
+        {{to(3)}, {3, nullptr, 9}, 1, {"[CKA_LABEL (0x3), [7, 7]] 9"}},
+        {{to(3)}, {3, native(3, five).pValue, 0xffffffff}, 1, {"[CKA_LABEL (0x3), [1, 2]] 4294967295"}},
+        {{to(65535)}, native(3, eight), 1, {"[CKA_LABEL (0x3), [8, 7]] 1"}},
+        {{to(0x1'0000ffff, false)}, native(3, eight), 1, {"[CKA_LABEL (0x3), null] 1"}},
+        {{to(3), to(3)}, native(3, eight), 1, {"[CKA_LABEL (0x3), [8, 7]] 1", "[CKA_LABEL (0x3), [7, 7]] 6"}},
+        {{nullptr, to(3)}, native(3, eight), 0xffffffff, {"", "[CKA_LABEL (0x3), [8, 7]] 1"}},
+        {{bad, to(3)}, native(3, eight), 2, {"[CKA_LABEL (0x3), no] 6", "[CKA_LABEL (0x3), [7, 7]] 6"}}};
+    for (const auto& [targets, one, count, after] : rows) {
+        const std::vector<CK_ATTRIBUTE> source(2, one);
+        const bool isDone =
+            CopyCKAttributeArrayToJAttributeArray(env, source.data(), count, attributes(env, targets));
+        EXPECT_EQ(isDone, targets[0] != bad);
+        if (!isDone) expectRefused("Can not copy from CK type to ", "java.lang.String", "");
         for (std::size_t i = 0; i < targets.size(); ++i)
-            EXPECT_EQ(targets[i] ? getLong(env, targets[i], "valueLen") : -1, lengths[i])
-                << i << " of " << count;
+            EXPECT_EQ(targets[i] ? describe(env, targets[i]) : "", after[i]);
+        if (count == 1) CopyCKAttributeToJAttribute(env, &one, targets.back());
+        EXPECT_TRUE(count != 1 || describe(env, targets.back()) == after[0]);
     }
 }
 
@@ -308,16 +324,15 @@ TEST_F(Attributes, argumentsAreConvertedInTheirOrder)
         EXPECT_EQ(readBy(env, native), order) << name;
 }
 
-// A number array in Java knows its native length, and an int[] becomes the long[] that is read in full.
-TEST_F(Attributes, javaObjectsDescribeThemselves)
+// An int[] becomes a long[], which is read in full; values are not shown.
+TEST_F(Attributes, javaAttributesKnowTheirLength)
 {
-    const auto made = [&](jobject value, jlong length) {
-        const char* const path = "halvorn/zerlin/CK_ATTRIBUTE";
-        return length < 0 ? make(env, path, "(JLjava/lang/Object;)V", jlong{3}, value)
-                          : make(env, path, "(JLjava/lang/Object;J)V", jlong{3}, value, length);
-    };
-    const jintArray ints = filled(env, env->NewIntArray(3), &JNIEnv::SetIntArrayRegion, {1, 9, -2});
-    EXPECT_EQ(describe(env, made(ints, -1)), "[CKA_LABEL (0x3), [1, 9, -2]] 12");
+    const jobject ints = filled(env, env->NewIntArray(3), &JNIEnv::SetIntArrayRegion, {1, 9, -2});
+    const jobject made = make(env, "halvorn/zerlin/CK_ATTRIBUTE", "(JLjava/lang/Object;)V", jlong{3}, ints);
+    EXPECT_EQ(describe(env, made), "[CKA_LABEL (0x3), [1, 9, -2]] 12");
+    EXPECT_EQ(text(env, {made, attribute(env, 3, bytes(env, "secret"), 0xffffffff)}),
+        "[CK_ATTRIBUTE[type=CKA_LABEL (0x3), pValue=long[] of 12 bytes, valueLen=12], "
+        "CK_ATTRIBUTE[type=CKA_LABEL (0x3), pValue=byte[] of 6 bytes, valueLen=unavailable]]");
 }
 
 } // namespace

@@ -78,19 +78,15 @@ TEST_F(Conversions, boxedValuesBooleansVersionsAndDates)
         std::free(made);
         return value;
     };
-    const jobject yes = make(env, "java/lang/Boolean", "(Z)V", JNI_TRUE), day = date(env, "2024", "07", "15");
+    const jobject yes = make(env, "java/lang/Boolean", "(Z)V", JNI_TRUE);
+    const jobject day = make(env, "halvorn/zerlin/CK_DATE", "(III)V", 2024, 7, 15);
     EXPECT_EQ(taken(jLongObjectToCKULongPtr(env, boxedLong(env, 0x180000abc))), 0x80000abc);
     EXPECT_EQ(
         taken(jIntegerObjectToCKULongPtr(env, make(env, "java/lang/Integer", "(I)V", -2))), ALL_ONES - 1);
     EXPECT_EQ(taken(jByteObjectToCKBytePtr(env, make(env, "java/lang/Byte", "(B)V", -2))), 254);
     EXPECT_EQ(taken(jBooleanObjectToCKBBoolPtr(env, yes)), CK_TRUE);
     CK_DATE native = taken(jDateObjectToCKDatePtr(env, day));
-    EXPECT_EQ(std::memcmp(&native,
-                  "0724\0\0"
-                  "15",
-                  8),
-        0)
-        << "the month is misplaced: deliberate";
+    EXPECT_EQ(std::memcmp(&native, "0724\0\0\61\65", 8), 0) << "the month is misplaced: deliberate";
     EXPECT_EQ(jDateObjectToCKDatePtr(env, yes), nullptr);
     EXPECT_EQ(jCharObjectToCKCharPtr(env, nullptr), nullptr);
     EXPECT_EQ(takeException(env), "java.lang.NoClassDefFoundError: java/lang/Char");
@@ -100,8 +96,9 @@ TEST_F(Conversions, boxedValuesBooleansVersionsAndDates)
     const CK_ULONG large = 0x80000100;
     const CK_VERSION version = {2, 200};
     std::memcpy(&native, "20240715", 8);
-    const jobject target = date(env, "......", "..", "."),
+    const jobject target = make(env, "halvorn/zerlin/CK_DATE"),
                   versionTarget = make(env, "halvorn/zerlin/CK_VERSION");
+    setObject(env, target, "day", "[B", bytes(env, "."));
     CopyCKDateToJDate(env, &native, 0, target);
     CopyCKDateToJDate(env, nullptr, 8, target);
     CopyCKVersionToJVersion(env, &version, versionTarget);
@@ -111,7 +108,7 @@ TEST_F(Conversions, boxedValuesBooleansVersionsAndDates)
                       LongRefObj(env, large), ckVersionPtrToJVersion(env, &version),
                       ckVersionPtrToJVersion(env, nullptr), ckDatePtrToJDateObject(env, &native),
                       ckDatePtrToJDateObject(env, nullptr), target, versionTarget}),
-        "[CK_TRUE, CK_FALSE, 2147483904, 2147483904, 2.200, null, 2024-07-15, null, 2024..-20-1, 2.200]");
+        "[CK_TRUE, CK_FALSE, 2147483904, 2147483904, 2.200, null, 2024-07-15, null, 2024-20-1, 2.200]");
 }
 
 template <const TypedClass& typed>

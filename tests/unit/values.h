@@ -13,11 +13,6 @@ inline jobject bbool(JNIEnv* env, bool value)
 {
     return make(env, "halvorn/zerlin/CK_BBOOL", "(Z)V", static_cast<jboolean>(value));
 }
-inline jobject date(JNIEnv* env, const char* year, const char* month, const char* day)
-{
-    return make(
-        env, "halvorn/zerlin/CK_DATE", "([B[B[B)V", bytes(env, year), bytes(env, month), bytes(env, day));
-}
 template <typename Array, typename Element>
 Array filled(JNIEnv* env, Array array, void (JNIEnv::*set)(Array, jsize, jsize, const Element*),
     const std::vector<Element>& values)
@@ -57,7 +52,7 @@ inline std::vector<Value> values(JNIEnv* e)
         {boxedLong(e, BIG), ABC, 4, FEDC, "[4275878552]"}, {bbool(e, false), {0}, 1, {1}, "[CK_TRUE]"},
         {make(e, "java/lang/Boolean", "(Z)V", JNI_TRUE), {1}, 1, {0}, "[false]"},
         // Deliberate: the month is written over the year's first two bytes, and read from there.
-        {date(e, "2024", "07", "15"), {'0', '7', '2', '4', 0, 0, '1', '5'}, 8,
+        {make(e, "halvorn/zerlin/CK_DATE", "(III)V", 2024, 7, 15), {'0', '7', '2', '4', 0, 0, '1', '5'}, 8,
             {'1', '9', '9', '8', '1', '2', '3', '1'}, "[1998-19-31]",
             {'0', '7', '2', '4', UNTOUCHED, UNTOUCHED, '1', '5'}},
         {object(e, BIG), ABC, 4, FEDC, "[object 4275878552]"},

@@ -38,7 +38,12 @@ public final class Fields {
                 boolean isParameter = !word.matches("CK_(ATTRIBUTE|OBJECT_HANDLE|VERSION)");
                 return object(words, Class.forName("halvorn.zerlin." + (isParameter ? "params." : "") + word));
             default:
-                return number(word, expected);
+                Long value = Long.valueOf(word);
+                return expected == int.class ? (Object) value.intValue()
+                        : expected == byte.class ? (Object) value.byteValue()
+                        : expected == boolean.class ? (Object) (value == 1)
+                        : expected == long.class || expected == Object.class ? value
+                        : object(new Scanner(word), expected);
         }
     }
 
@@ -48,21 +53,5 @@ public final class Fields {
             field.set(object, read(words, field.getType()));
         }
         return object;
-    }
-
-    private static Object number(String word, Class<?> expected) throws ReflectiveOperationException {
-        switch (expected.getSimpleName()) {
-            case "int":
-                return Integer.valueOf(word);
-            case "byte":
-                return (byte) Integer.parseInt(word);
-            case "boolean":
-                return word.equals("1");
-            case "long":
-            case "Object":
-                return Long.valueOf(word);
-            default:
-                return object(new Scanner(word), expected);
-        }
     }
 }
