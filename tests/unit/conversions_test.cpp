@@ -62,12 +62,6 @@ TEST_F(Conversions, typedValuesAndHandles)
         const jobject object = stranger = typed.make(env, 5);
         failEach(env, "to native", [&] { typed.toCK(env, object); });
         failEach(env, "to Java", [&] { typed.toJava(env, 5); });
-        for (const auto& [missing, failure] :
-            {std::pair{typed.path(), typed.failure}, {"m_value", ALL_ONES}}) {
-            JNI_OnUnload(jvm(), nullptr);
-            watch(env, {.lookup = missing}, [&] { EXPECT_EQ(typed.toCK(env, object), failure); });
-            EXPECT_NE(takeException(env), "");
-        }
     }
 }
 
@@ -81,8 +75,8 @@ TEST_F(Conversions, boxedValuesBooleansVersionsAndDates)
     const jobject yes = make(env, "java/lang/Boolean", "(Z)V", JNI_TRUE);
     const jobject day = make(env, "halvorn/zerlin/CK_DATE", "(III)V", 2024, 7, 15);
     EXPECT_EQ(taken(jLongObjectToCKULongPtr(env, boxedLong(env, 0x180000abc))), 0x80000abc);
-    EXPECT_EQ(
-        taken(jIntegerObjectToCKULongPtr(env, make(env, "java/lang/Integer", "(I)V", -2))), ALL_ONES - 1);
+    const jobject minusTwo = make(env, "java/lang/Integer", "(I)V", -2);
+    EXPECT_EQ(taken(jIntegerObjectToCKULongPtr(env, minusTwo)), ALL_ONES - 1);
     EXPECT_EQ(taken(jByteObjectToCKBytePtr(env, make(env, "java/lang/Byte", "(B)V", -2))), 254);
     EXPECT_EQ(taken(jBooleanObjectToCKBBoolPtr(env, yes)), CK_TRUE);
     CK_DATE native = taken(jDateObjectToCKDatePtr(env, day));
@@ -96,8 +90,8 @@ TEST_F(Conversions, boxedValuesBooleansVersionsAndDates)
     const CK_ULONG large = 0x80000100;
     const CK_VERSION version = {2, 200};
     std::memcpy(&native, "20240715", 8);
-    const jobject target = make(env, "halvorn/zerlin/CK_DATE"),
-                  versionTarget = make(env, "halvorn/zerlin/CK_VERSION");
+    const jobject target = make(env, "halvorn/zerlin/CK_DATE");
+    const jobject versionTarget = make(env, "halvorn/zerlin/CK_VERSION");
     setObject(env, target, "day", "[B", bytes(env, "."));
     CopyCKDateToJDate(env, &native, 0, target);
     CopyCKDateToJDate(env, nullptr, 8, target);
@@ -182,9 +176,8 @@ void convertArray(JNIEnv* env, const ArrayKind<Native, JArray>& kind, std::size_
         Longs expected(size, -5);
         const JArray target = kind.make(env, expected);
         std::copy_n(extended.begin(), std::min(count, size), expected.begin());
-        EXPECT_TRUE(
-            kind.copyToJava(env, data, count, target) && kind.copyToJava(env, nullptr, count, target));
-        EXPECT_TRUE(kind.copyToJava(env, data, 1, nullptr));
+        EXPECT_TRUE(kind.copyToJava(env, data, count, target) && kind.copyToJava(env, data, 1, nullptr));
+        EXPECT_TRUE(kind.copyToJava(env, nullptr, count, target));
         EXPECT_EQ(text(env, {target}), text(env, {kind.make(env, expected)}));
         if (kind.copyToCK == nullptr) continue;
         std::vector<Native> destination(count + 3, UNTOUCHED), copied = destination;
@@ -202,7 +195,7 @@ void convertArray(JNIEnv* env, const ArrayKind<Native, JArray>& kind, std::size_
 template <typename Native, typename JArray>
 void convertArrays(JNIEnv* env, const ArrayKind<Native, JArray>& kind)
 {
-    for (const std::size_t count : {0, 1, 12, 255, 256, 257, 600}) // around the pieces of a conversion
+    for (const std::size_t count : {0, 1, 12, 255, 256, 257, 513}) // around the pieces of a conversion
         convertArray(env, kind, count);
     const JArray array = kind.make(env, Longs(20));
     const std::vector<Native> natives(20);
@@ -228,9 +221,8 @@ TEST_F(Conversions, arrays)
 TEST_F(Conversions, nullsAndOtherObjectsInArrays)
 {
     const auto convert = [&](const auto& kind, auto copyToJava, const TypedClass& typed) {
-        const jobject strangers[] = {typed.make(env, 7), nullptr, string(env, "8")};
-        const jobjectArray mixed =
-            objects(env, "java/lang/Object", {std::begin(strangers), std::end(strangers)});
+        const std::vector<jobject> strangers = {typed.make(env, 7), nullptr, string(env, "8")};
+        const jobjectArray mixed = objects(env, "java/lang/Object", strangers);
         CK_ULONG* data = nullptr;
         CK_ULONG length = 0;
         kind.toCK(env, mixed, &data, &length);
