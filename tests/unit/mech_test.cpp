@@ -99,6 +99,7 @@ TEST(Mech, listsAreFilteredSearchedAndFreed)
             CK_MECHANISM_TYPE* const list = function(data, &count);
             failAllocation(0);
             if (!hasMemory) output.clear();
+            EXPECT_TRUE(list == nullptr || heap.blocks.at(list) >= output.size() * sizeof(CK_ULONG));
             EXPECT_EQ(count, output.empty() ? 77 : output.size());
             EXPECT_EQ(taken(list, list == nullptr ? 0 : count), output);
         }

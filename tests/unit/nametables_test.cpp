@@ -59,7 +59,7 @@ TEST(NameTables, namesMatchExactlyAndTheSearchEndsAtTheCount)
     EXPECT_STREQ(strTab(9, rows, 3), "UNKNOWN (0x9)");
     EXPECT_EQ(valTab("first", rows, 4), 7U);
     EXPECT_EQ(valTab("last", rows, 3), 0xFFFFFFFF);
-    EXPECT_EQ(valTab("first", rows, -1), 0xFFFFFFFF);
+    EXPECT_STREQ(strTab(0, rows, 4), "UNKNOWN (0x0)");
 }
 
 } // namespace

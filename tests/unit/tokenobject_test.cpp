@@ -53,9 +53,12 @@ TEST(Tokenobject, aValueIsReadOnlyIntoABufferThatHoldsIt)
     EXPECT_EQ(CT_ReadObject(5, 9, buffer.data(), 5, nullptr), CKR_ATTRIBUTE_TYPE_INVALID);
     EXPECT_EQ(buffer, "........");
     EXPECT_EQ(length, 6U);
-    EXPECT_EQ(CT_ReadObject(5, 9, buffer.data(), 6, nullptr), CKR_OK);
-    EXPECT_EQ(buffer, "secret..");
-    EXPECT_EQ(recorder::calls().back(), "C_GetAttributeValue(5, 9, {{17, [2e2e2e2e2e2e], 6}}, 1)");
+    for (const CK_ULONG capacity : {6, 7}) {
+        buffer = "........";
+        EXPECT_EQ(CT_ReadObject(5, 9, buffer.data(), capacity, nullptr), CKR_OK) << capacity;
+        EXPECT_EQ(buffer, "secret..");
+        EXPECT_EQ(recorder::calls().back(), "C_GetAttributeValue(5, 9, {{17, [2e2e2e2e2e2e], 6}}, 1)");
+    }
     rv = CKR_DEVICE_ERROR;
     EXPECT_EQ(CT_ReadObject(5, 9, buffer.data(), 6, &length), CKR_DEVICE_ERROR);
     EXPECT_EQ(length, 0U); // GetAttr leaves it alone
