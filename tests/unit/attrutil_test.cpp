@@ -262,9 +262,9 @@ TEST(AttrutilSets, nullSetsAreAnswered)
 TEST(AttrutilSets, comparisonsReturnTheirCodes)
 {
     // One, other, and the results: attrcmp and CmpAttributes of the first ones, SearchAttribute of one's
-    // first in the other, CmpAttributeSets, MatchAttributeSet. A label's final NUL does not count in a match.
-    // Of doubles (the last but two rows) every pair of equal types counts, and the first entry is the one
-    // that must match. Of unread values (the last two) only the lengths are compared.
+    // first in the other, CmpAttributeSets, MatchAttributeSet. One final NUL of a label does not count for a
+    // match. In sets with doubles every pair of equal types counts, and the first entry is the one that must
+    // match. Of unread values only the lengths are compared.
     using Codes = std::vector<int>;
     const std::tuple<Entries, Entries, Codes> rows[] = {{{{3, "ab"}}, {{3, "ab"}}, {0, 0, 0, 0, 1}},
         {{{2, "b"}}, {{2, "abcde"}}, {-1, 2, 2, 0, 0}}, {{{2, "a\xFF"}}, {{2, "ab"}}, {1, 2, 2, 0, 0}},
