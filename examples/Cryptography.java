@@ -1,6 +1,8 @@
 // Encryption, digests, signatures, key agreement, key wrapping and random numbers of a token. The JDK's own
 // cryptography checks the results. For this some keys can be read that a real program would keep on the token.
 
+import static token.FreshToken.*;
+
 import halvorn.zerlin.CK_ATTRIBUTE;
 import halvorn.zerlin.CK_MECHANISM;
 import halvorn.zerlin.CK_OBJECT_HANDLE;
@@ -40,8 +42,10 @@ import javax.crypto.KeyAgreement;
 import javax.crypto.spec.IvParameterSpec;
 import javax.crypto.spec.SecretKeySpec;
 
+import token.FreshToken;
+
 public final class Cryptography {
-    private static final byte[] TEXT = Demo.ascii("The quick brown fox jumps over the lazy dog.");
+    private static final byte[] TEXT = ascii("The quick brown fox jumps over the lazy dog.");
     /** The curve P-256 as an object identifier in DER. */
     private static final byte[] P256 = {6, 8, 0x2a, (byte) 0x86, 0x48, (byte) 0xce, 0x3d, 3, 1, 7};
 
@@ -75,7 +79,7 @@ public final class Cryptography {
         byte[] expected = jdk.doFinal(TEXT);
 
         Cryptoki.C_EncryptInit(session, mechanism, key).orThrow();
-        byte[] whole = Demo.bytes((array, length) ->
+        byte[] whole = bytes((array, length) ->
                 Cryptoki.C_Encrypt(session, TEXT, TEXT.length, array, length));
         Demo.checked("in one part", Demo.hex(whole), Arrays.equals(expected, whole));
 
@@ -90,13 +94,13 @@ public final class Cryptography {
         Demo.checked("in parts of 20 bytes", Demo.hex(parts), Arrays.equals(expected, parts));
 
         Cryptoki.C_DecryptInit(session, mechanism, key).orThrow();
-        byte[] text = Demo.bytes((array, length) ->
+        byte[] text = bytes((array, length) ->
                 Cryptoki.C_Decrypt(session, expected, expected.length, array, length));
         Demo.checked("decrypted", '"' + new String(text, 0, 19) + "...\"", Arrays.equals(TEXT, text));
     }
 
-    private static void add(ByteArrayOutputStream all, Demo.Output output) {
-        byte[] part = Demo.bytes(output);
+    private static void add(ByteArrayOutputStream all, FreshToken.Output output) {
+        byte[] part = bytes(output);
         all.write(part, 0, part.length);
     }
 
@@ -109,7 +113,7 @@ public final class Cryptography {
 
     private byte[] sha256(byte[] data) {
         Cryptoki.C_DigestInit(session, new CK_MECHANISM(CKM.SHA256)).orThrow();
-        return Demo.bytes((array, length) -> Cryptoki.C_Digest(session, data, data.length, array, length));
+        return bytes((array, length) -> Cryptoki.C_Digest(session, data, data.length, array, length));
     }
 
     private void rsa() throws GeneralSecurityException {
@@ -147,14 +151,14 @@ public final class Cryptography {
         oaep.init(Cipher.ENCRYPT_MODE, jdkKey);
         byte[] encrypted = oaep.doFinal(TEXT);
         Cryptoki.C_DecryptInit(session, oaepMechanism, privateKey).orThrow();
-        byte[] text = Demo.bytes((array, length) ->
+        byte[] text = bytes((array, length) ->
                 Cryptoki.C_Decrypt(session, encrypted, encrypted.length, array, length));
         Demo.checked("OAEP decryption", '"' + new String(text, 0, 19) + "...\"", Arrays.equals(TEXT, text));
     }
 
     private byte[] sign(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         Cryptoki.C_SignInit(session, mechanism, key).orThrow();
-        return Demo.bytes((array, length) -> Cryptoki.C_Sign(session, data, data.length, array, length));
+        return bytes((array, length) -> Cryptoki.C_Sign(session, data, data.length, array, length));
     }
 
     private static boolean verify(Signature jdk, PublicKey key, byte[] data, byte[] signature)
@@ -229,7 +233,7 @@ public final class Cryptography {
         CK_OBJECT_HANDLE key = aesKey();
         byte[] value = read(key, CKA.VALUE);
         CK_MECHANISM mechanism = new CK_MECHANISM(CKM.AES_KEY_WRAP_STD);
-        byte[] wrapped = Demo.bytes((array, length) ->
+        byte[] wrapped = bytes((array, length) ->
                 Cryptoki.C_WrapKey(session, mechanism, wrappingKey, key, array, length));
         Cipher jdk = Cipher.getInstance("AESWrap");
         jdk.init(Cipher.UNWRAP_MODE, new SecretKeySpec(read(wrappingKey, CKA.VALUE), "AES"));

@@ -1,6 +1,8 @@
 // The first calls of every program: initialise the library, look at slots, token and mechanisms, set up the
 // token and its PINs, open sessions, log in and out, and finish.
 
+import static token.FreshToken.*;
+
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 import halvorn.zerlin.CK_INFO;
 import halvorn.zerlin.CK_MECHANISM_INFO;
@@ -18,7 +20,7 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
 import java.util.Arrays;
 
 public final class FirstCalls {
-    private static final byte[] FIRST_PIN = Demo.ascii("first-secret");
+    private static final byte[] FIRST_PIN = ascii("first-secret");
 
     public static void main(String[] arguments) {
         // The library uses Java's own locks; CK_C_INITIALIZE_ARGS.osLocking() is faster
@@ -27,7 +29,7 @@ public final class FirstCalls {
         try {
             showLibrary();
             showSlots();
-            long slot = Demo.demoSlot();
+            long slot = find(Demo.TOKEN_LABEL);
             showMechanisms(slot);
             initialiseToken(slot);
             useSessions(slot);
@@ -49,7 +51,7 @@ public final class FirstCalls {
     }
 
     private static void showSlots() {
-        long[] slots = Demo.slots();
+        long[] slots = slots();
         Demo.title("Slots with a token: " + slots.length);
         for (long slot : slots) {
             CK_SLOT_INFO info = new CK_SLOT_INFO();
@@ -97,25 +99,25 @@ public final class FirstCalls {
     private static void initialiseToken(long slot) {
         Demo.title("Initialise the token of slot " + slot);
         byte[] label = CK_TOKEN_INFO.paddedLabel(Demo.TOKEN_LABEL);
-        Demo.row("C_InitToken", Cryptoki.C_InitToken(slot, Demo.SO_PIN, Demo.SO_PIN.length, label).orThrow());
+        Demo.row("C_InitToken", Cryptoki.C_InitToken(slot, SO_PIN, SO_PIN.length, label).orThrow());
 
-        CK_SESSION_HANDLE session = Demo.openSession(slot, CKF.SERIAL_SESSION | CKF.RW_SESSION);
-        Demo.row("C_Login (SO)", Demo.login(session, CKU.SO, Demo.SO_PIN).orThrow());
+        CK_SESSION_HANDLE session = openSession(slot, READ_WRITE);
+        Demo.row("C_Login (SO)", login(session, CKU.SO, SO_PIN).orThrow());
         Demo.row("C_InitPIN", Cryptoki.C_InitPIN(session, FIRST_PIN, FIRST_PIN.length).orThrow());
         Demo.row("C_Logout", Cryptoki.C_Logout(session).orThrow());
-        Demo.row("C_Login (user)", Demo.login(session, CKU.USER, FIRST_PIN).orThrow());
-        Demo.row("C_SetPIN", Cryptoki.C_SetPIN(session, FIRST_PIN, FIRST_PIN.length, Demo.USER_PIN,
-                Demo.USER_PIN.length).orThrow());
+        Demo.row("C_Login (user)", login(session, CKU.USER, FIRST_PIN).orThrow());
+        Demo.row("C_SetPIN", Cryptoki.C_SetPIN(session, FIRST_PIN, FIRST_PIN.length, USER_PIN,
+                USER_PIN.length).orThrow());
         Demo.row("C_CloseSession", Cryptoki.C_CloseSession(session).orThrow());
     }
 
     private static void useSessions(long slot) {
         Demo.title("Sessions");
-        CK_SESSION_HANDLE readOnly = Demo.openSession(slot, CKF.SERIAL_SESSION);
-        CK_SESSION_HANDLE readWrite = Demo.openSession(slot, CKF.SERIAL_SESSION | CKF.RW_SESSION);
+        CK_SESSION_HANDLE readOnly = openSession(slot, READ_ONLY);
+        CK_SESSION_HANDLE readWrite = openSession(slot, READ_WRITE);
         showState("before the login", readOnly);
-        Demo.row("the old PIN", Demo.login(readOnly, CKU.USER, FIRST_PIN));
-        Demo.row("the new PIN", Demo.login(readOnly, CKU.USER, Demo.USER_PIN).orThrow());
+        Demo.row("the old PIN", login(readOnly, CKU.USER, FIRST_PIN));
+        Demo.row("the new PIN", login(readOnly, CKU.USER, USER_PIN).orThrow());
         showState("one session", readOnly);
         showState("the other session", readWrite);
         Demo.row("C_Logout", Cryptoki.C_Logout(readOnly).orThrow());
@@ -125,13 +127,13 @@ public final class FirstCalls {
     }
 
     private static void showToken(long slot) {
-        CK_TOKEN_INFO info = Demo.tokenInfo(slot);
+        CK_TOKEN_INFO info = tokenInfo(slot);
         Demo.title("Token of slot " + slot);
         Demo.row("label", info.getLabel());
         Demo.row("model", info.getModel());
         Demo.row("serial number", info.getSerialNumber());
         Demo.row("PIN length", info.minPinLen + " - " + info.maxPinLen + " bytes");
-        Demo.row("initialised", Demo.isInitialised(info));
+        Demo.row("initialised", isInitialised(info));
         Demo.row("user PIN set", (info.flags & CKF.USER_PIN_INITIALIZED) != 0);
         boolean told = info.sessionCount != CK.UNAVAILABLE_INFORMATION;
         Demo.row("open sessions", told ? info.sessionCount : "the token does not tell");

@@ -1,6 +1,8 @@
 // Names for values and values for names: mechanisms, object classes, key types, attributes, session states
 // and return values, as the native library knows them.
 
+import static token.FreshToken.*;
+
 import halvorn.zerlin.CTUtil;
 import halvorn.zerlin.constants.CKA;
 import halvorn.zerlin.constants.CKK;
@@ -17,6 +19,8 @@ import halvorn.zerlin.constants.CK_STATE;
 import halvorn.zerlin.constants.TypedValue;
 
 import java.nio.charset.StandardCharsets;
+
+import token.FreshToken;
 
 public final class Names {
     // The names need neither an initialised library nor a token.
@@ -63,22 +67,22 @@ public final class Names {
     // Each look-up returns an object of its own class; TypedValue.toString() names it as in the Java classes.
     private static void lookUp() {
         Demo.title("Look up by name");
-        CK_MECHANISM_TYPE mechanism = CTUtil.CTU_GetMechanismTypeValue(Demo.ascii("CKM_AES_CBC"));
+        CK_MECHANISM_TYPE mechanism = CTUtil.CTU_GetMechanismTypeValue(ascii("CKM_AES_CBC"));
         Demo.row("CKM_AES_CBC", mechanism);
-        CK_KEY_TYPE keyType = CTUtil.CTU_GetKeyTypeValue(Demo.ascii("AES"));
+        CK_KEY_TYPE keyType = CTUtil.CTU_GetKeyTypeValue(ascii("AES"));
         Demo.row("AES", keyType);
-        CK_ATTRIBUTE_TYPE attribute = CTUtil.CTU_GetAttributeTypeValue(Demo.ascii("EC_PARAMS"));
+        CK_ATTRIBUTE_TYPE attribute = CTUtil.CTU_GetAttributeTypeValue(ascii("EC_PARAMS"));
         Demo.row("EC_PARAMS", attribute);
-        CK_OBJECT_CLASS objectClass = CTUtil.CTU_GetObjectClassValue(Demo.ascii("CKO_PRIVATE_KEY"));
+        CK_OBJECT_CLASS objectClass = CTUtil.CTU_GetObjectClassValue(ascii("CKO_PRIVATE_KEY"));
         Demo.row("CKO_PRIVATE_KEY", objectClass);
-        CK_STATE state = CTUtil.CTU_GetSessionStateValue(Demo.ascii("Read Only User Functions"));
+        CK_STATE state = CTUtil.CTU_GetSessionStateValue(ascii("Read Only User Functions"));
         Demo.row("Read Only User Functions", state);
-        Demo.row("PIN locked", CTUtil.CTU_GetErrorValue(Demo.ascii("PIN locked")));
-        TypedValue unknown = CTUtil.CTU_GetKeyTypeValue(Demo.ascii("no such key type"));
+        Demo.row("PIN locked", CTUtil.CTU_GetErrorValue(ascii("PIN locked")));
+        TypedValue unknown = CTUtil.CTU_GetKeyTypeValue(ascii("no such key type"));
         Demo.row("no such key type", unknown);
     }
 
-    private static void show(long value, Demo.Output name) {
-        Demo.row("0x" + Long.toHexString(value), new String(Demo.bytes(name), StandardCharsets.US_ASCII));
+    private static void show(long value, FreshToken.Output name) {
+        Demo.row("0x" + Long.toHexString(value), new String(bytes(name), StandardCharsets.US_ASCII));
     }
 }

@@ -1,6 +1,8 @@
 // Objects on a token: create them from a template, find them by label, read and change their attributes, copy them,
 // ask for their size and destroy them.
 
+import static token.FreshToken.*;
+
 import halvorn.zerlin.CK_ATTRIBUTE;
 import halvorn.zerlin.CK_OBJECT_HANDLE;
 import halvorn.zerlin.CK_SESSION_HANDLE;
@@ -63,7 +65,7 @@ public final class Objects {
             new CK_ATTRIBUTE(CKA.KEY_TYPE, CKK.AES),
             new CK_ATTRIBUTE(CKA.LABEL, "my key"),
             new CK_ATTRIBUTE(CKA.ID, new byte[] {1, 2, 3, 4}),
-            new CK_ATTRIBUTE(CKA.VALUE, Demo.ascii("sixteen bytes ok")),
+            new CK_ATTRIBUTE(CKA.VALUE, ascii("sixteen bytes ok")),
             new CK_ATTRIBUTE(CKA.ENCRYPT, true),
             new CK_ATTRIBUTE(CKA.SENSITIVE, true),
             new CK_ATTRIBUTE(CKA.EXTRACTABLE, false),
@@ -81,7 +83,7 @@ public final class Objects {
     private static CK_OBJECT_HANDLE find(CK_SESSION_HANDLE session, long objectClass, String label) {
         CK_OBJECT_HANDLE object = new CK_OBJECT_HANDLE();
         CK_RV answer =
-            CTUtil.CTU_FindObject(session, new CK_OBJECT_CLASS(objectClass), Demo.ascii(label), object);
+            CTUtil.CTU_FindObject(session, new CK_OBJECT_CLASS(objectClass), ascii(label), object);
         // CKR_GENERAL_ERROR also means that there is no such object.
         answer.orThrow(CKR.GENERAL_ERROR);
         Demo.row(label, answer.isOk() ? object : answer);
@@ -127,7 +129,7 @@ public final class Objects {
     private static void change(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE settings) {
         Demo.title("Change the label of the data object");
         Demo.row("before", label(session, settings));
-        byte[] label = Demo.ascii("old settings");
+        byte[] label = ascii("old settings");
         CTUtil.CTU_SetAttributeValue(session, settings, new CK_ATTRIBUTE_TYPE(CKA.LABEL), label, label.length)
             .orThrow();
         Demo.row("after", label(session, settings));

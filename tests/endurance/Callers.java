@@ -11,8 +11,6 @@ import java.util.concurrent.Callable;
 final class Callers {
     private static final CK_SESSION_HANDLE SESSION = new CK_SESSION_HANDLE();
     private static final int NATIVE_THREADS = 3; // for each Java thread
-    private static final int HEAP_SLACK = 32 * 1024;
-    private static final int REFERENCE_SLACK = 8;
 
     private Callers() {
     }
@@ -24,14 +22,8 @@ final class Callers {
         cycle(cycles / 10, locking);
         Vitals before = new Vitals();
         cycle(cycles, locking);
-        Vitals after = new Vitals();
+        new Vitals().expectNoGrowthSince(before, 32, 8);
         locking.expectBalanced();
-        System.out.printf("%d cycles: %d, then %d threads; %d, then %d JNI references; %.1f, then %.1f KiB%n", cycles,
-                before.threads, after.threads, before.allReferences(), after.allReferences(),
-                before.heap / 1024.0, after.heap / 1024.0);
-        expect(after.threads == before.threads, "threads have stayed");
-        expect(after.allReferences() <= before.allReferences() + REFERENCE_SLACK, "references have stayed");
-        expect(after.heap <= before.heap + HEAP_SLACK, "memory has stayed");
     }
 
     // A callback that throws ends C_Initialize. Its registration stays until the next C_Finalize.

@@ -11,9 +11,6 @@ import java.util.ArrayList;
 import java.util.List;
 
 final class Reload {
-    private static final int HEAP_SLACK = 64 * 1024;
-    private static final int REFERENCE_SLACK = 4;
-
     private Reload() {
     }
 
@@ -26,13 +23,7 @@ final class Reload {
         for (int i = 0; i < times; i++) {
             loadAndDrop();
         }
-        Vitals after = new Vitals();
-        System.out.printf("%d times loaded: %d, then %d JNI references; %d, then %d threads; %.1f, then %.1f KiB%n",
-                times, before.allReferences(), after.allReferences(), before.threads, after.threads,
-                before.heap / 1024.0, after.heap / 1024.0);
-        expect(after.allReferences() <= before.allReferences() + REFERENCE_SLACK, "references have stayed");
-        expect(after.threads == before.threads, "threads have stayed");
-        expect(after.heap <= before.heap + HEAP_SLACK, "memory has stayed");
+        new Vitals().expectNoGrowthSince(before, 64, 4);
     }
 
     private static void loadAndDrop() throws Exception {

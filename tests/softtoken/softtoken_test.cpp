@@ -55,7 +55,7 @@ void inChild(const char* module, Work work)
     const pid_t child = fork();
     if (child == 0) {
         setenv("ZERLIN_MODULE", module, 1);
-        work();
+        [&]() noexcept { work(); }();
         std::fflush(nullptr);
         std::_Exit(testing::Test::HasFailure());
     }
@@ -245,7 +245,8 @@ TEST(Recorded, vendorFunctionsWorkWithStandardCalls)
 
 TEST(Recorded, anObjectIsCopiedCompletelyOrNotAtAll)
 {
-    const Attributes data = {{CKA_CLASS, word(CKO_DATA)}, {CKA_LABEL, "a"}, {CKA_VALUE, "v"}};
+    const Attributes data = {
+        {CKA_CLASS, word(CKO_DATA)}, {CKA_PRIVATE, YES}, {CKA_LABEL, "a"}, {CKA_VALUE, "v"}};
     const Attributes hollow = {{CKA_CLASS, word(CKO_SECRET_KEY)}, {CKA_KEY_TYPE, word(CKK_AES)}};
     const Attributes secretKey = hollow + Attributes{{CKA_VALUE, SECRET}};
     const Attributes privateKey = {{CKA_CLASS, word(CKO_PRIVATE_KEY)}, {CKA_MODULUS, "m"}};

@@ -1,10 +1,9 @@
 // Compares the Java constant classes, include/zerlin/cryptoki.h and the names in the native library.
 package halvorn.zerlin;
 
-import static halvorn.zerlin.TestToken.bytes;
 import static java.nio.charset.StandardCharsets.US_ASCII;
 import static org.junit.jupiter.api.Assertions.assertEquals;
-import static token.FreshToken.ascii;
+import static token.FreshToken.*;
 
 import halvorn.zerlin.constants.*;
 
@@ -12,6 +11,7 @@ import java.io.IOException;
 import java.lang.reflect.Field;
 import java.nio.file.*;
 import java.util.*;
+import java.util.function.Function;
 import java.util.regex.*;
 
 import org.junit.jupiter.api.Test;
@@ -44,20 +44,35 @@ class ConstantsTest {
         assertEquals("only header {}, only Java {}", "only header " + header + ", only Java " + onlyJava);
     }
 
-    @Test
-    void aMechanismsNameLeadsBackToItsValue() throws Exception {
-        for (Field field : CKM.class.getFields()) {
-            CK_MECHANISM_TYPE type = new CK_MECHANISM_TYPE(field.getLong(null));
-            String name = new String(bytes((array, length) ->
-                    CTUtil.CTU_GetMechanismTypeString(type, array, length)), US_ASCII);
+    /** A native that names a value. */
+    private interface Name<T> {
+        CK_RV call(T value, byte[] name, LongRef length);
+    }
+
+    private <T extends TypedValue> void assertNamesLeadBack(Class<?> constants, Function<Long, T> type, Name<T> naming,
+            Function<byte[], TypedValue> valueOf) throws Exception {
+        for (Field field : constants.getFields()) {
+            T value = type.apply(field.getLong(null));
+            String name = new String(bytes((array, length) -> naming.call(value, array, length)), US_ASCII);
             if (name.endsWith(")")) {
-                String miss = type.m_value < 0x80000000L ? "UNKNOWN (0x" : "Vendor defined (0x";
-                assertEquals(miss + Long.toHexString(type.m_value) + ")", name, field.getName());
+                String miss = value.m_value < 0x80000000L ? "UNKNOWN (0x" : "Vendor defined (0x";
+                assertEquals(miss + Long.toHexString(value.m_value) + ")", name, field.getName());
             } else {
-                assertEquals(type.m_value, CKM.class.getField(name).getLong(null), name);
-                assertEquals(type, CTUtil.CTU_GetMechanismTypeValue(ascii(name)));
-                assertEquals(type, CTUtil.CTU_GetMechanismTypeValue(ascii("CKM_" + name)));
+                assertEquals(value.m_value, constants.getField(name).getLong(null), name);
+                assertEquals(value, valueOf.apply(ascii(name)), name);
+                assertEquals(value, valueOf.apply(ascii(constants.getSimpleName() + "_" + name)), name);
             }
         }
+    }
+
+    @Test
+    void aConstantsNameLeadsBackToItsValue() throws Exception {
+        assertNamesLeadBack(CKM.class, CK_MECHANISM_TYPE::new, CTUtil::CTU_GetMechanismTypeString,
+                CTUtil::CTU_GetMechanismTypeValue);
+        assertNamesLeadBack(CKA.class, CK_ATTRIBUTE_TYPE::new, CTUtil::CTU_GetAttributeTypeString,
+                CTUtil::CTU_GetAttributeTypeValue);
+        assertNamesLeadBack(CKK.class, CK_KEY_TYPE::new, CTUtil::CTU_GetKeyTypeString, CTUtil::CTU_GetKeyTypeValue);
+        assertNamesLeadBack(CKO.class, CK_OBJECT_CLASS::new, CTUtil::CTU_GetObjectClassString,
+                CTUtil::CTU_GetObjectClassValue);
     }
 }

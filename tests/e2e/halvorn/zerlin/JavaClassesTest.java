@@ -1,99 +1,174 @@
-// What users and the native side rely on in the Java classes. Needs no native library.
+// What users and the native side rely on in the Java classes: one sweep over all classes that have fields, and what
+// single classes add. That the natives find every field is tested by the unit tests.
 package halvorn.zerlin;
 
 import static org.junit.jupiter.api.Assertions.*;
+import static token.FreshToken.ascii;
 
 import halvorn.zerlin.constants.*;
+import halvorn.zerlin.params.CK_SSL3_KEY_MAT_OUT;
+import halvorn.zerlin.params.CK_SSL3_KEY_MAT_PARAMS;
 
+import java.io.File;
 import java.lang.reflect.*;
-import java.util.Arrays;
+import java.net.URI;
+import java.time.*;
+import java.util.*;
+import java.util.concurrent.*;
+import java.util.jar.JarFile;
+import java.util.stream.Stream;
 
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.*;
 
 class JavaClassesTest {
-    // Z, B, I, J as in JNI, O an Object; the rest are classes: c/ constants, p/ params; [ an array.
+    // As text, as numbers, in hexadecimal digits and in Base64.
+    private static final List<String> SECRET = List.of("hidden", "104, 105, 100", "686964", "aGlk", "[B@", "[C@");
+
+    static Stream<Class<?>> classesWithFields() throws Exception {
+        List<Class<?>> found = new ArrayList<>();
+        URI jarFile = Cryptoki.class.getProtectionDomain().getCodeSource().getLocation().toURI();
+        try (JarFile jar = new JarFile(new File(jarFile))) {
+            for (var entry : Collections.list(jar.entries())) {
+                String name = entry.getName();
+                if (name.matches("halvorn/zerlin/[^$]*\\.class")) {
+                    Class<?> cls = Class.forName(name.replace('/', '.').replaceFirst("\\.class$", ""), false,
+                            JavaClassesTest.class.getClassLoader());
+                    if (!Modifier.isAbstract(cls.getModifiers()) && !fields(cls).isEmpty() && cls != CK_DATE.class) {
+                        found.add(cls);
+                    }
+                }
+            }
+        }
+        assertTrue(found.size() > 40, found.toString());
+        return found.stream();
+    }
+
+    private static List<Field> fields(Class<?> cls) {
+        return Stream.of(cls.getFields()).filter(field -> !Modifier.isStatic(field.getModifiers())).toList();
+    }
+
+    // Calls the constructor that takes most. No two arguments are alike: lengths are odd, numbers multiples of 8.
+    private static Object make(Class<?> cls, int start, List<Object> arguments) throws Exception {
+        Constructor<?> widest = Collections.max(List.of(cls.getConstructors()),
+                Comparator.comparing(Constructor::getParameterCount));
+        for (Class<?> type : widest.getParameterTypes()) {
+            int number = start + 8 * arguments.size();
+            Object secret = ascii("hidden".repeat(30).substring(0, number - 1));
+            arguments.add(type == boolean.class ? Boolean.TRUE : type == int.class ? (Object) number
+                    : type == long.class ? (Object) (long) number
+                    : type == CK_OBJECT_HANDLE.class ? new CK_OBJECT_HANDLE(number)
+                    : type == CK_MECHANISM_TYPE.class ? new CK_MECHANISM_TYPE(number)
+                    : type == CK_ATTRIBUTE[].class ? new CK_ATTRIBUTE[] {new CK_ATTRIBUTE(CKA.LABEL, secret)} : secret);
+        }
+        return widest.newInstance(arguments.toArray());
+    }
+
+    // The numbers, arrays and booleans in an object and in its parts, in the order of the fields.
+    private static List<Object> leaves(Object object) throws Exception {
+        if (object == null || object.getClass().isArray() || object instanceof Boolean) {
+            return Collections.singletonList(object);
+        }
+        if (object instanceof Number) {
+            return List.of(((Number) object).longValue());
+        }
+        List<Object> all = new ArrayList<>();
+        for (Field field : fields(object.getClass())) {
+            all.addAll(leaves(field.get(object)));
+        }
+        return all;
+    }
+
     @ParameterizedTest
-    @ValueSource(strings = {
-        "LongRef: J value",
-        "CK_SESSION_HANDLE CK_OBJECT_HANDLE c/CK_ATTRIBUTE_TYPE c/CK_CERTIFICATE_TYPE c/CK_HW_FEATURE_TYPE"
-            + " c/CK_KEY_TYPE c/CK_MECHANISM_TYPE c/CK_OBJECT_CLASS c/CK_RSA_PKCS_OAEP_SOURCE_TYPE c/CK_RV"
-            + " c/CK_STATE c/CK_USER_TYPE: J m_value",
-        "CK_BBOOL: Z m_value",
-        "CK_DATE: [B year month day",
-        "CK_VERSION: B major minor",
-        "CK_ATTRIBUTE: c/CK_ATTRIBUTE_TYPE type, O pValue, J valueLen",
-        "CK_MECHANISM: c/CK_MECHANISM_TYPE mechanism, O pParameter, J parameterLen",
-        "CK_INFO: CK_VERSION cryptokiVersion libraryVersion, [B manufacturerID libraryDescription, J flags",
-        "CK_SLOT_INFO: [B slotDescription manufacturerID, J flags, CK_VERSION hardwareVersion"
-            + " firmwareVersion",
-        "CK_TOKEN_INFO: [B label manufacturerID model serialNumber utcTime, J flags maxSessionCount"
-            + " sessionCount maxRwSessionCount rwSessionCount maxPinLen minPinLen totalPublicMemory"
-            + " freePublicMemory totalPrivateMemory freePrivateMemory, CK_VERSION hardwareVersion"
-            + " firmwareVersion",
-        "CK_SESSION_INFO: J slotID flags deviceError, c/CK_STATE state",
-        "CK_MECHANISM_INFO: J minKeySize maxKeySize flags",
-        "p/CK_RSA_PKCS_OAEP_PARAMS: c/CK_MECHANISM_TYPE hashAlg, J mgf sourceDataLen,"
-            + " c/CK_RSA_PKCS_OAEP_SOURCE_TYPE source, [B pSourceData",
-        "p/CK_RSA_PKCS_PSS_PARAMS: c/CK_MECHANISM_TYPE hashAlg, J mgf sLen",
-        "p/CK_RC2_CBC_PARAMS: J effectiveBits, [B iv",
-        "p/CK_RC2_MAC_GENERAL_PARAMS: J effectiveBits macLength",
-        "p/CK_PBE_PARAMS: [B pInitVector pPassword pSalt, J passwordLen saltLen iteration",
-        "p/CK_PKCS12_PBE_IMPORT_PARAMS: [B passwordAuthSafe passwordHMAC, J passwordAuthSafeLen"
-            + " passwordHMACLen certAttrCount, [CK_ATTRIBUTE certAttr, [CK_OBJECT_HANDLE hCert, LongRef"
-            + " hCertCount",
-        "p/CK_PKCS12_PBE_EXPORT_PARAMS: CK_OBJECT_HANDLE keyCert, [B passwordAuthSafe passwordHMAC, J"
-            + " passwordAuthSafeLen passwordHMACLen, c/CK_MECHANISM_TYPE safeBagKgMech safeContentKgMech"
-            + " hmacKgMech",
-        "p/CK_KEY_WRAP_SET_OAEP_PARAMS: B bBC, [B pX, J XLen",
-        "p/CK_SSL3_RANDOM_DATA: [B pClientRandom pServerRandom, J clientRandomLen serverRandomLen",
-        "p/CK_SSL3_MASTER_KEY_DERIVE_PARAMS: p/CK_SSL3_RANDOM_DATA RandomInfo, CK_VERSION pVersion",
-        "p/CK_SSL3_KEY_MAT_OUT: CK_OBJECT_HANDLE hClientMacSecret hServerMacSecret hClientKey hServerKey, [B"
-            + " pIVClient pIVServer",
-        "p/CK_SSL3_KEY_MAT_PARAMS: J macSizeInBits keySizeInBits IVSizeInBits, CK_BBOOL bIsExport,"
-            + " p/CK_SSL3_RANDOM_DATA RandomInfo, p/CK_SSL3_KEY_MAT_OUT pReturnedKeyMaterial",
-        "p/CK_KEY_DERIVATION_STRING_DATA: [B pData, J len",
-        "p/CK_MECH_TYPE_AND_OBJECT: c/CK_MECHANISM_TYPE mechanism, CK_OBJECT_HANDLE hObj",
-        "p/CK_DES_CBC_PARAMS p/CK_DES2_CBC_PARAMS p/CK_DES3_CBC_PARAMS: [B iv data",
-        "p/CK_PP_LOAD_SECRET_PARAMS: CK_BBOOL bMaskInput, I cConvert cTimeout, [B prompt",
-        "p/CK_TIMESTAMP_PARAMS: CK_BBOOL useMilliseconds, J timestampFormat",
-        "p/CK_REPLICATE_TOKEN_PARAMS: [B peerId",
-        "p/CK_SECRET_SHARE_PARAMS: J n m",
-        "p/CK_ECIES_PARAMS: J dhPrimitive kdf ulSharedDataLen1 encScheme ulEncKeyLenInBits macScheme"
-            + " ulMacKeyLenInBits ulMacLenInBits ulSharedDataLen2, [B pSharedData1 pSharedData2",
-        "p/CK_ECDH1_DERIVE_PARAMS: J kdf ulSharedDataLen ulPublicDataLen, [B pSharedData pPublicData"})
-    void theNativeSideFindsEveryField(String row) throws Exception {
-        String[] sides = row.split(": ");
-        for (String owner : sides[0].split(" ")) {
-            for (String group : sides[1].split(", ")) {
-                String[] words = group.split(" ");
-                for (String name : Arrays.copyOfRange(words, 1, words.length)) {
-                    Field field = Class.forName(path(owner).replace('/', '.')).getField(name);
-                    assertEquals(signature(words[0]), field.getType().descriptorString(), field.toString());
-                    assertEquals(Modifier.PUBLIC, field.getModifiers(), field.toString());
+    @MethodSource("classesWithFields")
+    void constructorsFillTheFieldsAndSetTheLengths(Class<?> cls) throws Exception {
+        List<Object> arguments = new ArrayList<>();
+        Object made = make(cls, 16, arguments);
+        List<Object> given = new ArrayList<>();
+        for (Object argument : arguments) {
+            given.addAll(leaves(argument));
+        }
+        List<Object> kept = new ArrayList<>(leaves(made));
+        kept.retainAll(given);
+        if (cls != CK_SSL3_KEY_MAT_OUT.class) {
+            assertEquals(given, kept);
+        }
+        for (Field array : fields(cls)) {
+            for (Field length : fields(cls)) {
+                if (length.getType() == long.class && !length.equals(array) && stem(length).equals(stem(array))
+                        && !given.contains(length.get(made))) {
+                    assertEquals(Array.getLength(array.get(made)), length.getLong(made), length.getName());
                 }
             }
         }
     }
 
-    private static String path(String name) {
-        return "halvorn/zerlin/" + name.replaceFirst("^c/", "constants/").replaceFirst("^p/", "params/");
+    // "password" for pPassword and passwordLen.
+    private static String stem(Field field) {
+        return field.getName().replaceFirst("^len$", "pDataLen").replaceFirst("^(p|ul)(?=[A-Z])", "")
+            .replaceFirst("(Len|Count)(?=\\d?$)", "").toLowerCase(Locale.ROOT);
     }
 
-    private static String signature(String word) {
-        String array = word.startsWith("[") ? "[" : "";
-        String element = word.substring(array.length());
-        String object = element.equals("O") ? "java/lang/Object" : path(element);
-        return array + ("ZBIJ".contains(element) ? element : "L" + object + ";");
+    @ParameterizedTest
+    @MethodSource("classesWithFields")
+    void textsNameEveryFieldAndShowNoSecret(Class<?> cls) throws Exception {
+        cls.getConstructor().newInstance().toString();
+        Object made = make(cls, 16, new ArrayList<>());
+        String text = made.toString();
+        for (String secret : SECRET) {
+            assertFalse(text.contains(secret), text);
+        }
+        for (Field field : fields(cls)) {
+            String start = text.contains("=") ? field.getName() + "=" : "";
+            if (field.getType() == long.class) {
+                long value = field.getLong(made);
+                assertTrue(text.contains(start + value) || text.contains("0x" + Long.toHexString(value)), text);
+            }
+            assertTrue(!text.contains("[") || text.contains(start), text);
+        }
+    }
+
+    @ParameterizedTest
+    @MethodSource("classesWithFields")
+    void equalObjectsHaveEqualFields(Class<?> cls) throws Exception {
+        Object made = make(cls, 16, new ArrayList<>());
+        assertFalse(made.equals(null));
+        assertFalse(made.equals(new CK_RV(16)) && cls != CK_RV.class);
+        if (cls.getMethod("equals", Object.class).getDeclaringClass() != Object.class) {
+            Object same = make(cls, 16, new ArrayList<>());
+            assertEquals(made, same);
+            assertEquals(made.hashCode(), same.hashCode());
+            for (Field field : fields(cls)) {
+                Object changed = make(cls, 16, new ArrayList<>());
+                field.set(changed, field.get(cls.getConstructor().newInstance()));
+                assertNotEquals(made, changed, field.getName());
+            }
+        }
+    }
+
+    @Test
+    void datesAreEightDigits() {
+        CK_DATE date = new CK_DATE(824, 7, 15);
+        assertArrayEquals(ascii("08240715"), date.toBytes());
+        assertEquals("0824-07-15", CK_DATE.fromBytes(ascii("08240715")).toString());
+        assertEquals(date, CK_DATE.fromBytes(ascii("08240715")));
+        assertEquals(date.hashCode(), CK_DATE.fromBytes(ascii("08240715")).hashCode());
+        assertEquals(LocalDate.of(824, 7, 15), new CK_DATE(LocalDate.of(824, 7, 15)).toLocalDate());
+        assertNotEquals(date, new CK_DATE(824, 7, 16));
+        assertArrayEquals(new byte[8], new CK_DATE(new byte[0], null, new byte[1]).toBytes());
+        assertThrows(IllegalArgumentException.class, () -> CK_DATE.fromBytes(new byte[7]));
+        assertThrows(DateTimeException.class, () -> new CK_DATE(10_000, 1, 1));
+        assertThrows(DateTimeException.class, () -> new CK_DATE(-100, 1, 1));
     }
 
     static Object[][] valuesAndLengths() {
         return new Object[][] {
             {null, 0}, {new byte[5], 5}, {"", 0}, {"a\0b", 4}, {"\u07ff\u0800", 5}, {"\ud83d\ude00", 6},
             {1L << 40, 4}, {1, 4}, {(byte) 1, 1}, {true, 1}, {new CK_BBOOL(true), 1},
-            {new CK_DATE(2024, 7, 15), 8}, {new CK_OBJECT_HANDLE(1), 4}, {new CK_KEY_TYPE(CKK.AES), 4},
-            {CK_MECHANISM_TYPE.array(3), 12}, {new long[2], 8}, {new boolean[3], 3}, {new char[3], 3}};
+            {new CK_DATE(2024, 7, 15), 8}, {new CK_OBJECT_HANDLE(1), 4}, {new CK_SESSION_HANDLE(1), 4},
+            {new CK_KEY_TYPE(CKK.AES), 4}, {CK_MECHANISM_TYPE.array(3), 12}, {new long[2], 8}, {new int[3], 12},
+            {new boolean[3], 3}, {new char[3], 3}};
     }
 
     @ParameterizedTest
@@ -104,10 +179,71 @@ class JavaClassesTest {
     }
 
     @Test
-    void numbersBecomeUnsharedObjects() {
-        Object first = new CK_ATTRIBUTE(CKA.VALUE_LEN, 1).pValue;
-        assertEquals(1L, first);
-        assertNotSame(first, new CK_ATTRIBUTE(CKA.VALUE_LEN, 1).pValue);
+    void anAttributesBytesEndWhereTheTokenSays() {
+        CK_ATTRIBUTE attribute = CK_ATTRIBUTE.buffer(CKA.LABEL, 4);
+        assertArrayEquals(new byte[4], attribute.getBytes());
+        attribute.valueLen = 2;
+        assertArrayEquals(new byte[2], attribute.getBytes());
+        attribute.valueLen = CK.UNAVAILABLE_INFORMATION;
+        assertNull(attribute.getBytes());
+        assertTrue(attribute.toString().endsWith("valueLen=unavailable]"), attribute.toString());
+        assertThrows(IllegalArgumentException.class, () -> new CK_ATTRIBUTE(CKA.LABEL, new StringBuilder()));
+        assertArrayEquals(new long[] {7, -1}, (long[]) new CK_ATTRIBUTE(CKA.ID, new int[] {7, -1}).pValue);
+        assertArrayEquals(new long[] {7, -1}, (long[]) new CK_MECHANISM(1, new int[] {7, -1}).pParameter);
+    }
+
+    @Test
+    void secretTextsAreShownByTheirLength() {
+        for (Object secret : new Object[] {"hidden", "hidden".toCharArray(), ascii("hidden"), new long[] {104, 105, 100}}) {
+            String texts = new CK_ATTRIBUTE(CKA.VALUE, secret) + " " + new CK_MECHANISM(CKM.AES_CBC, secret);
+            assertTrue(SECRET.stream().noneMatch(texts::contains), texts);
+        }
+    }
+
+    @Test
+    void sizesInBitsAreRoundedUp() {
+        assertEquals(8, new CK_SSL3_KEY_MAT_PARAMS(0, 0, 57, false, null, null).pReturnedKeyMaterial.pIVServer.length);
+    }
+
+    @Test
+    void labelsArePaddedWithBlanks() {
+        CK_TOKEN_INFO info = new CK_TOKEN_INFO();
+        info.label = CK_TOKEN_INFO.paddedLabel("\u00e4 b");
+        assertEquals(32, info.label.length);
+        assertEquals("\u00e4 b|", info.getLabel() + "|");
+        info.model = ascii("m \0 \0");
+        assertEquals("m", info.getModel());
+        assertThrows(IllegalArgumentException.class, () -> CK_TOKEN_INFO.paddedLabel("x".repeat(33)));
+    }
+
+    // PKCS#11 lets a thread unlock what another one has locked.
+    @Test
+    void javaLockingLocks() throws Exception {
+        CK_C_INITIALIZE_ARGS java = CK_C_INITIALIZE_ARGS.javaLocking();
+        Object mutex = java.createMutex.CreateMutex();
+        assertEquals(CKR.MUTEX_NOT_LOCKED, java.unlockMutex.UnlockMutex(mutex));
+        assertEquals(CKR.OK, java.lockMutex.LockMutex(mutex));
+        var second = CompletableFuture.supplyAsync(() -> java.lockMutex.LockMutex(mutex));
+        assertThrows(TimeoutException.class, () -> second.get(20, TimeUnit.MILLISECONDS));
+        assertEquals(CKR.OK, java.unlockMutex.UnlockMutex(mutex));
+        assertEquals(CKR.OK, second.get(10, TimeUnit.SECONDS));
+        assertEquals(CKR.OK, java.destroyMutex.DestroyMutex(mutex));
+        for (Object bad : new Object[] {null, "mutex"}) {
+            assertEquals(CKR.MUTEX_BAD, java.lockMutex.LockMutex(bad));
+            assertEquals(CKR.MUTEX_BAD, java.unlockMutex.UnlockMutex(bad));
+            assertEquals(CKR.MUTEX_BAD, java.destroyMutex.DestroyMutex(bad));
+        }
+    }
+
+    @ParameterizedTest
+    @CsvSource({"wrong ELF class, 32, run this program in a 32-bit", "anything, 64, this one is 64-bit",
+        "libcryptoki.so: cannot open, 32, put it beside libzerlin.so", "no zerlin in java.library.path, 32, -Djava.lib",
+        "Can't load library: x, 32, -Dhalvorn.zerlin.library", "Expecting an absolute path, 32, must be an absolute",
+        "already loaded in another classloader, 32, one class loader at a time"})
+    void aFailedLoadIsExplained(String loaderText, String width, String help) {
+        String text = NativeLibrary.explain(loaderText, "i386", width);
+        assertTrue(text.contains(loaderText) && text.contains("\n- ") && text.contains(help), text);
+        assertEquals(2, text.lines().count(), text);
     }
 
     @SuppressWarnings({"deprecation", "removal"}) // The constructors of boxes create what valueOf does not.

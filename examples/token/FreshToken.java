@@ -1,4 +1,4 @@
-// What benchmark, endurance programs and end-to-end tests share: tokens with PINs, and sessions on them.
+// Tokens with PINs, sessions on them, and output arrays: what examples, tests and benchmark share.
 package token;
 
 import halvorn.zerlin.CK_SESSION_HANDLE;
@@ -11,6 +11,7 @@ import halvorn.zerlin.constants.CK_RV;
 import halvorn.zerlin.constants.CK_USER_TYPE;
 
 import java.nio.charset.StandardCharsets;
+import java.util.Arrays;
 
 public final class FreshToken {
     public static final byte[] SO_PIN = ascii("so-secret");
@@ -21,17 +22,27 @@ public final class FreshToken {
     private FreshToken() {
     }
 
-    /** Initialises a token that was never initialised, sets the PINs, and returns its slot. */
-    public static long create(String label) {
+    /** A call that fills an array, such as C_Digest, with its other arguments bound. */
+    public interface Output {
+        CK_RV fill(byte[] array, LongRef length);
+    }
+
+    /** Finds the token with that label, or one that was never initialised. */
+    public static long find(String label) {
         for (long slot : slots()) {
-            CK_TOKEN_INFO info = new CK_TOKEN_INFO();
-            Cryptoki.C_GetTokenInfo(slot, info).orThrow();
-            if ((info.flags & CKF.TOKEN_INITIALIZED) == 0) {
-                initialise(slot, label);
+            CK_TOKEN_INFO info = tokenInfo(slot);
+            if (info.getLabel().equals(label) || !isInitialised(info)) {
                 return slot;
             }
         }
-        throw new IllegalStateException("no slot with a token to be initialised");
+        throw new IllegalStateException("No token is labelled \"" + label + "\" or was never initialised");
+    }
+
+    /** Initialises the token that is found, sets the PINs, and returns its slot. */
+    public static long create(String label) {
+        long slot = find(label);
+        initialise(slot, label);
+        return slot;
     }
 
     /** Initialises the token in the slot, whatever it holds, and sets the PINs. */
@@ -43,12 +54,24 @@ public final class FreshToken {
         Cryptoki.C_CloseSession(session).orThrow();
     }
 
+    /** Lists the slots with a token. */
     public static long[] slots() {
+        // Every list takes two calls: without an array, the call returns only the number of entries.
         LongRef count = new LongRef();
         Cryptoki.C_GetSlotList(true, null, count).orThrow();
         long[] slots = new long[(int) count.value];
         Cryptoki.C_GetSlotList(true, slots, count).orThrow();
         return slots;
+    }
+
+    public static CK_TOKEN_INFO tokenInfo(long slot) {
+        CK_TOKEN_INFO info = new CK_TOKEN_INFO();
+        Cryptoki.C_GetTokenInfo(slot, info).orThrow();
+        return info;
+    }
+
+    public static boolean isInitialised(CK_TOKEN_INFO info) {
+        return (info.flags & CKF.TOKEN_INITIALIZED) != 0;
     }
 
     public static CK_SESSION_HANDLE openSession(long slot, long flags) {
@@ -59,6 +82,15 @@ public final class FreshToken {
 
     public static CK_RV login(CK_SESSION_HANDLE session, long user, byte[] pin) {
         return Cryptoki.C_Login(session, new CK_USER_TYPE(user), pin, pin.length);
+    }
+
+    /** Returns the output of a call: asks for its length first, then for the bytes. */
+    public static byte[] bytes(Output output) {
+        LongRef length = new LongRef();
+        output.fill(null, length).orThrow();
+        byte[] bytes = new byte[(int) length.value];
+        output.fill(bytes, length).orThrow();
+        return Arrays.copyOf(bytes, (int) length.value);
     }
 
     public static byte[] ascii(String text) {
