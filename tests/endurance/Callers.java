@@ -17,29 +17,12 @@ final class Callers {
 
     public static void main(String[] arguments) throws Exception {
         int cycles = Integer.parseInt(arguments[1]);
-        checkThrowingCallback();
         Locking locking = new Locking();
         cycle(cycles / 10, locking);
         Vitals before = new Vitals();
         cycle(cycles, locking);
         new Vitals().expectNoGrowthSince(before, 32, 8);
         locking.expectBalanced();
-    }
-
-    // A callback that throws ends C_Initialize. Its registration stays until the next C_Finalize.
-    private static void checkThrowingCallback() {
-        CK_C_INITIALIZE_ARGS throwing = CK_C_INITIALIZE_ARGS.javaLocking();
-        throwing.createMutex = () -> {
-            throw new IllegalStateException("no mutex");
-        };
-        try {
-            Cryptoki.C_Initialize(throwing);
-            expect(false, "the exception of the callback is lost");
-        } catch (IllegalStateException e) {
-            expect(e.getMessage().equals("no mutex"), e.getMessage());
-        }
-        Cryptoki.C_Initialize(null).orThrow();
-        Cryptoki.C_Finalize(null).orThrow();
     }
 
     private static void cycle(int cycles, Locking locking) throws Exception {

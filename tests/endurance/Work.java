@@ -32,8 +32,7 @@ final class Work {
     private final CK_SESSION_HANDLE session;
     private final Random random;
     private final String label;
-    private CK_OBJECT_HANDLE[] rsa;
-    private CK_OBJECT_HANDLE[] ec;
+    private final CK_OBJECT_HANDLE[] ec = CK_OBJECT_HANDLE.array(2);
     private int rounds;
 
     Work(long slot, boolean isReal, boolean isAlone, int seed) {
@@ -60,7 +59,6 @@ final class Work {
             objects();
             ciphers();
             digests();
-            wrapping();
             wrongCalls();
             if (rounds++ % ROUNDS_BETWEEN_SLOW_CALLS == 0) {
                 keyPairs();
@@ -150,23 +148,22 @@ final class Work {
         expectReturns(CKR.BUFFER_TOO_SMALL,
                 Cryptoki.C_Digest(session, text, text.length, new byte[5], new LongRef(5)));
         expect(Arrays.equals(expected, own.whole(Cryptoki::C_Digest, text)), "digest");
-        Cryptoki.C_DigestInit(session, SHA256).orThrow();
-        Cryptoki.C_DigestUpdate(session, text, text.length).orThrow();
-        expect(Arrays.equals(expected, bytes((a, length) -> Cryptoki.C_DigestFinal(session, a, length))), "digest");
     }
 
-    private void wrapping() {
-        CK_OBJECT_HANDLE wrapping = own.secretKey(CKK.AES, data(16));
-        CK_MECHANISM wrap = new CK_MECHANISM(CKM.AES_KEY_WRAP_STD);
-        CK_ATTRIBUTE[] template = keyTemplate(CKK.AES, CKA.VALUE_LEN, 32);
-        CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE();
-        Cryptoki.C_GenerateKey(session, new CK_MECHANISM(CKM.AES_KEY_GEN), template, template.length, key).orThrow();
-        byte[] wrapped = bytes((a, length) -> Cryptoki.C_WrapKey(session, wrap, wrapping, key, a, length));
-        CK_OBJECT_HANDLE unwrapped = new CK_OBJECT_HANDLE();
-        Cryptoki.C_UnwrapKey(session, wrap, wrapping, wrapped, wrapped.length, template, template.length - 1,
-                unwrapped).orThrow();
-        expect(Arrays.equals(own.read(key, CKA.VALUE), own.read(unwrapped, CKA.VALUE)), "unwrapped key");
-        own.destroy(wrapping, key, unwrapped);
+    // Nested parameters, and parameters with results written back. No soft token supports these mechanisms.
+    private void parameters() {
+        byte[] bytes = data(28);
+        CK_ATTRIBUTE[] certificate = template(CKA.LABEL, label);
+        CK_MECHANISM[] mechanisms = {
+            new CK_MECHANISM(CKM.ECDH1_DERIVE_STD, new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, bytes)),
+            new CK_MECHANISM(CKM.PBE_MD2_DES_CBC, new CK_PBE_PARAMS(bytes, bytes, 10)),
+            new CK_MECHANISM(CKM.SSL3_KEY_AND_MAC_DERIVE, new CK_SSL3_KEY_MAT_PARAMS(8, 8, 64, false, bytes, bytes)),
+            new CK_MECHANISM(CKM.SSL3_MASTER_KEY_DERIVE, new CK_SSL3_MASTER_KEY_DERIVE_PARAMS(bytes, bytes)),
+            new CK_MECHANISM(CKM.PKCS12_PBE_IMPORT, new CK_PKCS12_PBE_IMPORT_PARAMS(bytes, bytes, certificate, 3))};
+        for (CK_MECHANISM mechanism : mechanisms) {
+            CK_RV answer = Cryptoki.C_DeriveKey(session, mechanism, ec[1], null, 0, new CK_OBJECT_HANDLE());
+            expect(!answer.isOk(), "derived by " + mechanism);
+        }
     }
 
     private void wrongCalls() {
@@ -187,28 +184,13 @@ final class Work {
     }
 
     private void keyPairs() {
-        if (ec == null) { // an RSA key takes longest
-            rsa = pair(CKM.RSA_PKCS_KEY_PAIR_GEN, template(CKA.MODULUS_BITS, 1024, CKA.PUBLIC_EXPONENT,
-                    new byte[] {1, 0, 1}, CKA.VERIFY, true));
-        } else {
+        if (rounds > 1) {
             own.destroy(ec);
         }
-        ec = pair(CKM.EC_KEY_PAIR_GEN, template(CKA.EC_PARAMS, P256, CKA.VERIFY, true));
-        byte[] point = isReal ? Arrays.copyOfRange(own.read(ec[0], CKA.EC_POINT), 2, 67) : new byte[65];
-        CK_MECHANISM ecdh = new CK_MECHANISM(CKM.ECDH1_DERIVE_STD, new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point));
-        CK_ATTRIBUTE[] template = keyTemplate(CKK.GENERIC_SECRET, CKA.VALUE_LEN, 32);
-        CK_OBJECT_HANDLE derived = new CK_OBJECT_HANDLE();
-        Cryptoki.C_DeriveKey(session, ecdh, ec[1], template, template.length, derived).orThrow();
-        expect(own.read(derived, CKA.VALUE).length == 32, "derived key");
-        own.destroy(derived);
-    }
-
-    private CK_OBJECT_HANDLE[] pair(long type, CK_ATTRIBUTE[] forPublic) {
-        CK_OBJECT_HANDLE[] made = CK_OBJECT_HANDLE.array(2);
+        CK_ATTRIBUTE[] forPublic = template(CKA.EC_PARAMS, P256, CKA.VERIFY, true);
         CK_ATTRIBUTE[] forPrivate = template(CKA.PRIVATE, false, CKA.SIGN, true, CKA.DERIVE, true);
-        Cryptoki.C_GenerateKeyPair(session, new CK_MECHANISM(type), forPublic, forPublic.length, forPrivate,
-                forPrivate.length, made[0], made[1]).orThrow();
-        return made;
+        Cryptoki.C_GenerateKeyPair(session, new CK_MECHANISM(CKM.EC_KEY_PAIR_GEN), forPublic, forPublic.length,
+                forPrivate, forPrivate.length, ec[0], ec[1]).orThrow();
     }
 
     private void signatures() {
@@ -217,8 +199,6 @@ final class Work {
         signed(new CK_MECHANISM(CKM.SHA256_HMAC), key, key, text);
         own.destroy(key);
         if (rounds % 8 == 0) {
-            signed(new CK_MECHANISM(CKM.SHA256_RSA_PKCS_PSS,
-                    new CK_RSA_PKCS_PSS_PARAMS(CKM.SHA256, CKG.MGF1_SHA256, 32)), rsa[1], rsa[0], text);
             signed(new CK_MECHANISM(CKM.ECDSA), ec[1], ec[0], text);
         }
     }
@@ -229,21 +209,6 @@ final class Work {
             Cryptoki.C_VerifyInit(session, mechanism, check).orThrow();
             expectReturns(expected, Cryptoki.C_Verify(session, text, text.length, signature, signature.length));
             signature[7] ^= 1;
-        }
-    }
-
-    // Nested parameters, and parameters with results written back. No soft token supports these mechanisms.
-    private void parameters() {
-        byte[] bytes = data(28);
-        CK_ATTRIBUTE[] certificate = template(CKA.LABEL, label);
-        CK_MECHANISM[] mechanisms = {
-            new CK_MECHANISM(CKM.PBE_MD2_DES_CBC, new CK_PBE_PARAMS(bytes, bytes, 10)),
-            new CK_MECHANISM(CKM.SSL3_KEY_AND_MAC_DERIVE, new CK_SSL3_KEY_MAT_PARAMS(8, 8, 64, false, bytes, bytes)),
-            new CK_MECHANISM(CKM.SSL3_MASTER_KEY_DERIVE, new CK_SSL3_MASTER_KEY_DERIVE_PARAMS(bytes, bytes)),
-            new CK_MECHANISM(CKM.PKCS12_PBE_IMPORT, new CK_PKCS12_PBE_IMPORT_PARAMS(bytes, bytes, certificate, 3))};
-        for (CK_MECHANISM mechanism : mechanisms) {
-            CK_RV answer = Cryptoki.C_DeriveKey(session, mechanism, ec[1], null, 0, new CK_OBJECT_HANDLE());
-            expect(!answer.isOk(), "derived by " + mechanism);
         }
     }
 
