@@ -17,16 +17,14 @@ final class Callers {
 
     public static void main(String[] arguments) throws Exception {
         int cycles = Integer.parseInt(arguments[1]);
-        Locking locking = new Locking();
-        cycle(cycles / 10, locking);
+        cycle(cycles / 10);
         Vitals before = new Vitals();
-        cycle(cycles, locking);
+        cycle(cycles);
         new Vitals().expectNoGrowthSince(before, 32, 8);
-        locking.expectBalanced();
     }
 
-    private static void cycle(int cycles, Locking locking) throws Exception {
-        Object[] ways = {locking.arguments, CK_C_INITIALIZE_ARGS.osLocking(), null};
+    private static void cycle(int cycles) throws Exception {
+        Object[] ways = {CK_C_INITIALIZE_ARGS.javaLocking(), CK_C_INITIALIZE_ARGS.osLocking(), null};
         for (int i = 0; i < cycles; i++) {
             Cryptoki.C_Initialize(ways[i % ways.length]).orThrow();
             expect(Cryptoki.C_Initialize(ways[i % ways.length]).is(CKR.CRYPTOKI_ALREADY_INITIALIZED), "twice");

@@ -45,10 +45,10 @@ final class Reload {
     private static void loadAgain() throws Exception {
         String[] places = System.getProperty("java.library.path").split(":");
         Path file = Path.of(places[0], "libzerlin.so");
-        Path directory = Files.createTempDirectory(Path.of(places[1]), "reload");
-        Path link = directory.resolve("libzerlin.so");
+        Path link = Path.of(places[1], "again.libzerlin.so");
+        Files.deleteIfExists(link);
+        Files.createLink(link, file);
         try {
-            Files.createLink(link, file);
             for (Path name : List.of(file, link)) {
                 System.setProperty("halvorn.zerlin.library", name.toString());
                 String error = "none";
@@ -62,8 +62,7 @@ final class Reload {
             }
         } finally {
             System.clearProperty("halvorn.zerlin.library");
-            Files.deleteIfExists(link);
-            Files.delete(directory);
+            Files.delete(link);
         }
     }
 

@@ -17,9 +17,7 @@ final class Threads {
 
     public static void main(String[] arguments) throws Exception {
         int rounds = Integer.parseInt(arguments[1]);
-        Locking locking = new Locking();
-        System.out.println(work(rounds, locking.arguments) + " calls with Java's locks");
-        locking.expectBalanced();
+        System.out.println(work(rounds, CK_C_INITIALIZE_ARGS.javaLocking()) + " calls with Java's locks");
         System.out.println(work(rounds, CK_C_INITIALIZE_ARGS.osLocking()) + " calls with the system's locks");
     }
 

@@ -123,22 +123,24 @@ final class Work {
         expect(count.value == 2, "objects found: " + count.value);
         Cryptoki.C_FindObjectsFinal(session).orThrow();
         Cryptoki.C_GetObjectSize(session, object, new LongRef()).orThrow();
-        own.destroy(object, copy);
+        destroy(object, copy);
         expectReturns(CKR.OBJECT_HANDLE_INVALID, Cryptoki.C_DestroyObject(session, object));
     }
 
     private void ciphers() {
-        CK_OBJECT_HANDLE key = own.secretKey(CKK.AES, data(32));
+        CK_OBJECT_HANDLE key = secretKey(CKK.AES, data(32));
         CK_MECHANISM mechanism = new CK_MECHANISM(CKM.AES_CBC_PAD, data(16));
         byte[] clear = data(rounds % 16 == 0 ? 70_000 : random.nextInt(200));
-        byte[] secret = own.encrypt(mechanism, key, clear);
-        expect(Arrays.equals(clear, own.decrypt(mechanism, key, secret)), "decrypted");
+        Cryptoki.C_EncryptInit(session, mechanism, key).orThrow();
+        byte[] secret = own.whole(Cryptoki::C_Encrypt, clear);
+        Cryptoki.C_DecryptInit(session, mechanism, key).orThrow();
+        expect(Arrays.equals(clear, own.whole(Cryptoki::C_Decrypt, secret)), "decrypted");
         Cryptoki.C_EncryptInit(session, mechanism, key).orThrow();
         ByteArrayOutputStream parts = new ByteArrayOutputStream();
         parts.writeBytes(own.whole(Cryptoki::C_EncryptUpdate, clear));
         parts.writeBytes(bytes((array, length) -> Cryptoki.C_EncryptFinal(session, array, length)));
         expect(Arrays.equals(secret, parts.toByteArray()), "encrypted in parts");
-        own.destroy(key);
+        destroy(key);
     }
 
     private void digests() throws Exception {
@@ -185,7 +187,7 @@ final class Work {
 
     private void keyPairs() {
         if (rounds > 1) {
-            own.destroy(ec);
+            destroy(ec);
         }
         CK_ATTRIBUTE[] forPublic = template(CKA.EC_PARAMS, P256, CKA.VERIFY, true);
         CK_ATTRIBUTE[] forPrivate = template(CKA.PRIVATE, false, CKA.SIGN, true, CKA.DERIVE, true);
@@ -195,20 +197,32 @@ final class Work {
 
     private void signatures() {
         byte[] text = data(32);
-        CK_OBJECT_HANDLE key = own.secretKey(CKK.GENERIC_SECRET, data(40));
+        CK_OBJECT_HANDLE key = secretKey(CKK.GENERIC_SECRET, data(40));
         signed(new CK_MECHANISM(CKM.SHA256_HMAC), key, key, text);
-        own.destroy(key);
+        destroy(key);
         if (rounds % 8 == 0) {
             signed(new CK_MECHANISM(CKM.ECDSA), ec[1], ec[0], text);
         }
     }
 
     private void signed(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, CK_OBJECT_HANDLE check, byte[] text) {
-        byte[] signature = own.sign(mechanism, key, text);
+        Cryptoki.C_SignInit(session, mechanism, key).orThrow();
+        byte[] signature = own.whole(Cryptoki::C_Sign, text);
         for (long expected : new long[] {CKR.OK, CKR.SIGNATURE_INVALID}) {
             Cryptoki.C_VerifyInit(session, mechanism, check).orThrow();
             expectReturns(expected, Cryptoki.C_Verify(session, text, text.length, signature, signature.length));
             signature[7] ^= 1;
+        }
+    }
+
+    private CK_OBJECT_HANDLE secretKey(long type, byte[] value) {
+        return own.create(template(CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, type, CKA.VALUE, value, CKA.PRIVATE, false,
+                CKA.ENCRYPT, true, CKA.DECRYPT, true, CKA.SIGN, true, CKA.VERIFY, true));
+    }
+
+    private void destroy(CK_OBJECT_HANDLE... objects) {
+        for (CK_OBJECT_HANDLE object : objects) {
+            Cryptoki.C_DestroyObject(session, object).orThrow();
         }
     }
 

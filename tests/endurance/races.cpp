@@ -26,8 +26,8 @@ void expect(bool condition, const char* what)
     if (!condition && wrong++ < 20) std::fprintf(stderr, "races: not as expected: %s\n", what);
 }
 
-// The JVM has no state of its own, whose locks would order the threads: a reference names its class, and the
-// ID of a member follows from class, name and signature.
+// The JVM has no state of its own, whose locks would order the threads: a reference holds the hash of its
+// class, and the ID of a member follows from class, name and signature.
 struct Reference {
     std::size_t cls;
 };
@@ -37,17 +37,16 @@ std::size_t hash(const char* text)
     return std::hash<std::string_view>()(text);
 }
 
-std::size_t memberHash(const char* path, const char* name, const char* signature)
+std::size_t memberHash(std::size_t cls, const char* name, const char* signature)
 {
-    return (hash(path) + 3 * hash(name) + 7 * hash(signature)) | 1;
+    return (cls + 3 * hash(name) + 7 * hash(signature)) | 1;
 }
 
 // What is looked up. Every thread has its own order.
-java::TypedConstant* const CONSTANTS[] = {&java::ATTRIBUTE_TYPE, &java::CERTIFICATE_TYPE,
-    &java::HW_FEATURE_TYPE, &java::KEY_TYPE, &java::MECHANISM_TYPE, &java::OBJECT_CLASS, &java::RV,
-    &java::STATE, &java::USER_TYPE};
 JavaField* const FIELDS[] = {&java::TOKEN_INFO.label, &java::TOKEN_INFO.flags, &java::SLOT_INFO.flags,
-    &java::INFO.flags, &java::PBE.saltLen, &java::ECIES.kdf, &java::LONG_REF.value, &java::LONG.value};
+    &java::INFO.flags, &java::PBE.saltLen, &java::ECIES.kdf, &java::LONG_REF.value, &java::LONG.value,
+    &java::RV.m_value, &java::KEY_TYPE.m_value, &java::STATE.m_value, &java::USER_TYPE.m_value};
+JavaMethod* const METHODS[] = {&java::RV.setValue, &java::KEY_TYPE.setValue, &java::MECHANISM_TYPE.setValue};
 JavaClass* const CLASSES[] = {&java::TOKEN_INFO.cls, &java::INFO.cls, &java::MECHANISM_TYPE.cls,
     &java::DATE.cls, &java::ATTRIBUTE.cls, &java::RV.cls, &java::LONG.cls, &java::VERSION.cls};
 constinit JavaClassGroup group{CLASSES};
@@ -57,9 +56,9 @@ jclass newReference(std::size_t cls)
     return reinterpret_cast<jclass>(new Reference{cls});
 }
 
-const Reference& read(jobject reference)
+std::size_t classOf(jobject reference)
 {
-    return *reinterpret_cast<const Reference*>(reference);
+    return reinterpret_cast<const Reference*>(reference)->cls;
 }
 
 void release(JNIEnv*, jobject reference)
@@ -70,19 +69,7 @@ void release(JNIEnv*, jobject reference)
 template <typename ID>
 ID member(JNIEnv*, jclass cls, const char* name, const char* signature)
 {
-    return reinterpret_cast<ID>((read(cls).cls + 3 * hash(name) + 7 * hash(signature)) | 1);
-}
-
-// An object is the number that its fields are derived from.
-jlong fieldValue(JNIEnv*, jobject object, jfieldID id)
-{
-    return static_cast<jlong>(read(object).cls ^ reinterpret_cast<std::size_t>(id));
-}
-
-void setFieldValue(JNIEnv*, jobject object, jfieldID id, jlong value)
-{
-    expect(static_cast<std::size_t>(value) == (read(object).cls ^ reinterpret_cast<std::size_t>(id)),
-        "field set");
+    return reinterpret_cast<ID>(memberHash(classOf(cls), name, signature));
 }
 
 constexpr JNINativeInterface_ makeFunctions()
@@ -91,47 +78,40 @@ constexpr JNINativeInterface_ makeFunctions()
     functions.ExceptionCheck = [](JNIEnv*) -> jboolean { return JNI_FALSE; };
     functions.FindClass = [](JNIEnv*, const char* path) { return newReference(hash(path)); };
     functions.NewWeakGlobalRef = [](JNIEnv*, jobject reference) -> jweak {
-        return newReference(read(reference).cls);
+        return newReference(classOf(reference));
     };
     functions.DeleteLocalRef = release;
     functions.DeleteWeakGlobalRef = release;
     functions.GetFieldID = member<jfieldID>;
     functions.GetMethodID = member<jmethodID>;
-    functions.GetLongField = fieldValue;
-    functions.SetLongField = setFieldValue;
     return functions;
 }
 
 const JNINativeInterface_ FUNCTIONS = makeFunctions();
 
-void useClass(JNIEnv* env, JavaClass& cls)
+// Calls for each element, beginning somewhere.
+template <typename Elements, typename Use>
+void forEachFrom(std::size_t first, Elements& elements, Use use)
 {
-    expect(read(FindClass(env, cls)).cls == hash(cls.path), "class");
+    for (std::size_t i = 0; i < std::size(elements); ++i)
+        use(*elements[(first + i) % std::size(elements)]);
 }
 
-void useConstant(JNIEnv* env, java::TypedConstant& constant, std::size_t number)
+void useLookups(JNIEnv* env, std::size_t first)
 {
-    useClass(env, constant.cls);
-    const auto methodID = reinterpret_cast<std::size_t>(GetMethodID(env, constant.setValue));
-    expect(methodID == memberHash(constant.cls.path, "setValue", "(J)V"), "method");
-    Reference object{number};
-    const auto reference = reinterpret_cast<jobject>(&object);
-    const std::size_t value = number ^ memberHash(constant.cls.path, "m_value", "J");
-    expect(GetLongField(env, reference, constant.m_value) == value, "field");
-    expect(SetLongField(env, reference, constant.m_value, value), "field to be set");
-}
-
-void useField(JNIEnv* env, JavaField& field)
-{
-    const auto id = reinterpret_cast<std::size_t>(GetFieldID(env, field));
-    expect(id == memberHash(field.owner.path, field.name, field.signature), "field ID");
-}
-
-void useGroup(JNIEnv* env)
-{
+    const auto isMember = [](const auto& known, const void* id) {
+        return reinterpret_cast<std::size_t>(id) ==
+               memberHash(hash(known.owner.path), known.name, known.signature);
+    };
+    forEachFrom(
+        first, FIELDS, [&](JavaField& field) { expect(isMember(field, GetFieldID(env, field)), "field"); });
+    forEachFrom(first, METHODS,
+        [&](JavaMethod& method) { expect(isMember(method, GetMethodID(env, method)), "method"); });
     expect(FindClasses(env, group), "group");
-    for (const JavaClass* cls : CLASSES)
-        expect(read(cls->reference).cls == hash(cls->path), "class of a group");
+    forEachFrom(first, CLASSES, [&](JavaClass& cls) {
+        expect(classOf(cls.reference) == hash(cls.path) && classOf(FindClass(env, cls)) == hash(cls.path),
+            "class");
+    });
 }
 
 void useNames(std::size_t round)
@@ -159,13 +139,8 @@ int main(int count, char** arguments)
     const auto work = [&](std::size_t thread) {
         JNIEnv env{&FUNCTIONS};
         for (std::size_t round = 0; round < rounds; ++round) {
-            const std::size_t first = thread * 5 + round;
-            if (thread % 2 == 0) useGroup(&env);
-            for (std::size_t i = 0; i < std::size(CONSTANTS); ++i)
-                useConstant(&env, *CONSTANTS[(first + i) % std::size(CONSTANTS)], first);
-            for (std::size_t i = 0; i < std::size(FIELDS); ++i)
-                useField(&env, *FIELDS[(first + i) % std::size(FIELDS)]);
-            useGroup(&env);
+            if (thread % 2 == 0) expect(FindClasses(&env, group), "group");
+            useLookups(&env, thread * 5 + round);
             useNames(round);
             barrier.arrive_and_wait();
         }

@@ -42,7 +42,7 @@ class JavaClassesTest {
                 }
             }
         }
-        assertTrue(found.size() > 40, found.toString());
+        assertTrue(found.size() > 40, "found only " + found);
         return found.stream();
     }
 
@@ -51,11 +51,11 @@ class JavaClassesTest {
     }
 
     // Calls the constructor that takes most. No two arguments are alike: lengths are odd, numbers multiples of 8.
-    private static Object make(Class<?> cls, int start, List<Object> arguments) throws Exception {
+    private static Object make(Class<?> cls, List<Object> arguments) throws Exception {
         Constructor<?> widest = Collections.max(List.of(cls.getConstructors()),
                 Comparator.comparing(Constructor::getParameterCount));
         for (Class<?> type : widest.getParameterTypes()) {
-            int number = start + 8 * arguments.size();
+            int number = 16 + 8 * arguments.size();
             Object secret = ascii("hidden".repeat(30).substring(0, number - 1));
             arguments.add(type == boolean.class ? Boolean.TRUE : type == int.class ? (Object) number
                     : type == long.class ? (Object) (long) number
@@ -85,7 +85,7 @@ class JavaClassesTest {
     @MethodSource("classesWithFields")
     void constructorsFillTheFieldsAndSetTheLengths(Class<?> cls) throws Exception {
         List<Object> arguments = new ArrayList<>();
-        Object made = make(cls, 16, arguments);
+        Object made = make(cls, arguments);
         List<Object> given = new ArrayList<>();
         for (Object argument : arguments) {
             given.addAll(leaves(argument));
@@ -115,7 +115,7 @@ class JavaClassesTest {
     @MethodSource("classesWithFields")
     void textsNameEveryFieldAndShowNoSecret(Class<?> cls) throws Exception {
         cls.getConstructor().newInstance().toString();
-        Object made = make(cls, 16, new ArrayList<>());
+        Object made = make(cls, new ArrayList<>());
         String text = made.toString();
         for (String secret : SECRET) {
             assertFalse(text.contains(secret), text);
@@ -133,15 +133,15 @@ class JavaClassesTest {
     @ParameterizedTest
     @MethodSource("classesWithFields")
     void equalObjectsHaveEqualFields(Class<?> cls) throws Exception {
-        Object made = make(cls, 16, new ArrayList<>());
+        Object made = make(cls, new ArrayList<>());
         assertFalse(made.equals(null));
         assertFalse(made.equals(new CK_RV(16)) && cls != CK_RV.class);
         if (cls.getMethod("equals", Object.class).getDeclaringClass() != Object.class) {
-            Object same = make(cls, 16, new ArrayList<>());
+            Object same = make(cls, new ArrayList<>());
             assertEquals(made, same);
             assertEquals(made.hashCode(), same.hashCode());
             for (Field field : fields(cls)) {
-                Object changed = make(cls, 16, new ArrayList<>());
+                Object changed = make(cls, new ArrayList<>());
                 field.set(changed, field.get(cls.getConstructor().newInstance()));
                 assertNotEquals(made, changed, field.getName());
             }
@@ -180,7 +180,7 @@ class JavaClassesTest {
     }
 
     @Test
-    void anAttributesBytesEndWhereTheTokenSays() {
+    void lengthsBoundWhatIsReturned() {
         CK_ATTRIBUTE attribute = CK_ATTRIBUTE.buffer(CKA.LABEL, 4);
         assertArrayEquals(new byte[4], attribute.getBytes());
         attribute.valueLen = 2;
@@ -189,6 +189,7 @@ class JavaClassesTest {
         assertNull(attribute.getBytes());
         assertTrue(attribute.toString().endsWith("valueLen=unavailable]"), attribute.toString());
         assertThrows(IllegalArgumentException.class, () -> new CK_ATTRIBUTE(CKA.LABEL, new StringBuilder()));
+        assertEquals(8, new CK_SSL3_KEY_MAT_PARAMS(0, 0, 57, false, null, null).pReturnedKeyMaterial.pIVServer.length);
         assertArrayEquals(new long[] {7, -1}, (long[]) new CK_ATTRIBUTE(CKA.ID, new int[] {7, -1}).pValue);
         assertArrayEquals(new long[] {7, -1}, (long[]) new CK_MECHANISM(1, new int[] {7, -1}).pParameter);
     }
@@ -199,11 +200,6 @@ class JavaClassesTest {
             String texts = new CK_ATTRIBUTE(CKA.VALUE, secret) + " " + new CK_MECHANISM(CKM.AES_CBC, secret);
             assertTrue(SECRET.stream().noneMatch(texts::contains), texts);
         }
-    }
-
-    @Test
-    void sizesInBitsAreRoundedUp() {
-        assertEquals(8, new CK_SSL3_KEY_MAT_PARAMS(0, 0, 57, false, null, null).pReturnedKeyMaterial.pIVServer.length);
     }
 
     @Test
