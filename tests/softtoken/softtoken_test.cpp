@@ -18,14 +18,6 @@ const std::string SECRET = "0123456789abcdef";
 int freedWithSecret = 0;
 bool isOutOfMemory = false;
 
-void release(void* memory)
-{
-    if (memory == nullptr) return;
-    const std::string_view content(static_cast<const char*>(memory), malloc_usable_size(memory));
-    freedWithSecret += content.find(SECRET) != std::string_view::npos;
-    std::free(memory);
-}
-
 } // namespace
 
 // The library reads values of attributes into arrays.
@@ -36,11 +28,13 @@ void* operator new[](std::size_t size)
 }
 void operator delete[](void* memory) noexcept
 {
-    release(memory);
+    const std::string_view content(static_cast<const char*>(memory), malloc_usable_size(memory));
+    freedWithSecret += content.find(SECRET) != std::string_view::npos;
+    std::free(memory);
 }
 void operator delete[](void* memory, std::size_t) noexcept
 {
-    release(memory);
+    operator delete[](memory);
 }
 
 namespace {
