@@ -156,6 +156,8 @@ public final class Attack {
                 }
             }
         }
+        // The JVM never uses a class again whose initialisation ran out of stack.
+        Class.forName(ClassNotFoundException.class.getName());
         for (int i = 0; i < 50 && row != Row.REDEFINED_SOFTTOKEN; i++) {
             call(0, new Random(seeds.nextLong())); // loads all classes
         }
