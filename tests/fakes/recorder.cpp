@@ -1,35 +1,30 @@
-// The recording Cryptoki library: how each kind of argument is noted, then the functions themselves.
+// The recording Cryptoki library: what the arguments of a call are, how each is noted, then the functions.
 #include "fakes/recorder.h"
 
+#include "cryptoki/functions.h"
 #include "cryptoki/library.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cinttypes>
 #include <cstdint>
 #include <cstdio>
 #include <mutex>
-#include <tuple>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace {
 
+using recorder::Argument;
 using recorder::script;
+using recorder::Script;
 
 std::mutex linesMutex;
 std::vector<std::string> lines;
 std::atomic<const char*> last = "none";
 
-// One or two arguments: their text in the line, and their values for the handler.
-template <typename... Raw>
-struct Shown {
-    std::string text;
-    std::tuple<Raw...> raw;
-};
-
 std::string number(CK_ULONG value)
 {
-    if (script().isQuiet) return {};
     char digits[2 * sizeof value + 3];
     std::snprintf(digits, sizeof digits, value < 0x80000000 ? "%lu" : "0x%lx", value);
     return digits;
@@ -37,7 +32,6 @@ std::string number(CK_ULONG value)
 
 std::string hex(const void* values, CK_ULONG length)
 {
-    if (script().isQuiet) return {};
     if (values == nullptr) return "null";
     const CK_ULONG readable = std::min(length, script().byteLimit);
     std::string result = "[";
@@ -54,86 +48,132 @@ std::string triple(CK_ULONG type, const void* values, CK_ULONG length)
     return "{" + number(type) + ", " + hex(values, length) + ", " + number(length) + "}";
 }
 
-auto in(CK_ULONG value)
-{
-    return Shown{number(value), std::tuple(value)};
-}
-
-auto in(CK_MECHANISM_PTR shown)
-{
-    const std::string text =
-        shown == nullptr ? "null" : triple(shown->mechanism, shown->pParameter, shown->ulParameterLen);
-    return Shown{text, std::tuple(shown)};
-}
-
-auto in(CK_BYTE_PTR values, CK_ULONG length)
-{
-    return Shown{hex(values, length) + ", " + number(length), std::tuple(values, length)};
-}
-
-auto in(CK_ATTRIBUTE_PTR attributes, CK_ULONG count)
+std::string attributes(const CK_ATTRIBUTE* all, CK_ULONG count)
 {
     std::string text;
-    const CK_ULONG readable = attributes == nullptr ? 0 : std::min(count, script().attributeLimit);
-    for (const CK_ATTRIBUTE* shown = attributes; !script().isQuiet && shown != attributes + readable; ++shown)
+    const CK_ULONG readable = std::min(count, script().attributeLimit);
+    for (const CK_ATTRIBUTE* shown = all; shown != all + readable; ++shown)
         text += (text.empty() ? "" : ", ") + triple(shown->type, shown->pValue, shown->ulValueLen);
-    text = attributes == nullptr ? "null" : "{" + text + (readable < count ? ", ..}" : "}");
-    return Shown{text + ", " + number(count), std::tuple(attributes, count)};
+    return "{" + text + (readable < count ? ", ..}" : "}");
 }
 
-auto label(CK_UTF8CHAR_PTR values)
+std::string initArgs(const CK_C_INITIALIZE_ARGS& arguments)
 {
-    return Shown{hex(values, script().labelLength), std::tuple(values)};
-}
-
-auto initArgs(CK_VOID_PTR passed)
-{
-    if (passed == nullptr) return Shown{std::string("null"), std::tuple(passed)};
-    const auto& arguments = *static_cast<const CK_C_INITIALIZE_ARGS*>(passed);
     const auto function = [](auto pointer) { return pointer == nullptr ? "null, " : "set, "; };
-    const std::string text = std::string("{") + function(arguments.CreateMutex) +
-                             function(arguments.DestroyMutex) + function(arguments.LockMutex) +
-                             function(arguments.UnlockMutex) + number(arguments.flags) + ", " +
-                             recorder::address(arguments.pReserved) + "}";
-    return Shown{text, std::tuple(passed)};
+    return std::string("{") + function(arguments.CreateMutex) + function(arguments.DestroyMutex) +
+           function(arguments.LockMutex) + function(arguments.UnlockMutex) + number(arguments.flags) + ", " +
+           recorder::address(arguments.pReserved) + "}";
 }
 
-template <typename Pointer>
-auto reference(Pointer pointer)
+std::string text(const Argument& shown)
 {
-    return Shown{recorder::address(reinterpret_cast<const void*>(pointer)), std::tuple(pointer)};
+    const auto* const mechanism = static_cast<const CK_MECHANISM*>(shown.data);
+    const bool isNull = shown.data == nullptr;
+    switch (shown.form) {
+    case Argument::Number:
+        return number(shown.number);
+    case Argument::Reference:
+        return recorder::address(shown.data);
+    case Argument::InitArgs:
+        return isNull ? "null" : initArgs(*static_cast<const CK_C_INITIALIZE_ARGS*>(shown.data));
+    case Argument::Mechanism:
+        return isNull ? "null"
+                      : triple(mechanism->mechanism, mechanism->pParameter, mechanism->ulParameterLen);
+    case Argument::Template:
+        return (isNull ? "null" : attributes(static_cast<const CK_ATTRIBUTE*>(shown.data), shown.number)) +
+               ", " + number(shown.number);
+    case Argument::Bytes:
+        return hex(shown.data, shown.number) + ", " + number(shown.number);
+    case Argument::Label:
+        return hex(shown.data, script().labelLength);
+    case Argument::Output:
+        return isNull ? "null" : "out";
+    case Argument::Outputs:
+        return (isNull ? "null(" : "out(") + number(shown.number) + ")";
+    }
+    return {};
 }
 
+// What a parameter of a function is, as far as its type says.
 template <typename T>
-auto out(T* value)
+Argument single(T value)
 {
-    return Shown{std::string(value == nullptr ? "null" : "out"), std::tuple(value)};
+    if constexpr (std::is_integral_v<T>) return {Argument::Number, nullptr, value};
+    constexpr auto form = std::is_same_v<T, CK_BYTE_PTR>        ? Argument::Label
+                          : std::is_same_v<T, CK_ATTRIBUTE_PTR> ? Argument::Template
+                          : std::is_same_v<T, CK_MECHANISM_PTR> ? Argument::Mechanism
+                                                                : Argument::Output;
+    if constexpr (std::is_same_v<T, CK_VOID_PTR> || std::is_same_v<T, CK_NOTIFY>)
+        return {Argument::Reference, reinterpret_cast<void*>(value)};
+    else if constexpr (std::is_pointer_v<T>)
+        return {form, value, 0, sizeof *value};
 }
 
-template <typename Element>
-auto out(Element* elements, CK_ULONG capacity)
+// Joins arrays with their lengths. Returns how many arguments are left.
+std::size_t join(std::string_view name, std::span<Argument> all)
 {
-    return Shown{out(elements).text + "(" + number(capacity) + ")", std::tuple(elements, capacity)};
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        Argument made = all[i];
+        const Argument* const next = i + 1 < all.size() ? &all[i + 1] : nullptr;
+        const bool isArray =
+            made.form == Argument::Label || made.form == Argument::Template || made.form == Argument::Output;
+        if (name == "C_Initialize") {
+            made.form = Argument::InitArgs;
+        } else if (isArray && next != nullptr && next->form == Argument::Number) {
+            made.number = next->number;
+            const bool isOutput = made.form == Argument::Output || name == "C_GenerateRandom";
+            if (made.form != Argument::Template) made.form = isOutput ? Argument::Outputs : Argument::Bytes;
+            ++i;
+        } else if (isArray && next != nullptr && next->form == Argument::Output &&
+                   name != "C_GenerateKeyPair") {
+            made.reported = static_cast<CK_ULONG*>(next->data);
+            made.number = *made.reported;
+            made.form = Argument::Outputs;
+            ++i;
+        }
+        all[count++] = made;
+    }
+    return count;
 }
 
-template <typename Element>
-auto out(Element* elements, CK_ULONG_PTR capacity)
-{
-    return Shown{out(elements, *capacity).text, std::tuple(elements, capacity)};
-}
-
-template <typename Function, typename... Arguments>
-CK_RV note(const char* name, const std::function<Function>& handler, const Arguments&... arguments)
+template <typename... Raw>
+CK_RV note(const char* name, const std::function<CK_RV(Raw...)>& handler, Raw... raw)
 {
     last = name;
     if (script().onCall) script().onCall();
+    Argument all[] = {single(raw)...};
+    const std::span arguments(all, join(name, all));
     if (!script().isQuiet) {
         std::string line;
-        ((line += (line.empty() ? "" : ", ") + arguments.text), ...);
+        for (const Argument& argument : arguments)
+            line += (line.empty() ? "" : ", ") + text(argument);
         const std::lock_guard lock(linesMutex);
         lines.push_back(name + ("(" + line + ")"));
     }
-    return handler ? std::apply(handler, std::tuple_cat(arguments.raw...)) : script().result;
+    if (handler) return handler(raw...);
+    return script().answer ? script().answer(arguments) : script().result;
+}
+
+// The function that notes the calls of a standard function.
+template <auto handler>
+struct Noting;
+
+template <typename... Raw, std::function<CK_RV(Raw...)> Script::*handler>
+struct Noting<handler> {
+    static inline const char* name = nullptr;
+    static CK_RV call(Raw... raw) { return note(name, script().*handler, raw...); }
+};
+
+zerlin::Functions makeFunctions()
+{
+    zerlin::Functions made{};
+#define NOTE(function)                                                                                       \
+    Noting<& Script::function>::name = #function;                                                            \
+    made.standard.function = Noting<&Script::function>::call;
+    STANDARD_FUNCTIONS(NOTE)
+#undef NOTE
+    return made;
 }
 
 } // namespace
@@ -180,95 +220,37 @@ std::string address(const void* reference)
 
 } // namespace recorder
 
-// The functions. Those of a common form need only a name.
+// The recorder is always there. forward.cpp passes the standard functions on to it.
+std::atomic<const zerlin::Functions*> zerlin::foundFunctions;
 
-#define SESSION CK_ULONG session
-#define MECHANISM CK_MECHANISM_PTR mechanism
-#define ATTRIBUTES CK_ATTRIBUTE_PTR attributes, CK_ULONG count
-#define DATA CK_BYTE_PTR data, CK_ULONG length
-#define RESULT CK_BYTE_PTR result, CK_ULONG_PTR capacity
+const zerlin::Functions& zerlin::findFunctions()
+{
+    static const Functions noting = makeFunctions();
+    return noting;
+}
 
-#define RECORD(name, parameters, ...)                                                                        \
-    CK_RV name parameters                                                                                    \
-    {                                                                                                        \
-        return note(#name, script().name, __VA_ARGS__);                                                      \
-    }
-#define ID(name) RECORD(name, (CK_ULONG id), in(id))
-#define INIT(name) RECORD(name, (SESSION, MECHANISM, CK_ULONG key), in(session), in(mechanism), in(key))
-#define IN(name) RECORD(name, (SESSION, DATA), in(session), in(data, length))
-#define OUT(name) RECORD(name, (SESSION, RESULT), in(session), out(result, capacity))
-#define IN_OUT(name)                                                                                         \
-    RECORD(name, (SESSION, DATA, RESULT), in(session), in(data, length), out(result, capacity))
-
-ID_FUNCTIONS(ID)
-INIT_FUNCTIONS(INIT)
-IN_FUNCTIONS(IN)
-OUT_FUNCTIONS(OUT)
-IN_OUT_FUNCTIONS(IN_OUT)
-
-RECORD(C_Initialize, (CK_VOID_PTR args), initArgs(args))
-RECORD(C_Finalize, (CK_VOID_PTR reserved), reference(reserved))
-RECORD(C_GetInfo, (CK_INFO_PTR info), out(info))
-RECORD(
-    C_GetSlotList, (CK_BBOOL present, CK_ULONG_PTR slots, CK_ULONG_PTR count), in(present), out(slots, count))
-RECORD(C_GetSlotInfo, (CK_ULONG slot, CK_SLOT_INFO_PTR info), in(slot), out(info))
-RECORD(C_GetTokenInfo, (CK_ULONG slot, CK_TOKEN_INFO_PTR info), in(slot), out(info))
-RECORD(
-    C_GetMechanismList, (CK_ULONG slot, CK_ULONG_PTR types, CK_ULONG_PTR count), in(slot), out(types, count))
-RECORD(C_GetMechanismInfo, (CK_ULONG slot, CK_ULONG type, CK_MECHANISM_INFO_PTR info), in(slot), in(type),
-    out(info))
-RECORD(C_InitToken, (CK_ULONG slot, DATA, CK_BYTE_PTR name), in(slot), in(data, length), label(name))
-RECORD(C_SetPIN, (SESSION, CK_BYTE_PTR old, CK_ULONG length1, DATA), in(session), in(old, length1),
-    in(data, length))
-RECORD(C_OpenSession,
-    (CK_ULONG slot, CK_ULONG flags, CK_VOID_PTR data, CK_NOTIFY notify, CK_ULONG_PTR session), in(slot),
-    in(flags), reference(data), reference(notify), out(session))
-RECORD(C_GetSessionInfo, (SESSION, CK_SESSION_INFO_PTR info), in(session), out(info))
-RECORD(C_SetOperationState, (SESSION, DATA, CK_ULONG key1, CK_ULONG key2), in(session), in(data, length),
-    in(key1), in(key2))
-RECORD(C_Login, (SESSION, CK_ULONG user, DATA), in(session), in(user), in(data, length))
-RECORD(
-    C_CreateObject, (SESSION, ATTRIBUTES, CK_ULONG_PTR made), in(session), in(attributes, count), out(made))
-RECORD(C_CopyObject, (SESSION, CK_ULONG object, ATTRIBUTES, CK_ULONG_PTR made), in(session), in(object),
-    in(attributes, count), out(made))
-RECORD(C_DestroyObject, (SESSION, CK_ULONG object), in(session), in(object))
-RECORD(C_GetObjectSize, (SESSION, CK_ULONG object, CK_ULONG_PTR size), in(session), in(object), out(size))
-RECORD(C_GetAttributeValue, (SESSION, CK_ULONG object, ATTRIBUTES), in(session), in(object),
-    in(attributes, count))
-RECORD(C_SetAttributeValue, (SESSION, CK_ULONG object, ATTRIBUTES), in(session), in(object),
-    in(attributes, count))
-RECORD(C_FindObjectsInit, (SESSION, ATTRIBUTES), in(session), in(attributes, count))
-RECORD(C_FindObjects, (SESSION, CK_ULONG_PTR objects, CK_ULONG capacity, CK_ULONG_PTR count), in(session),
-    out(objects, capacity), out(count))
-RECORD(C_DigestInit, (SESSION, MECHANISM), in(session), in(mechanism))
-RECORD(C_DigestKey, (SESSION, CK_ULONG key), in(session), in(key))
-RECORD(C_Verify, (SESSION, DATA, CK_BYTE_PTR signature, CK_ULONG length2), in(session), in(data, length),
-    in(signature, length2))
-RECORD(C_GenerateKey, (SESSION, MECHANISM, ATTRIBUTES, CK_ULONG_PTR key), in(session), in(mechanism),
-    in(attributes, count), out(key))
-RECORD(C_GenerateKeyPair,
-    (SESSION, MECHANISM, CK_ATTRIBUTE_PTR publics, CK_ULONG count1, CK_ATTRIBUTE_PTR privates,
-        CK_ULONG count2, CK_ULONG_PTR key1, CK_ULONG_PTR key2),
-    in(session), in(mechanism), in(publics, count1), in(privates, count2), out(key1), out(key2))
-RECORD(C_WrapKey, (SESSION, MECHANISM, CK_ULONG key1, CK_ULONG key2, RESULT), in(session), in(mechanism),
-    in(key1), in(key2), out(result, capacity))
-RECORD(C_UnwrapKey, (SESSION, MECHANISM, CK_ULONG key, DATA, ATTRIBUTES, CK_ULONG_PTR made), in(session),
-    in(mechanism), in(key), in(data, length), in(attributes, count), out(made))
-RECORD(C_DeriveKey, (SESSION, MECHANISM, CK_ULONG key, ATTRIBUTES, CK_ULONG_PTR made), in(session),
-    in(mechanism), in(key), in(attributes, count), out(made))
-RECORD(C_GenerateRandom, (SESSION, DATA), in(session), out(data, length))
-RECORD(C_WaitForSlotEvent, (CK_ULONG flags, CK_ULONG_PTR slot, CK_VOID_PTR reserved), in(flags), out(slot),
-    reference(reserved))
-RECORD(CT_CopyObject, (SESSION, CK_ULONG session2, CK_ULONG object, ATTRIBUTES, CK_ULONG_PTR made),
-    in(session), in(session2), in(object), in(attributes, count), out(made))
-RECORD(CT_InitToken, (SESSION, CK_ULONG value, DATA, CK_BYTE_PTR name), in(session), in(value),
-    in(data, length), label(name))
-RECORD(CT_ResetToken, (SESSION, DATA, CK_BYTE_PTR name), in(session), in(data, length), label(name))
-
-// The recorder is always there.
 std::string zerlin::loadLibrary()
 {
     return {};
 }
 
 void zerlin::unloadLibrary() {}
+
+CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
+    CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject)
+{
+    return note("CT_CopyObject", script().CT_CopyObject, hSession1, hSession2, hObject, pTemplate, ulCount,
+        phNewObject);
+}
+
+CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
+    CK_UTF8CHAR_PTR pLabel)
+{
+    return note("CT_InitToken", script().CT_InitToken, hSession, ulValue, pPin, ulPinLen, pLabel);
+}
+
+CK_RV CT_ResetToken(
+    CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel)
+{
+    return note("CT_ResetToken", script().CT_ResetToken, hSession, pPin, ulPinLen, pLabel);
+}

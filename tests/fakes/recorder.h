@@ -1,4 +1,5 @@
-// A Cryptoki library that only notes each call and returns what the test has scripted.
+// A Cryptoki library that only notes each call and returns what the test has scripted. It is
+// called as a real one is, through forward.cpp.
 //
 // A call is noted as one line, C_Login(5, 1, [31323334], 4). It is written while the call runs, so it stays
 // valid when the caller's memory changes:
@@ -16,44 +17,47 @@
 
 #include <functional>
 #include <limits>
+#include <span>
 #include <string>
 #include <vector>
 
-// The functions, by the form of their parameters.
 // clang-format off
-#define ID_FUNCTIONS(EACH) \
-    EACH(C_CloseSession) EACH(C_CloseAllSessions) EACH(C_Logout) EACH(C_FindObjectsFinal) \
-    EACH(C_GetFunctionStatus) EACH(C_CancelFunction)
-#define INIT_FUNCTIONS(EACH) \
-    EACH(C_EncryptInit) EACH(C_DecryptInit) EACH(C_SignInit) EACH(C_SignRecoverInit) EACH(C_VerifyInit) \
-    EACH(C_VerifyRecoverInit)
-#define IN_FUNCTIONS(EACH) \
-    EACH(C_InitPIN) EACH(C_DigestUpdate) EACH(C_SignUpdate) EACH(C_VerifyUpdate) EACH(C_VerifyFinal) \
-    EACH(C_SeedRandom)
-#define OUT_FUNCTIONS(EACH) \
-    EACH(C_GetOperationState) EACH(C_EncryptFinal) EACH(C_DecryptFinal) EACH(C_DigestFinal) \
-    EACH(C_SignFinal)
-#define IN_OUT_FUNCTIONS(EACH) \
-    EACH(C_Encrypt) EACH(C_EncryptUpdate) EACH(C_Decrypt) EACH(C_DecryptUpdate) EACH(C_Digest) EACH(C_Sign) \
-    EACH(C_SignRecover) EACH(C_VerifyRecover) EACH(C_DigestEncryptUpdate) EACH(C_DecryptDigestUpdate) \
-    EACH(C_SignEncryptUpdate) EACH(C_DecryptVerifyUpdate)
-#define OTHER_FUNCTIONS(EACH) \
-    EACH(C_Initialize) EACH(C_Finalize) EACH(C_GetInfo) EACH(C_GetSlotList) EACH(C_GetSlotInfo) \
-    EACH(C_GetTokenInfo) EACH(C_GetMechanismList) EACH(C_GetMechanismInfo) EACH(C_InitToken) EACH(C_SetPIN) \
-    EACH(C_OpenSession) EACH(C_GetSessionInfo) EACH(C_SetOperationState) EACH(C_Login) EACH(C_CreateObject) \
+#define STANDARD_FUNCTIONS(EACH) \
+    EACH(C_Initialize) EACH(C_Finalize) EACH(C_GetInfo) EACH(C_GetSlotList) EACH(C_GetSlotInfo) EACH(C_GetTokenInfo) \
+    EACH(C_GetMechanismList) EACH(C_GetMechanismInfo) EACH(C_InitToken) EACH(C_InitPIN) EACH(C_SetPIN) \
+    EACH(C_OpenSession) EACH(C_CloseSession) EACH(C_CloseAllSessions) EACH(C_GetSessionInfo) \
+    EACH(C_GetOperationState) EACH(C_SetOperationState) EACH(C_Login) EACH(C_Logout) EACH(C_CreateObject) \
     EACH(C_CopyObject) EACH(C_DestroyObject) EACH(C_GetObjectSize) EACH(C_GetAttributeValue) \
-    EACH(C_SetAttributeValue) EACH(C_FindObjectsInit) EACH(C_FindObjects) EACH(C_DigestInit) \
-    EACH(C_DigestKey) EACH(C_Verify) EACH(C_GenerateKey) EACH(C_GenerateKeyPair) EACH(C_WrapKey) \
-    EACH(C_UnwrapKey) EACH(C_DeriveKey) EACH(C_GenerateRandom) EACH(C_WaitForSlotEvent) EACH(CT_CopyObject) \
-    EACH(CT_InitToken) EACH(CT_ResetToken)
+    EACH(C_SetAttributeValue) EACH(C_FindObjectsInit) EACH(C_FindObjects) EACH(C_FindObjectsFinal) \
+    EACH(C_EncryptInit) EACH(C_Encrypt) EACH(C_EncryptUpdate) EACH(C_EncryptFinal) EACH(C_DecryptInit) \
+    EACH(C_Decrypt) EACH(C_DecryptUpdate) EACH(C_DecryptFinal) EACH(C_DigestInit) EACH(C_Digest) \
+    EACH(C_DigestUpdate) EACH(C_DigestKey) EACH(C_DigestFinal) EACH(C_SignInit) EACH(C_Sign) EACH(C_SignUpdate) \
+    EACH(C_SignFinal) EACH(C_SignRecoverInit) EACH(C_SignRecover) EACH(C_VerifyInit) EACH(C_Verify) \
+    EACH(C_VerifyUpdate) EACH(C_VerifyFinal) EACH(C_VerifyRecoverInit) EACH(C_VerifyRecover) \
+    EACH(C_DigestEncryptUpdate) EACH(C_DecryptDigestUpdate) EACH(C_SignEncryptUpdate) EACH(C_DecryptVerifyUpdate) \
+    EACH(C_GenerateKey) EACH(C_GenerateKeyPair) EACH(C_WrapKey) EACH(C_UnwrapKey) EACH(C_DeriveKey) \
+    EACH(C_SeedRandom) EACH(C_GenerateRandom) EACH(C_GetFunctionStatus) EACH(C_CancelFunction) \
+    EACH(C_WaitForSlotEvent)
+#define VENDOR_FUNCTIONS(EACH) EACH(CT_CopyObject) EACH(CT_InitToken) EACH(CT_ResetToken)
 // clang-format on
 
 namespace recorder {
 
+// An argument of a call. An array and its length, or its capacity, are one argument.
+struct Argument {
+    enum Form { Number, Reference, InitArgs, Mechanism, Template, Bytes, Label, Output, Outputs } form;
+    void* data = nullptr;
+    CK_ULONG number = 0;          // the value of a number; how many elements an array has
+    CK_ULONG elementSize = 1;     // of an output
+    CK_ULONG* reported = nullptr; // where the length of an output goes
+};
+
 // What the calls do. A handler runs after its call was noted, may write to the output pointers, and returns
-// the value of the call. A function without a handler returns `result` and writes nothing.
+// the value of the call. A function without a handler is answered by `answer`, or else returns `result` and
+// writes nothing.
 struct Script {
     CK_RV result = CKR_OK;
+    std::function<CK_RV(std::span<const Argument>)> answer;
     std::function<void()> onCall; // before each call is noted
 
     // Calls are not noted: they use no memory and little of the stack.
@@ -65,12 +69,8 @@ struct Script {
     CK_ULONG attributeLimit = std::numeric_limits<CK_ULONG>::max();
 
 #define HANDLER(name) std::function<decltype(::name)> name;
-    ID_FUNCTIONS(HANDLER)
-    INIT_FUNCTIONS(HANDLER)
-    IN_FUNCTIONS(HANDLER)
-    OUT_FUNCTIONS(HANDLER)
-    IN_OUT_FUNCTIONS(HANDLER)
-    OTHER_FUNCTIONS(HANDLER)
+    STANDARD_FUNCTIONS(HANDLER)
+    VENDOR_FUNCTIONS(HANDLER)
 #undef HANDLER
 };
 

@@ -196,12 +196,8 @@ void answerAll()
     recorder::reset();
     recorder::script().byteLimit = recorder::script().attributeLimit = recorder::script().labelLength = 0;
 #define ANSWER(name) recorder::script().name = [](auto... arguments) { return answer(#name, arguments...); };
-    ID_FUNCTIONS(ANSWER)
-    INIT_FUNCTIONS(ANSWER)
-    IN_FUNCTIONS(ANSWER)
-    OUT_FUNCTIONS(ANSWER)
-    IN_OUT_FUNCTIONS(ANSWER)
-    OTHER_FUNCTIONS(ANSWER)
+    STANDARD_FUNCTIONS(ANSWER)
+    VENDOR_FUNCTIONS(ANSWER)
 }
 
 struct Native {
