@@ -32,6 +32,15 @@ bool allocationFailed()
     return untilFailure < 0;
 }
 
+std::size_t HeapWatch::sizeFrom(const void* place) const
+{
+    const auto next = blocks.upper_bound(const_cast<void*>(place));
+    if (next == blocks.begin()) return 0;
+    const auto& [block, size] = *std::prev(next);
+    const auto offset = static_cast<std::size_t>(static_cast<const char*>(place) - static_cast<char*>(block));
+    return offset < size ? size - offset : 0;
+}
+
 extern "C" {
 
 void* __real_malloc(std::size_t size);

@@ -3,6 +3,7 @@
 #include "harness/faulty_env.h"
 
 #include <algorithm>
+#include <tuple>
 #include <type_traits>
 
 namespace {
@@ -81,6 +82,8 @@ void noteResult(std::string_view function, R result)
         seen.maxLocalRefs = std::max(seen.maxLocalRefs, seen.localRefs.size());
     } else if constexpr (std::is_same_v<R, const char*>) {
         if (result != nullptr) seen.buffers.push_back(result);
+    } else if constexpr (std::is_same_v<R, jlong>) {
+        seen.read.push_back(result);
     }
 }
 
@@ -103,6 +106,8 @@ struct Wrapped<canRaise, Member> {
             if (active->fault.silent == function) return R();
         if constexpr (std::is_void_v<R>) {
             (active->real->*Member)(env, arguments...);
+            if constexpr (name<Member>() == "GetByteArrayRegion")
+                active->seen.read.push_back(std::get<2>(std::tuple(arguments...)));
         } else {
             const R result = (active->real->*Member)(env, arguments...);
             noteResult(function, result);

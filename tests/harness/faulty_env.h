@@ -24,6 +24,8 @@ struct Watched {
     // Calls that JNI forbids while an exception is pending, and deletions of local references that belong to
     // the caller or are deleted already.
     std::vector<std::string> violations;
+    // The numbers that were read from fields, and the lengths of the bytes that were read, in their order.
+    std::vector<jlong> read;
     std::size_t maxLocalRefs = 0; // created by the work and alive at the same time
     // What the work created and did not release. The characters of a string count as a buffer; weak
     // references do not count.

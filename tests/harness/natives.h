@@ -56,13 +56,25 @@ inline std::string text(JNIEnv* env, const std::vector<jobject>& shown)
     return toString(env, static_cast<jstring>(printed));
 }
 
+// Fills the stack below, where the next call finds what is then not zero by chance.
+[[gnu::noinline]] inline void dirtyStack()
+{
+    char rubbish[1 << 14];
+    std::memset(rubbish, 0x5a, sizeof rubbish);
+    __asm__ volatile("" : : "r"(rubbish) : "memory");
+}
+
 // A native with its arguments.
 struct Call {
     std::function<jobject(JNIEnv*, const std::vector<jvalue>&)> native;
     std::vector<jvalue> arguments;
     std::string kinds; // of the arguments: b byte[], o other object, j long, z boolean
 
-    jobject operator()(JNIEnv* env) const { return native(env, arguments); }
+    jobject operator()(JNIEnv* env) const
+    {
+        dirtyStack();
+        return native(env, arguments);
+    }
 
     std::string objects(JNIEnv* env) const
     {
