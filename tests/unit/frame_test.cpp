@@ -71,20 +71,8 @@ void forEachArgument(JNIEnv* env, Rows rows,
 
 TEST_F(Frame, everyNativeOfCryptokiHasItsRow)
 {
-    // Found in a way that does not initialise the class, because that loads the library.
-    const jobject loader =
-        callStatic(env, "java/lang/ClassLoader", "getSystemClassLoader", "()Ljava/lang/ClassLoader;");
-    const auto method = [this](const char* cls, const char* name, const char* signature) {
-        return env->GetMethodID(find(env, cls), name, signature);
-    };
-    const jobject cryptoki = env->CallObjectMethod(loader,
-        method("java/lang/ClassLoader", "loadClass", "(Ljava/lang/String;)Ljava/lang/Class;"),
-        string(env, "halvorn.zerlin.Cryptoki"));
-    check(env, "loadClass");
-    const jobject methods = env->CallObjectMethod(
-        cryptoki, method("java/lang/Class", "getDeclaredMethods", "()[Ljava/lang/reflect/Method;"));
-    check(env, "getDeclaredMethods");
-    const std::string declared = text(env, {methods});
+    const jobject methods = callStatic(env, "Fields", "methodsOfCryptoki", "()Ljava/lang/String;");
+    const std::string declared = toString(env, static_cast<jstring>(methods));
     std::size_t count = 0;
     for (std::size_t i = 0; (i = declared.find(" native ", i)) != declared.npos; ++i)
         ++count;
@@ -310,8 +298,11 @@ TEST_F(Frame, bytesAndTemplatesArePassedWithTheGivenLength)
                                        : kind.refused == Kind::NullOrNoLength ? row.isNull || row.length == 0
                                                                               : false;
                 if (isRefused) {
-                    JNI_OnUnload(jvm(), nullptr);
-                    watch(env, {.lookup = kinds::Session.cls()}, [&] { expectRefused(env, made); });
+                    recorder::takeCalls();
+                    jobject returned = nullptr;
+                    EXPECT_EQ(watch(env, {}, [&] { returned = made(env); }).read, Longs{});
+                    EXPECT_EQ(rvOf(env, returned), CKR_ARGUMENTS_BAD);
+                    EXPECT_EQ(recorder::calls(), Lines{});
                 } else {
                     expectCall(env, made, native.line(place, isTemplate ? row.shownTemplate : row.shown));
                 }

@@ -5,6 +5,7 @@
 import java.lang.reflect.Array;
 import java.lang.reflect.Field;
 import java.util.ArrayList;
+import java.util.Arrays;
 import java.util.List;
 import java.util.Scanner;
 
@@ -14,6 +15,12 @@ public final class Fields {
 
     public static Object read(String text) throws ReflectiveOperationException {
         return read(new Scanner(text), Object.class);
+    }
+
+    // Does not initialise the class, because that loads the library.
+    public static String methodsOfCryptoki() throws ReflectiveOperationException {
+        ClassLoader loader = Fields.class.getClassLoader();
+        return Arrays.toString(Class.forName("halvorn.zerlin.Cryptoki", false, loader).getDeclaredMethods());
     }
 
     private static Object read(Scanner words, Class<?> expected) throws ReflectiveOperationException {

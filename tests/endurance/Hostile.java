@@ -15,7 +15,6 @@ import java.lang.reflect.Proxy;
 import java.util.*;
 import java.util.concurrent.ConcurrentHashMap;
 import java.util.function.LongSupplier;
-import java.util.stream.Collectors;
 import java.util.stream.Stream;
 
 public final class Hostile {
@@ -56,18 +55,12 @@ public final class Hostile {
     };
 
     public final Object[] arguments;
-    public String description = "";
-    public String allowed = ""; // the exceptions that may be raised, one a line
-    public String parameter = ""; // the class of the mechanism's parameter, if it becomes a structure
-    public boolean keepsParameter; // the native deliberately never frees it
 
     private final Random random;
     private final boolean shares;
     private final String name;
     private final Class<?>[] types;
     private final List<Object> shared = new ArrayList<>();
-    private final List<Integer> sizes = new ArrayList<>();
-    private final Map<Object, String> inputs = new IdentityHashMap<>();
 
     public Hostile(long seed, int index) throws ReflectiveOperationException {
         random = new Random(seed);
@@ -77,106 +70,29 @@ public final class Hostile {
         arguments = new Object[types.length];
         for (int i = 0; i < types.length; i++) {
             arguments[i] = argument(types[i], i, i == 0 ? null : arguments[i - 1]);
-            description += "  " + describe(arguments[i]) + "\n";
         }
-    }
-
-    // The symbol of each native, and the kinds of its arguments and result: j long, z boolean, o object.
-    public static String[] natives() {
-        return Stream.of(NATIVES).map(method -> {
-            String name = method.getDeclaringClass().getName() + "." + method.getName();
-            return Stream.concat(Stream.of(method.getParameterTypes()), Stream.of(method.getReturnType()))
-                    .map(type -> type == long.class ? "j" : type == boolean.class ? "z" : "o")
-                    .collect(Collectors.joining("", "Java_" + name.replace("_", "_1").replace('.', '_') + " ", ""));
-        }).toArray(String[]::new);
-    }
-
-    // How many bytes of each input the Cryptoki library may access; for a template how many attributes, and then
-    // how many bytes of each value.
-    public int[] sizes() {
-        return sizes.stream().mapToInt(Integer::intValue).toArray();
-    }
-
-    // The inputs that the native has changed. Not checked if objects are shared.
-    public String changed() throws ReflectiveOperationException {
-        String changed = "";
-        for (Map.Entry<Object, String> input : inputs.entrySet()) {
-            String after = describe(input.getKey());
-            changed += shares || after.equals(input.getValue()) ? "" : input.getValue() + "\n  has become " + after;
-        }
-        return changed;
     }
 
     private Object argument(Class<?> type, int i, Object previous) throws ReflectiveOperationException {
         boolean fills = name.matches("C_FindObjects|C_GenerateRandom");
-        boolean isSized = fills || i + 1 < types.length && types[i + 1] == LongRef.class;
-        boolean isWritten = type.getSimpleName().matches(i > 2 ? "CK_.*(INFO|HANDLE)" : "CK_.*INFO");
         int length = previous == null || !previous.getClass().isArray() ? size(previous) : Array.getLength(previous);
-        Object result;
         if (type == long.class) {
             return fills ? capacity(around(length)) : around(length);
         } else if (type == LongRef.class) {
-            result = make(type);
+            Object result = make(type);
             if (result != null) {
                 ((LongRef) result).value = capacity(around(length));
             }
             return result;
         } else if (type.isArray()) {
-            isWritten = isSized || name.equals("C_GetAttributeValue");
-            result = !type.getComponentType().isPrimitive() && chance(9) ? array(Object.class) : make(type);
-            if (!isSized) {
-                addSizes(result);
-            }
-        } else if (type == CK_MECHANISM.class) {
-            isWritten = name.matches("C_(Generate|Unwrap|Derive).*");
-            result = make(type);
-            addSizes((CK_MECHANISM) result);
+            return !type.getComponentType().isPrimitive() && chance(9) ? array(Object.class) : make(type);
         } else if (type == Object.class) {
-            isWritten = name.equals("CTU_GetAttributeValue");
             Class<?> structure = STRUCTURES.get(random.nextInt(STRUCTURES.size()));
-            result = name.equals("C_Initialize") && !chance(4) ? make(CK_C_INITIALIZE_ARGS.class)
+            return name.equals("C_Initialize") && !chance(4) ? make(CK_C_INITIALIZE_ARGS.class)
                     : name.startsWith("get") && chance(2) ? make(structure) : value();
-            sizes.addAll(Arrays.asList(1, size(result)));
-        } else {
-            boolean mayDiffer = type.getSimpleName().matches(i > 2 ? "CK_.*(TYPE|INFO)" : "CK_.*");
-            result = mayDiffer && chance(9) ? value() : make(type);
         }
-        if (types.length == 1 && (type == Object.class || type == String.class)) {
-            allow("java.lang.UnsupportedOperationException: ", "java.lang.NullPointerException: the name");
-        }
-        if (!isWritten && result != null) {
-            inputs.put(result, describe(result));
-        }
-        return result;
-    }
-
-    private void addSizes(Object array) throws ReflectiveOperationException {
-        int length = array == null ? 0 : Array.getLength(array);
-        sizes.add(length);
-        for (int i = 0; array instanceof Object[] && i < length; i++) {
-            Object element = Array.get(array, i);
-            sizes.add(element instanceof CK_ATTRIBUTE ? size(((CK_ATTRIBUTE) element).pValue) : 0);
-        }
-        if (name.equals("CTU_FindObject")) { // the class, and the label up to a NUL
-            int end = 0;
-            while (end < length && Array.getByte(array, end) != 0) {
-                end++;
-            }
-            sizes.set(0, 2);
-            Collections.addAll(sizes, 4, end);
-        }
-    }
-
-    private void addSizes(CK_MECHANISM mechanism) {
-        sizes.add(mechanism == null ? 0 : size(mechanism.pParameter));
-        if (mechanism != null && structureOf(mechanism.pParameter) != null) {
-            parameter = structureOf(mechanism.pParameter).getSimpleName();
-        }
-        keepsParameter = mechanism != null && isNotFreed(mechanism);
-    }
-
-    private void allow(String... exceptions) {
-        allowed += String.join("\n", exceptions) + "\n";
+        boolean mayDiffer = type.getSimpleName().matches(i > 2 ? "CK_.*(TYPE|INFO)" : "CK_.*");
+        return type != CK_MECHANISM.class && mayDiffer && chance(9) ? value() : make(type);
     }
 
     private boolean chance(int oneIn) {
@@ -196,11 +112,7 @@ public final class Hostile {
     // A value for a field of class Object.
     private Object value() throws ReflectiveOperationException {
         Class<?>[] classes = chance(16) ? OTHERS : WRITABLE;
-        Object value = make(classes[random.nextInt(classes.length)]);
-        if (value != null && classes == OTHERS) {
-            allow("java.lang.UnsupportedOperationException: ", "java.lang.NoClassDefFoundError: java/lang/Char");
-        }
-        return value;
+        return make(classes[random.nextInt(classes.length)]);
     }
 
     @SuppressWarnings({"deprecation", "removal"}) // natives write into them, so they must not be shared
@@ -215,7 +127,6 @@ public final class Hostile {
         } else if (type == String.class) {
             return chance(8) ? "UNAVAILABLE_INFORMATION" : new String((char[]) array(char.class));
         } else if (type.isInterface()) { // a locking callback
-            allow("java.lang.IllegalStateException: hostile");
             return Proxy.newProxyInstance(type.getClassLoader(), new Class<?>[] {type}, (proxy, method, given) ->
                     chance(6) ? fail() : method.getReturnType() == long.class ? (Object) number : "mutex");
         } else if (type.isPrimitive() || type.getName().startsWith("java.lang.") && type != Object.class) {
@@ -262,9 +173,6 @@ public final class Hostile {
         Object object = wanted.getDeclaredConstructor().newInstance();
         for (Field field : fields(type)) {
             field.set(object, field.getType() == Object.class ? value() : make(field.getType()));
-        }
-        if (wanted != type) {
-            allow("java.lang.IllegalStateException: hostile");
         }
         if (object instanceof CK_ATTRIBUTE_TYPE && chance(2)) {
             Field[] types = fields(CKA.class);
@@ -327,24 +235,6 @@ public final class Hostile {
         boolean isBytes = value.getClass().getName().matches("\\[[BCZ]|.*(Boolean|BBOOL|Byte|Bool)");
         int width = isBytes ? 1 : value instanceof CK_DATE ? 8 : 4;
         return width * (value.getClass().isArray() ? Array.getLength(value) : 1);
-    }
-
-    // The text of an object with all its fields.
-    private static String describe(Object object) throws ReflectiveOperationException {
-        if (object == null || object.getClass().getName().startsWith("java.lang.") || object instanceof Proxy) {
-            return object instanceof Proxy ? "callback" : String.valueOf(object);
-        }
-        Class<?> type = object.getClass();
-        StringBuilder text = new StringBuilder(type.getSimpleName());
-        int length = type.isArray() ? Array.getLength(object) : 0;
-        text.append(type.isArray() ? length + "(" : "(");
-        for (int i = 0; i < length && (i < DIFFERENT || object instanceof byte[]); i++) {
-            text.append(i == 0 ? "" : " ").append(describe(Array.get(object, i)));
-        }
-        for (Field field : type.isArray() ? new Field[0] : fields(type)) {
-            text.append(' ').append(field.getName()).append('=').append(describe(field.get(object)));
-        }
-        return text.append(')').toString();
     }
 
     static Field[] fields(Class<?> type) {
