@@ -99,10 +99,10 @@ template <typename T>
 Argument single(T value)
 {
     if constexpr (std::is_integral_v<T>) return {Argument::Number, nullptr, value};
-    constexpr auto form = std::is_same_v<T, CK_BYTE_PTR>        ? Argument::Label
-                          : std::is_same_v<T, CK_ATTRIBUTE_PTR> ? Argument::Template
-                          : std::is_same_v<T, CK_MECHANISM_PTR> ? Argument::Mechanism
-                                                                : Argument::Output;
+    Argument::Form form = Argument::Output;
+    if (std::is_same_v<T, CK_BYTE_PTR>) form = Argument::Label;
+    if (std::is_same_v<T, CK_ATTRIBUTE_PTR>) form = Argument::Template;
+    if (std::is_same_v<T, CK_MECHANISM_PTR>) form = Argument::Mechanism;
     if constexpr (std::is_same_v<T, CK_VOID_PTR> || std::is_same_v<T, CK_NOTIFY>)
         return {Argument::Reference, reinterpret_cast<void*>(value)};
     else if constexpr (std::is_pointer_v<T>)

@@ -222,7 +222,7 @@ TEST_F(Frame, argumentsAreConvertedInTheirOrder)
         const Call made = native.prepare(env);
         Longs read = watch(env, {}, [&] { made(env); }).read;
         std::erase_if(read, [&](jlong one) { return std::ranges::find(expected, one) == expected.end(); });
-        read.erase(std::ranges::unique(read).begin(), read.end());
+        read.erase(std::unique(read.begin(), read.end()), read.end());
         EXPECT_EQ(read, expected);
     });
 }
