@@ -98,15 +98,17 @@ std::string text(const Argument& shown)
 template <typename T>
 Argument single(T value)
 {
-    if constexpr (std::is_integral_v<T>) return {Argument::Number, nullptr, value};
-    Argument::Form form = Argument::Output;
-    if (std::is_same_v<T, CK_BYTE_PTR>) form = Argument::Label;
-    if (std::is_same_v<T, CK_ATTRIBUTE_PTR>) form = Argument::Template;
-    if (std::is_same_v<T, CK_MECHANISM_PTR>) form = Argument::Mechanism;
-    if constexpr (std::is_same_v<T, CK_VOID_PTR> || std::is_same_v<T, CK_NOTIFY>)
+    if constexpr (std::is_integral_v<T>) {
+        return {Argument::Number, nullptr, value};
+    } else if constexpr (std::is_same_v<T, CK_VOID_PTR> || std::is_same_v<T, CK_NOTIFY>) {
         return {Argument::Reference, reinterpret_cast<void*>(value)};
-    else if constexpr (std::is_pointer_v<T>)
+    } else {
+        Argument::Form form = Argument::Output;
+        if (std::is_same_v<T, CK_BYTE_PTR>) form = Argument::Label;
+        if (std::is_same_v<T, CK_ATTRIBUTE_PTR>) form = Argument::Template;
+        if (std::is_same_v<T, CK_MECHANISM_PTR>) form = Argument::Mechanism;
         return {form, value, 0, sizeof *value};
+    }
 }
 
 // Joins arrays with their lengths. Returns how many arguments are left.
@@ -142,7 +144,9 @@ CK_RV note(const char* name, const std::function<CK_RV(Raw...)>& handler, Raw...
 {
     last = name;
     if (script().onCall) script().onCall();
-    Argument all[] = {single(raw)...};
+    Argument all[sizeof...(Raw)];
+    std::size_t count = 0;
+    ((all[count++] = single(raw)), ...);
     const std::span arguments(all, join(name, all));
     if (!script().isQuiet) {
         std::string line;
