@@ -6,7 +6,7 @@
 #include "zerlin/cryptoki.h"
 #pragma GCC visibility pop
 
-#include "recorder.h" // for the lists of functions alone
+#include "cryptoki/functions.h"
 
 #include <algorithm>
 #include <atomic>
@@ -194,17 +194,7 @@ CK_RV C_GetFunctionList(CK_FUNCTION_LIST_PTR_PTR list)
 {
     static CK_FUNCTION_LIST functions = {};
     functions.version = {2, 20};
-    const auto setAll = [](auto& all) {
-#define SET(name)                                                                                            \
-    if constexpr (requires { all.name; }) all.name = answer;
-        ID_FUNCTIONS(SET)
-        INIT_FUNCTIONS(SET)
-        IN_FUNCTIONS(SET)
-        OUT_FUNCTIONS(SET)
-        IN_OUT_FUNCTIONS(SET)
-        OTHER_FUNCTIONS(SET)
-    };
-    setAll(functions);
+    zerlin::forEachStandardFunction([](const char*, auto member) { functions.*member = answer; });
     functions.C_Initialize = initialize;
     functions.C_GetAttributeValue = getAttributeValue;
     functions.C_GetObjectSize = getObjectSize;
