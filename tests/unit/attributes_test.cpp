@@ -221,7 +221,9 @@ TEST_F(Attributes, newAttributesHaveTheirFirstBytesAndTheirLength)
         const jobject element = env->GetObjectArrayElement(made, i++);
         EXPECT_EQ(text(env, {getObject(env, element, "pValue", "Ljava/lang/Object;")}), shown);
         EXPECT_EQ(getLong(env, element, "valueLen"), jlong{length}) << shown;
-        EXPECT_EQ(jAttributeToCKAttribute(env, element).type, type) << shown;
+        const CK_ATTRIBUTE again = jAttributeToCKAttribute(env, element);
+        EXPECT_EQ(again.type, type) << shown;
+        std::free(again.pValue);
     }
     EXPECT_EQ(env->GetArrayLength(made), std::ssize(rows));
     EXPECT_EQ(ckAttributeArrayToJAttributeArray(env, nullptr, 3), nullptr);
