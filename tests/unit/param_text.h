@@ -17,6 +17,11 @@ inline jobject read(JNIEnv* env, const std::string& javaText)
     return callStatic(
         env, "Fields", "read", "(Ljava/lang/String;)Ljava/lang/Object;", string(env, javaText.c_str()));
 }
+inline std::string show(JNIEnv* env, jobject shown)
+{
+    const char* const signature = "(Ljava/lang/Object;)Ljava/lang/String;";
+    return toString(env, static_cast<jstring>(callStatic(env, "Fields", "show", signature, shown)));
+}
 inline jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong parameterLen)
 {
     const jobject made = alloc(env, "halvorn/zerlin/CK_MECHANISM");

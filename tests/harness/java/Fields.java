@@ -1,6 +1,6 @@
-// Creates Java objects from text, for the tables of the unit tests: the class and the values of all its fields,
-// CK_MECH_TYPE_AND_OBJECT 544 7. Bytes are written [0102], arrays of objects ( 7 8 ), an object whose only field is
-// m_value as that value.
+// Creates Java objects from text and shows them as text, for the tables of the unit tests: the class and the values of
+// all its fields, CK_MECH_TYPE_AND_OBJECT 544 7. Bytes are written [0102], arrays of objects ( 7 8 ), an object with
+// one field as its value.
 
 import java.lang.reflect.Array;
 import java.lang.reflect.Field;
@@ -52,6 +52,31 @@ public final class Fields {
                         : expected == long.class || expected == Object.class ? value
                         : object(new Scanner(word), expected);
         }
+    }
+
+    // The text that read takes.
+    public static String show(Object shown) throws ReflectiveOperationException {
+        StringBuilder text = new StringBuilder();
+        if (shown instanceof byte[]) {
+            for (byte one : (byte[]) shown) {
+                text.append(String.format("%02x", one));
+            }
+            return "[" + text + "]";
+        }
+        if (shown instanceof Object[]) {
+            for (Object element : (Object[]) shown) {
+                text.append(show(element)).append(' ');
+            }
+            return "( " + text + ")";
+        }
+        if (shown == null || shown.getClass().getName().startsWith("java.")) {
+            return shown instanceof Boolean ? (Boolean) shown ? "1" : "0" : String.valueOf(shown);
+        }
+        Field[] fields = shown.getClass().getFields();
+        for (Field field : fields) {
+            text.append(' ').append(show(field.get(shown)));
+        }
+        return fields.length == 1 ? text.substring(1) : shown.getClass().getSimpleName() + text;
     }
 
     private static Object object(Scanner words, Class<?> cls) throws ReflectiveOperationException {
