@@ -51,42 +51,55 @@ Range javaHeap()
     return {begin, begin + words * sizeof(void*)};
 }
 
-// Whether a page has 8 bytes of a secret. Follows the one before, which ends with 4 of them or not.
+// Whether a page has 16 bytes of a secret. One of 40 bytes and more that lies on two pages has them on one of
+// them. The JVM leaves 8 bytes of a long[] on the stack.
 [[gnu::no_sanitize("address", "undefined"), gnu::optimize("O3"), gnu::target("sse2")]] bool hasSecret(
-    const char* page, bool& follows)
+    const char* page)
 {
     constexpr std::uint32_t WORD = SECRET * 0x01010101;
     const auto* const words = reinterpret_cast<const std::uint32_t*>(page);
-    std::uint32_t found = follows & (words[0] == WORD);
-    for (std::size_t i = 1; i < 1024; ++i)
-        found |= (words[i - 1] == WORD) & (words[i] == WORD);
-    follows = words[1023] == WORD;
+    std::uint32_t found = 0;
+    for (std::size_t i = 3; i < 1024; ++i)
+        found |=
+            (words[i - 3] == WORD) & (words[i - 2] == WORD) & (words[i - 1] == WORD) & (words[i] == WORD);
     return found != 0;
 }
 
-// Finds 8 bytes of a secret in writable private memory outside the Java heap. Returns the line of the
-// mapping, or null. Allocates nothing, so that freed memory stays as it is.
+// Reads the list of this process's mappings. Allocates nothing.
+template <std::size_t SIZE>
+void readMaps(char (&maps)[SIZE])
+{
+    const int file = open("/proc/self/maps", O_RDONLY);
+    std::size_t length = 0;
+    for (ssize_t n = 1; n > 0; length += static_cast<std::size_t>(n))
+        n = read(file, maps + length, SIZE - 1 - length);
+    close(file);
+    maps[length] = '\0';
+}
+
+char mapsBefore[1 << 18]; // the test
+
+// Finds a secret in writable private memory: malloc's, this thread's stack and mappings that are
+// not as they were before the test. Of the others the Java heap and the JVM's own memory hold no native's
+// data. Returns the line of the mapping, or null. Allocates nothing, so that freed memory stays as it is.
 const char* findSecret(const Range& heap)
 {
     static char maps[1 << 18];
     static unsigned char isResident[1 << 20];
-    const int file = open("/proc/self/maps", O_RDONLY);
-    std::size_t length = 0;
-    for (ssize_t n = 1; n > 0; length += static_cast<std::size_t>(n))
-        n = read(file, maps + length, sizeof maps - 1 - length);
-    close(file);
-    maps[length] = '\0';
-    for (char* line = maps; *line != '\0'; line = std::strchr(line, '\n') + 1) {
-        char* next = nullptr;
+    readMaps(maps);
+    for (char *line = maps, *next = nullptr; *line != '\0'; line = std::strchr(line, '\n') + 1) {
         char* const begin = reinterpret_cast<char*>(std::strtoul(line, &next, 16));
         char* const end = reinterpret_cast<char*>(std::strtoul(next + 1, &next, 16));
         if (next[1] != 'r' || next[2] != 'w' || next[4] != 'p') continue;
+        const std::string_view whole(line, std::strcspn(line, "\n"));
+        if (!whole.ends_with("[heap]") && !whole.ends_with("[stack]") &&
+            std::string_view(mapsBefore).find(whole) != std::string_view::npos)
+            continue;
         if (mincore(begin, static_cast<std::size_t>(end - begin), isResident) != 0) continue;
-        bool follows = false;
         for (char* page = begin; page != end; page += 4096) {
             if ((isResident[(page - begin) / 4096] & 1) == 0 || (page >= heap.begin && page < heap.end))
                 continue;
-            if (hasSecret(page, follows)) return line;
+            if (hasSecret(page)) return line;
         }
     }
     return nullptr;
@@ -100,7 +113,20 @@ const char* findSecret(const Range& heap)
     return made(env);
 }
 
+// Overwrites what the preparations of a test have left on the stack.
+[[gnu::noinline]] void overwriteStack()
+{
+    char room[1 << 17];
+    std::memset(room, 0, sizeof room);
+    __asm__ volatile("" : : "r"(room) : "memory");
+}
+
 struct Secrets : JniTest {
+    void SetUp() override
+    {
+        JniTest::SetUp();
+        readMaps(mapsBefore);
+    }
     // An array full of the secret.
     template <typename JArray, typename Element>
     JArray fill(JArray array, const char* signature, Element element)
@@ -164,6 +190,11 @@ void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds
 {
     static const Range heap = javaHeap();
     recorder::script().isQuiet = true;
+    bool isBelow = false; // the call: what the conversions have left, and later calls overwrite
+    recorder::script().onCall = [&isBelow] {
+        const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
+        isBelow |= hasSecret(here - 8192) || hasSecret(here - 4096);
+    };
     recorder::script().answer = [&kinds, rv](std::span<const recorder::Argument> all) {
         const bool isServed = recorder::lastCalled() == std::string_view("C_GetAttributeValue");
         for (std::size_t i = 0; i < all.size(); ++i) {
@@ -182,6 +213,8 @@ void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds
     ASSERT_EQ(left, nullptr) << recorder::lastCalled() << " left it in "
                              << std::string_view(left).substr(0, 80);
     EXPECT_EQ(rvOf(env, returned), rv) << recorder::lastCalled();
+    EXPECT_FALSE(isBelow) << recorder::lastCalled() << " is called above a secret on the stack";
+    recorder::script().onCall = {};
 }
 
 // On the heap those of each native; on the stack and in mappings one native stands for all with such an
@@ -218,6 +251,26 @@ TEST_F(Secrets, noSizeAndNoErrorLeavesSecretsInMemory)
             SCOPED_TRACE(native.name + ", " + std::to_string(n) + " bytes");
             const LocalFrame frame(env);
             expectNothingLeft(withSecrets(native, n), native.kinds, rv);
+        }
+    }
+}
+
+// One value at a time, because the next one overwrites what is left on the stack. Many fill more than a
+// chunk.
+TEST_F(Secrets, noValueLeavesItsBytesInMemory)
+{
+    for (const jsize n : {40, 400, 3000}) {
+        const jobjectArray full = secretTemplate(n);
+        for (jsize i = 0; i < env->GetArrayLength(full); ++i) {
+            for (const std::size_t count : {1, 60}) {
+                SCOPED_TRACE("value " + std::to_string(i) + ", " + std::to_string(count) + " times");
+                const LocalFrame frame(env);
+                const jobjectArray all =
+                    attributes(env, std::vector(count, env->GetObjectArrayElement(full, i)));
+                overwriteStack();
+                expectNothingLeft(
+                    call(NATIVE(C_1FindObjectsInit), session(env), all, static_cast<jlong>(count)), {});
+            }
         }
     }
 }
