@@ -163,12 +163,12 @@ TEST_F(CarelessCallers, declaredLengthsMeetZeroesAndThenAFence)
                     declared * sizeof(CK_ATTRIBUTE)}});
     }
     const auto add = [&](const std::string& java, std::size_t size, std::size_t declared, auto find,
-                         jlong type = CKM_DES_CBC) {
+                         jlong mechanismType = CKM_DES_CBC) {
         const auto named = [&](const ParamRow& row) {
             return java.starts_with(row.java.substr(0, row.java.find(' ')));
         };
         const jobject jMechanism =
-            mechanism(env, type, read(env, java), std::ranges::find_if(PARAMS, named)->size);
+            mechanism(env, mechanismType, read(env, java), std::ranges::find_if(PARAMS, named)->size);
         rows.push_back({java, call(NATIVE(C_1DigestInit), on, jMechanism), size, declared, find});
     };
     const char* const data = "CK_KEY_DERIVATION_STRING_DATA [0102] 4000";
