@@ -1,6 +1,7 @@
 // Locking callbacks for the tests, which note each call.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
+import java.util.function.ToLongFunction;
 
 public final class TestCallbacks {
     private static final StringBuffer calls = new StringBuffer();
@@ -11,37 +12,20 @@ public final class TestCallbacks {
     // Sets the callbacks whose initials are given: create, destroy, lock, unlock. CreateMutex returns the mutex,
     // the others return the answer.
     public static CK_C_INITIALIZE_ARGS answering(String initials, Object mutex, long answer) {
-        CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
-        calls.setLength(0);
-        args.createMutex = !initials.contains("c") ? null : () -> {
-            note("CreateMutex", "", 0);
-            return mutex;
-        };
-        args.destroyMutex = !initials.contains("d") ? null : given -> note("DestroyMutex", given, answer);
-        args.lockMutex = !initials.contains("l") ? null : given -> note("LockMutex", given, answer);
-        args.unlockMutex = !initials.contains("u") ? null : given -> note("UnlockMutex", given, answer);
-        return args;
+        return ending(initials, mutex, name -> answer);
     }
 
     // Every callback throws its own name.
     public static CK_C_INITIALIZE_ARGS throwing() {
-        CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
-        calls.setLength(0);
-        args.createMutex = () -> fail("CreateMutex", "");
-        args.destroyMutex = given -> fail("DestroyMutex", given);
-        args.lockMutex = given -> fail("LockMutex", given);
-        args.unlockMutex = given -> fail("UnlockMutex", given);
-        return args;
+        return ending("cdlu", "m", TestCallbacks::fail);
     }
 
     // LockMutex calls C_Finalize and then throws its name.
     public static CK_C_INITIALIZE_ARGS finalising() {
-        CK_C_INITIALIZE_ARGS args = answering("", null, 0);
-        args.lockMutex = given -> {
+        return ending("l", null, name -> {
             finalise();
-            return fail("LockMutex", given);
-        };
-        return args;
+            return fail(name);
+        });
     }
 
     // The test that uses it says which function this is.
@@ -54,13 +38,26 @@ public final class TestCallbacks {
         return taken;
     }
 
-    private static long note(String name, Object mutex, long answer) {
-        calls.append(name + "(" + mutex + ") ");
-        return answer;
+    // What the callbacks end with depends on their names.
+    private static CK_C_INITIALIZE_ARGS ending(String initials, Object mutex, ToLongFunction<String> end) {
+        CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
+        calls.setLength(0);
+        args.createMutex = !initials.contains("c") ? null : () -> {
+            note("CreateMutex", "", end);
+            return mutex;
+        };
+        args.destroyMutex = !initials.contains("d") ? null : given -> note("DestroyMutex", given, end);
+        args.lockMutex = !initials.contains("l") ? null : given -> note("LockMutex", given, end);
+        args.unlockMutex = !initials.contains("u") ? null : given -> note("UnlockMutex", given, end);
+        return args;
     }
 
-    private static long fail(String name, Object mutex) {
-        note(name, mutex, 0);
+    private static long note(String name, Object mutex, ToLongFunction<String> end) {
+        calls.append(name + "(" + mutex + ") ");
+        return end.applyAsLong(name);
+    }
+
+    private static long fail(String name) {
         throw new IllegalStateException(name);
     }
 }
