@@ -28,17 +28,12 @@ TEST_F(OnLoad, aSecondLoadIsRefusedUntilTheUnloadAndChangesNothing)
         EXPECT_TRUE(zerlin::gInitArgsObject == callbacks && callbacks != nullptr);
         EXPECT_TRUE(zerlin::java::INITIALIZE_ARGS.cls.reference == known && known != nullptr);
     }
-    JNI_OnUnload(jvm(), nullptr);
-    EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
-}
-
-TEST_F(OnLoad, aRefusalThatFailsRaisesItsException)
-{
-    EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
     const auto refused = [] { EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_ERR); };
     for (int number = 1; !watch(env, {.call = number}, refused).failed.empty(); ++number)
         EXPECT_EQ(takeException(env), "java.lang.RuntimeException: injected");
     EXPECT_EQ(takeException(env), REFUSAL);
+    JNI_OnUnload(jvm(), nullptr);
+    EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
 }
 
 TEST_F(OnLoad, ofThreadsThatLoadAtOnceOneSucceeds)

@@ -50,14 +50,14 @@ TEST_F(Params, everyClassBecomesItsStructureAndNothingIsLeft)
 
 TEST_F(Params, aLengthThatContradictsItsArrayAborts)
 {
-    struct Row {
+    const struct {
         const char* java;
         const char* function;
         const char* length;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"CK_RSA_PKCS_OAEP_PARAMS 1 1 1 null 1", "convertRsaPkcsOaepParams", "sourceDataLen == ckTemp"},
         {"CK_PBE_PARAMS null [01] 0 null 0 0", "convertPbeParams", "passwordLen == ckTemp"},
+        {"CK_PBE_PARAMS null null 0 [01] 2 0", "convertPbeParams", "saltLen == ckTemp"},
         {"CK_KEY_WRAP_SET_OAEP_PARAMS 0 [01] 2", "convertKeyWrapSetOaepParams", "XLen == ckTemp"},
         {"CK_SSL3_MASTER_KEY_DERIVE_PARAMS CK_SSL3_RANDOM_DATA [01] 2 null 0 null",
             "convertSsl3MasterKeyDeriveParams", "RandomInfo.clientRandomLen == ckTemp"},
@@ -70,7 +70,7 @@ TEST_F(Params, aLengthThatContradictsItsArrayAborts)
         {"CK_ECDH1_DERIVE_PARAMS 0 0 null 2 [01]", "convertEcDhParams",
             "ulPublicDataLen == ckTemp || ckTemp == 0"},
     };
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         EXPECT_EQ(lastWords([&] { given(env, read(env, row.java), 0, ""); }),
             assertion("convToCK", row.function, std::string("ckpParam->") + row.length));
 }
@@ -100,7 +100,7 @@ TEST_F(Params, aFailedJniCallOrAllocationLeavesNothing)
     };
     for (const ParamRow& row : PARAMS) {
         SCOPED_TRACE(row.java);
-        const jobject large = read(env, filled(row.java, 3000, "78"));
+        const jobject large = read(env, filled(row.java, 2600, "78"));
         sweep(large, row.size);
         Lines outcomes = failEachAllocation(env, [&] { return given(env, large, row.size, row.native); });
         const auto arrays = [](const std::string& text) { return std::ranges::count(text, '['); };
@@ -112,26 +112,20 @@ TEST_F(Params, aFailedJniCallOrAllocationLeavesNothing)
     std::string known;
     for (int i = 0; i < 8; ++i)
         known += "CK_ATTRIBUTE 3 [61] 1 ";
-    sweep(read(env, "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 ( " + known +
-                        "CK_ATTRIBUTE 3 CK_VERSION 3 1 4 ) 9 null null"),
-        32);
-    EXPECT_EQ(call(NATIVE(C_1DigestInit), session(env),
-                  mechanism(env, 1,
-                      read(env, "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 ( CK_ATTRIBUTE 3 CK_VERSION 3 1 4 "
-                                ") 1 null null"),
-                      32))(env),
-        nullptr);
+    const jobject nested = read(env, "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 ( " + known +
+                                         "CK_ATTRIBUTE 3 CK_VERSION 3 1 4 ) 9 null null");
+    sweep(nested, 32);
+    EXPECT_EQ(call(NATIVE(C_1DigestInit), session(env), mechanism(env, 1, nested, 32))(env), nullptr);
     EXPECT_EQ(takeException(env).substr(0, 39), "java.lang.UnsupportedOperationException");
 }
 
 TEST_F(Params, aParameterWithoutAStructureIsABareValue)
 {
-    struct Row {
+    const struct {
         jobject parameter;
         jlong parameterLen;
         const char* shown;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {bytes(env, {1, 2, 3, 4}), -1, "[01020304..], 0xffffffff"},
         {make(env, "java/lang/Boolean", "(Z)V", jboolean{JNI_TRUE}), 1, "[01], 1"},
         {string(env, "abc"), 4, "[61626300], 4"},
@@ -139,7 +133,7 @@ TEST_F(Params, aParameterWithoutAStructureIsABareValue)
         {mechanismType(env, 544), 4, "[20020000], 4"},
     };
     recorder::script().byteLimit = 4;
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const jobject jMechanism = mechanism(env, 0x780000001, row.parameter, row.parameterLen);
         const std::string line = std::string("C_DigestInit(41, {0x80000001, ") + row.shown + "})";
         const HeapWatch heap;

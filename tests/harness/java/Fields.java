@@ -31,7 +31,8 @@ public final class Fields {
             case '[':
                 byte[] bytes = new byte[word.length() / 2 - 1];
                 for (int i = 0; i < bytes.length; i++) {
-                    bytes[i] = (byte) Integer.parseInt(word.substring(2 * i + 1, 2 * i + 3), 16);
+                    int high = Character.digit(word.charAt(2 * i + 1), 16);
+                    bytes[i] = (byte) (16 * high + Character.digit(word.charAt(2 * i + 2), 16));
                 }
                 return bytes;
             case '(':
