@@ -7,8 +7,13 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-add_compile_options(-m32 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
-add_link_options(-m32)
+if(ZERLIN_ABI STREQUAL i386)
+    set(width -m32)
+else()
+    set(width -m64)
+endif()
+add_compile_options(${width} -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+add_link_options(${width})
 
 if(ZERLIN_SANITIZE)
     add_compile_options(-O1 -g -fsanitize=address,undefined -fno-sanitize-recover=undefined

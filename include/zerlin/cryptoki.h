@@ -5,7 +5,7 @@
  * C++.
  *
  * The names are those of the PKCS#11 standard: v2.20, with some values of v2.40. Section numbers are those of
- * v2.20. Structures have the platform's natural alignment; the 32-bit sizes are checked at the end of the
+ * v2.20. Structures have the platform's natural alignment; their sizes are checked at the end of the
  * file. "The library" is the Cryptoki library, libcryptoki.so.
  */
 #ifndef ZERLIN_CRYPTOKI_H
@@ -20,7 +20,7 @@ extern "C" {
 
 /**
  * @name Basic types (PKCS#11 section 9)
- * A CK_ULONG is as wide as a pointer: 32 bits in the 32-bit library. Text in CK_UTF8CHAR and CK_CHAR arrays
+ * A CK_ULONG is as wide as a pointer. Text in CK_UTF8CHAR and CK_CHAR arrays
  * is padded with blanks, without a terminating NUL unless a member says otherwise.
  * @{
  */
@@ -1883,59 +1883,60 @@ CK_RV CT_ResetToken(
 }
 #endif
 
-/* The 32-bit layout. Not checked in C99, which has no static assertions. */
+/* The layout in bytes, with pointers of 32 and of 64 bits. Not checked in C99, which has no static assertions. */
 #if defined __cplusplus || __STDC_VERSION__ >= 201112L
-#define ZERLIN_LAYOUT32(what, bytes) static_assert(sizeof(void*) != 4 || (what) == (bytes), #what)
-ZERLIN_LAYOUT32(sizeof(CK_ULONG), 4);
-ZERLIN_LAYOUT32(sizeof(CK_VERSION), 2);
-ZERLIN_LAYOUT32(sizeof(CK_INFO), 76);
-ZERLIN_LAYOUT32(sizeof(CK_SLOT_INFO), 104);
-ZERLIN_LAYOUT32(sizeof(CK_TOKEN_INFO), 160);
-ZERLIN_LAYOUT32(sizeof(CK_SESSION_INFO), 16);
-ZERLIN_LAYOUT32(sizeof(CK_MECHANISM_INFO), 12);
-ZERLIN_LAYOUT32(sizeof(CK_ATTRIBUTE), 12);
-ZERLIN_LAYOUT32(sizeof(CK_DATE), 8);
-ZERLIN_LAYOUT32(sizeof(CK_MECHANISM), 12);
-ZERLIN_LAYOUT32(sizeof(CK_C_INITIALIZE_ARGS), 24);
-ZERLIN_LAYOUT32(sizeof(CK_FUNCTION_LIST), 276);
-ZERLIN_LAYOUT32(sizeof(CK_RSA_PKCS_OAEP_PARAMS), 20);
-ZERLIN_LAYOUT32(sizeof(CK_RSA_PKCS_PSS_PARAMS), 12);
-ZERLIN_LAYOUT32(sizeof(CK_RC2_CBC_PARAMS), 12);
-ZERLIN_LAYOUT32(sizeof(CK_RC2_MAC_GENERAL_PARAMS), 8);
-ZERLIN_LAYOUT32(sizeof(CK_PBE_PARAMS), 24);
-ZERLIN_LAYOUT32(sizeof(CK_PKCS12_PBE_IMPORT_PARAMS), 32);
-ZERLIN_LAYOUT32(sizeof(CK_PKCS12_PBE_EXPORT_PARAMS), 32);
-ZERLIN_LAYOUT32(sizeof(CK_KEY_WRAP_SET_OAEP_PARAMS), 12);
-ZERLIN_LAYOUT32(sizeof(CK_SSL3_RANDOM_DATA), 16);
-ZERLIN_LAYOUT32(sizeof(CK_SSL3_MASTER_KEY_DERIVE_PARAMS), 20);
-ZERLIN_LAYOUT32(sizeof(CK_SSL3_KEY_MAT_OUT), 24);
-ZERLIN_LAYOUT32(sizeof(CK_SSL3_KEY_MAT_PARAMS), 36);
-ZERLIN_LAYOUT32(sizeof(CK_KEY_DERIVATION_STRING_DATA), 8);
-ZERLIN_LAYOUT32(sizeof(CK_MECH_TYPE_AND_OBJECT), 8);
-ZERLIN_LAYOUT32(sizeof(CK_DES_CBC_PARAMS), 16);
-ZERLIN_LAYOUT32(sizeof(CK_DES2_CBC_PARAMS), 24);
-ZERLIN_LAYOUT32(sizeof(CK_DES3_CBC_PARAMS), 32);
-ZERLIN_LAYOUT32(sizeof(CK_PP_LOAD_SECRET_PARAMS), 8);
-ZERLIN_LAYOUT32(sizeof(CK_TIMESTAMP_PARAMS), 8);
-ZERLIN_LAYOUT32(sizeof(CK_REPLICATE_TOKEN_PARAMS), 16);
-ZERLIN_LAYOUT32(sizeof(CK_SECRET_SHARE_PARAMS), 8);
-ZERLIN_LAYOUT32(sizeof(CK_ECIES_PARAMS), 44);
-ZERLIN_LAYOUT32(sizeof(CK_ECDH1_DERIVE_PARAMS), 20);
-ZERLIN_LAYOUT32(offsetof(CK_INFO, flags), 36);
-ZERLIN_LAYOUT32(offsetof(CK_INFO, libraryVersion), 72);
-ZERLIN_LAYOUT32(offsetof(CK_SLOT_INFO, hardwareVersion), 100);
-ZERLIN_LAYOUT32(offsetof(CK_TOKEN_INFO, hardwareVersion), 140);
-ZERLIN_LAYOUT32(offsetof(CK_TOKEN_INFO, utcTime), 144);
-ZERLIN_LAYOUT32(offsetof(CK_KEY_WRAP_SET_OAEP_PARAMS, pX), 4);
-ZERLIN_LAYOUT32(offsetof(CK_SSL3_KEY_MAT_PARAMS, RandomInfo), 16);
-ZERLIN_LAYOUT32(offsetof(CK_SSL3_KEY_MAT_PARAMS, pReturnedKeyMaterial), 32);
-ZERLIN_LAYOUT32(offsetof(CK_PP_LOAD_SECRET_PARAMS, cConvert), 1);
-ZERLIN_LAYOUT32(offsetof(CK_PP_LOAD_SECRET_PARAMS, cTimeout), 2);
-ZERLIN_LAYOUT32(offsetof(CK_PP_LOAD_SECRET_PARAMS, prompt), 4);
-ZERLIN_LAYOUT32(offsetof(CK_TIMESTAMP_PARAMS, timestampFormat), 4);
-ZERLIN_LAYOUT32(offsetof(CK_FUNCTION_LIST, C_Initialize), 4);
-ZERLIN_LAYOUT32(offsetof(CK_FUNCTION_LIST, C_WaitForSlotEvent), 272);
-#undef ZERLIN_LAYOUT32
+#define ZERLIN_LAYOUT(what, bytes32, bytes64) \
+    static_assert((what) == (sizeof(void*) == 4 ? (bytes32) : (bytes64)), #what)
+ZERLIN_LAYOUT(sizeof(CK_ULONG), 4, 8);
+ZERLIN_LAYOUT(sizeof(CK_VERSION), 2, 2);
+ZERLIN_LAYOUT(sizeof(CK_INFO), 76, 88);
+ZERLIN_LAYOUT(sizeof(CK_SLOT_INFO), 104, 112);
+ZERLIN_LAYOUT(sizeof(CK_TOKEN_INFO), 160, 208);
+ZERLIN_LAYOUT(sizeof(CK_SESSION_INFO), 16, 32);
+ZERLIN_LAYOUT(sizeof(CK_MECHANISM_INFO), 12, 24);
+ZERLIN_LAYOUT(sizeof(CK_ATTRIBUTE), 12, 24);
+ZERLIN_LAYOUT(sizeof(CK_DATE), 8, 8);
+ZERLIN_LAYOUT(sizeof(CK_MECHANISM), 12, 24);
+ZERLIN_LAYOUT(sizeof(CK_C_INITIALIZE_ARGS), 24, 48);
+ZERLIN_LAYOUT(sizeof(CK_FUNCTION_LIST), 276, 552);
+ZERLIN_LAYOUT(sizeof(CK_RSA_PKCS_OAEP_PARAMS), 20, 40);
+ZERLIN_LAYOUT(sizeof(CK_RSA_PKCS_PSS_PARAMS), 12, 24);
+ZERLIN_LAYOUT(sizeof(CK_RC2_CBC_PARAMS), 12, 16);
+ZERLIN_LAYOUT(sizeof(CK_RC2_MAC_GENERAL_PARAMS), 8, 16);
+ZERLIN_LAYOUT(sizeof(CK_PBE_PARAMS), 24, 48);
+ZERLIN_LAYOUT(sizeof(CK_PKCS12_PBE_IMPORT_PARAMS), 32, 64);
+ZERLIN_LAYOUT(sizeof(CK_PKCS12_PBE_EXPORT_PARAMS), 32, 64);
+ZERLIN_LAYOUT(sizeof(CK_KEY_WRAP_SET_OAEP_PARAMS), 12, 24);
+ZERLIN_LAYOUT(sizeof(CK_SSL3_RANDOM_DATA), 16, 32);
+ZERLIN_LAYOUT(sizeof(CK_SSL3_MASTER_KEY_DERIVE_PARAMS), 20, 40);
+ZERLIN_LAYOUT(sizeof(CK_SSL3_KEY_MAT_OUT), 24, 48);
+ZERLIN_LAYOUT(sizeof(CK_SSL3_KEY_MAT_PARAMS), 36, 72);
+ZERLIN_LAYOUT(sizeof(CK_KEY_DERIVATION_STRING_DATA), 8, 16);
+ZERLIN_LAYOUT(sizeof(CK_MECH_TYPE_AND_OBJECT), 8, 16);
+ZERLIN_LAYOUT(sizeof(CK_DES_CBC_PARAMS), 16, 16);
+ZERLIN_LAYOUT(sizeof(CK_DES2_CBC_PARAMS), 24, 24);
+ZERLIN_LAYOUT(sizeof(CK_DES3_CBC_PARAMS), 32, 32);
+ZERLIN_LAYOUT(sizeof(CK_PP_LOAD_SECRET_PARAMS), 8, 16);
+ZERLIN_LAYOUT(sizeof(CK_TIMESTAMP_PARAMS), 8, 16);
+ZERLIN_LAYOUT(sizeof(CK_REPLICATE_TOKEN_PARAMS), 16, 16);
+ZERLIN_LAYOUT(sizeof(CK_SECRET_SHARE_PARAMS), 8, 16);
+ZERLIN_LAYOUT(sizeof(CK_ECIES_PARAMS), 44, 88);
+ZERLIN_LAYOUT(sizeof(CK_ECDH1_DERIVE_PARAMS), 20, 40);
+ZERLIN_LAYOUT(offsetof(CK_INFO, flags), 36, 40);
+ZERLIN_LAYOUT(offsetof(CK_INFO, libraryVersion), 72, 80);
+ZERLIN_LAYOUT(offsetof(CK_SLOT_INFO, hardwareVersion), 100, 104);
+ZERLIN_LAYOUT(offsetof(CK_TOKEN_INFO, hardwareVersion), 140, 184);
+ZERLIN_LAYOUT(offsetof(CK_TOKEN_INFO, utcTime), 144, 188);
+ZERLIN_LAYOUT(offsetof(CK_KEY_WRAP_SET_OAEP_PARAMS, pX), 4, 8);
+ZERLIN_LAYOUT(offsetof(CK_SSL3_KEY_MAT_PARAMS, RandomInfo), 16, 32);
+ZERLIN_LAYOUT(offsetof(CK_SSL3_KEY_MAT_PARAMS, pReturnedKeyMaterial), 32, 64);
+ZERLIN_LAYOUT(offsetof(CK_PP_LOAD_SECRET_PARAMS, cConvert), 1, 1);
+ZERLIN_LAYOUT(offsetof(CK_PP_LOAD_SECRET_PARAMS, cTimeout), 2, 2);
+ZERLIN_LAYOUT(offsetof(CK_PP_LOAD_SECRET_PARAMS, prompt), 4, 8);
+ZERLIN_LAYOUT(offsetof(CK_TIMESTAMP_PARAMS, timestampFormat), 4, 8);
+ZERLIN_LAYOUT(offsetof(CK_FUNCTION_LIST, C_Initialize), 4, 8);
+ZERLIN_LAYOUT(offsetof(CK_FUNCTION_LIST, C_WaitForSlotEvent), 272, 544);
+#undef ZERLIN_LAYOUT
 #endif
 
 #endif

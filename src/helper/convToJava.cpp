@@ -30,7 +30,7 @@ jobjectArray newObjects(JNIEnv* env, JavaClass& elementClass, const CK_ULONG* so
     if (source == nullptr) return nullptr;
     const jclass cls = FindClass(env, elementClass);
     if (cls == nullptr) return nullptr;
-    const jobjectArray array = env->NewObjectArray(static_cast<jsize>(n), cls, nullptr);
+    const jobjectArray array = env->NewObjectArray(arrayLength(n), cls, nullptr);
     if (array == nullptr) return nullptr;
     for (CK_ULONG i = 0; i < n; ++i) {
         const LocalRef<jobject> element(env, make(env, source[i]));
@@ -170,7 +170,7 @@ jbyteArray ckCharArrayToJByteArray(JNIEnv* env, const CK_CHAR* source, CK_ULONG 
 jbyteArray ckByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG n)
 {
     if (source == nullptr) return nullptr;
-    const jbyteArray array = env->NewByteArray(static_cast<jsize>(n));
+    const jbyteArray array = env->NewByteArray(arrayLength(n));
     if (array == nullptr) return nullptr;
     env->SetByteArrayRegion(array, 0, static_cast<jsize>(n), reinterpret_cast<const jbyte*>(source));
     return array;
@@ -179,7 +179,7 @@ jbyteArray ckByteArrayToJByteArray(JNIEnv* env, const CK_BYTE* source, CK_ULONG 
 jlongArray ckULongArrayToJLongArray(JNIEnv* env, const CK_ULONG* source, CK_ULONG n)
 {
     if (source == nullptr) return nullptr;
-    const jlongArray array = env->NewLongArray(static_cast<jsize>(n));
+    const jlongArray array = env->NewLongArray(arrayLength(n));
     if (array == nullptr) return nullptr;
     writeElements(env, array, static_cast<jsize>(n), source);
     return env->ExceptionCheck() ? nullptr : array;

@@ -126,7 +126,7 @@ jobjectArray ckAttributeArrayToJAttributeArray(JNIEnv* env, const CK_ATTRIBUTE* 
     if (source == nullptr) return nullptr;
     const jclass cls = FindClass(env, java::ATTRIBUTE.cls);
     if (cls == nullptr) return nullptr;
-    const LocalRef<jobjectArray> array(env, env->NewObjectArray(static_cast<jsize>(count), cls, nullptr));
+    const LocalRef<jobjectArray> array(env, env->NewObjectArray(arrayLength(count), cls, nullptr));
     if (array == nullptr) return nullptr;
     for (CK_ULONG i = 0; i < count; ++i) {
         const LocalRef<jobject> element(env, ckAttributePtrToJAttribute(env, &source[i]));

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <limits>
 
 #include <jni.h>
 
@@ -89,6 +90,13 @@ inline CK_BYTE_PTR pointerAt(const CK_BYTE* place)
 inline CK_ULONG bytesOfBits(CK_ULONG bits)
 {
     return bits / 8 + (bits % 8 != 0 ? 1 : 0);
+}
+
+// The length of a new array of that many elements. More than an array can have is a negative length, for
+// which the JVM throws a NegativeArraySizeException.
+inline jsize arrayLength(CK_ULONG count)
+{
+    return count <= std::numeric_limits<jsize>::max() ? static_cast<jsize>(count) : -1;
 }
 
 // The smaller of what is offered and what the array holds.

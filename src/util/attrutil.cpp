@@ -63,11 +63,13 @@ CK_RV assignNumber(const CK_ATTRIBUTE& target, CK_LONG number)
     case sizeof(std::uint16_t):
         store<std::uint16_t>(number, target.pValue);
         return CKR_OK;
-    case sizeof(CK_ULONG):
-        store<CK_ULONG>(number, target.pValue);
+    case sizeof(std::uint32_t):
+        store<std::uint32_t>(number, target.pValue);
         return CKR_OK;
     default:
-        return CKR_GENERAL_ERROR;
+        if (target.ulValueLen != sizeof(CK_ULONG)) return CKR_GENERAL_ERROR;
+        store<CK_ULONG>(number, target.pValue);
+        return CKR_OK;
     }
 }
 
@@ -81,10 +83,10 @@ CK_LONG numAttr(const CK_ATTRIBUTE* attr)
         return load<std::uint8_t>(attr->pValue);
     case sizeof(std::uint16_t):
         return load<std::uint16_t>(attr->pValue);
-    case sizeof(CK_ULONG):
-        return load<CK_ULONG>(attr->pValue);
+    case sizeof(std::uint32_t):
+        return load<std::uint32_t>(attr->pValue);
     default:
-        return -1;
+        return attr->ulValueLen == sizeof(CK_ULONG) ? load<CK_ULONG>(attr->pValue) : -1;
     }
 }
 

@@ -188,7 +188,7 @@ public class CK_ATTRIBUTE {
      *         than the array, as it is for an attribute that could not be read
      */
     public byte[] getBytes() {
-        if (!(pValue instanceof byte[]) || valueLen > ((byte[]) pValue).length) {
+        if (!(pValue instanceof byte[]) || valueLen < 0 || valueLen > ((byte[]) pValue).length) {
             return null;
         }
         return Arrays.copyOf((byte[]) pValue, (int) valueLen);

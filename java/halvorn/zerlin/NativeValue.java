@@ -8,10 +8,16 @@ import halvorn.zerlin.constants.TypedValue;
 final class NativeValue {
     static final long UNKNOWN = -1;
 
-    private static final int ULONG_SIZE = 4;
+    // The width of a CK_ULONG in bytes: the library has the JVM's own width. Nothing else depends on it.
+    static final int ULONG_SIZE = isJvm64Bit() ? 8 : 4;
     private static final int DATE_SIZE = 8;
 
     private NativeValue() {
+    }
+
+    private static boolean isJvm64Bit() {
+        String model = System.getProperty("sun.arch.data.model", System.getProperty("os.arch", ""));
+        return model.contains("64");
     }
 
     // The length of the native form in bytes; UNKNOWN for a class that is not a bare value.

@@ -4,7 +4,7 @@ package halvorn.zerlin;
 import static java.nio.charset.StandardCharsets.UTF_8;
 
 final class Text {
-    private static final long UNAVAILABLE_INFORMATION = 0xFFFFFFFFL;
+    private static final long UNAVAILABLE_INFORMATION = NativeValue.ULONG_SIZE == 8 ? -1 : 0xFFFFFFFFL;
 
     private Text() {
     }
