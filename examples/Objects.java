@@ -50,7 +50,7 @@ public final class Objects {
 
     private static void make(CK_SESSION_HANDLE session, List<CK_OBJECT_HANDLE> made) {
         Demo.title("Make objects");
-        // A data object that stays on the token. Texts become UTF-8, numbers 4 bytes, booleans 1 byte.
+        // A data object that stays on the token. Texts become UTF-8, numbers a CK_ULONG, booleans 1 byte.
         CK_ATTRIBUTE[] settings = {
             new CK_ATTRIBUTE(CKA.CLASS, CKO.DATA),
             new CK_ATTRIBUTE(CKA.TOKEN, true),

@@ -105,7 +105,7 @@ ZERLIN_EXPORT CK_RV SetAttr(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object, 
  * @param attr  the attribute, or null
  * @return the unsigned value of 1 byte, 2 bytes or a CK_ULONG, in the host's byte order; -1 for any other
  *         length, for a null pValue and for null. Convert the result to CK_ULONG before you compare it with
- *         a vendor constant: values from 0x80000000 on are negative in a CK_LONG of 32 bits.
+ *         a vendor constant: where a CK_LONG has 32 bits, values from 0x80000000 on are negative.
  */
 ZERLIN_EXPORT CK_LONG numAttr(const CK_ATTRIBUTE* attr);
 /** The same as numAttr. */

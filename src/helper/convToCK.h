@@ -18,8 +18,8 @@ inline bool hasFailed(JNIEnv* env, CK_ULONG value)
     return (value == 0 || value == CK_UNAVAILABLE_INFORMATION) && env->ExceptionCheck();
 }
 
-// The value inside a handle or typed constant object. A null object is 0xFFFFFFFF; for an object of another
-// class, and after a failed lookup, the first three return 0 and the others 0xFFFFFFFF.
+// The value inside a handle or typed constant object. A null object is all ones; for an object of another
+// class, and after a failed lookup, the first three return 0 and the others all ones.
 CK_OBJECT_HANDLE jObjectHandleToCKObjectHandle(JNIEnv* env, jobject object);
 CK_SESSION_HANDLE jSessionHandleToCKSessionHandle(JNIEnv* env, jobject object);
 CK_ATTRIBUTE_TYPE jAttributeTypeToCKAttributeType(JNIEnv* env, jobject object);
@@ -57,7 +57,7 @@ struct NewTemplate {
 // fenced where the caller's count is above the array's length, and each value where its declared length is
 // above its size (CallMemory). Each attribute's length is the one that the Java object declares, except for a
 // numeric attribute that declares the size of a CK_ULONG: then it is that of the value. A null element
-// becomes the type 0xFFFFFFFF, which no token knows, without a value. The values are kept where that is asked
+// becomes a type of all ones, which no token knows, without a value. The values are kept where that is asked
 // for.
 bool convertTemplate(JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ULONG ulCount, bool keepsValues,
     NewTemplate& made);

@@ -12,13 +12,14 @@ import java.util.Arrays;
  * <ul>
  * <li>{@code byte[]}: the bytes;
  * <li>{@code Long}, {@code Integer}, the typed holders of {@link halvorn.zerlin.constants},
- *     {@link CK_OBJECT_HANDLE}, {@link CK_SESSION_HANDLE}: a CK_ULONG of 4 bytes (the low 32 bits);
+ *     {@link CK_OBJECT_HANDLE}, {@link CK_SESSION_HANDLE}: a CK_ULONG, 4 bytes in a 32-bit JVM (the
+ *     low 32 bits) and 8 in a 64-bit one;
  * <li>{@link CK_BBOOL}, {@code Boolean}, {@code Byte}: 1 byte;
  * <li>{@link CK_DATE}: 8 bytes, but with the month in the wrong place; see the warning there and use
  *     {@link CK_DATE#toBytes};
  * <li>{@code String}: its bytes in modified UTF-8, which is UTF-8 unless the text contains NUL characters or
  *     surrogates;
- * <li>{@code CK_MECHANISM_TYPE[]}, {@code long[]}: 4 bytes for each element;
+ * <li>{@code CK_MECHANISM_TYPE[]}, {@code long[]}: a CK_ULONG for each element;
  * <li>{@code boolean[]}, {@code char[]}: 1 byte for each element (the low 8 bits of a char).
  * </ul>
  * A value of any other class makes the native throw {@code UnsupportedOperationException}, except that a
@@ -56,7 +57,8 @@ import java.util.Arrays;
  */
 public class CK_ATTRIBUTE {
     /**
-     * The type of the attribute; null reaches the library as 4294967295. The natives change it only if it is
+     * The type of the attribute; null reaches the library as
+     * {@code CK_UNAVAILABLE_INFORMATION}. The natives change it only if it is
      * 65535, {@link halvorn.zerlin.constants.CKA#WILDCARD}, which stands for any type: it then receives the
      * type that was found.
      */
@@ -71,11 +73,11 @@ public class CK_ATTRIBUTE {
     /**
      * In: the length of the value in bytes; for a value that is read, the capacity. It is not checked: a
      * length that is greater than that of the value makes the library read or write beyond the memory of the
-     * value. Out: the length in bytes that the library reports, 4294967295
-     * ({@code CK_UNAVAILABLE_INFORMATION}) for an attribute that cannot be read. After an error before the
+     * value. Out: the length in bytes that the library reports,
+     * {@code CK_UNAVAILABLE_INFORMATION} for an attribute that cannot be read. After an error before the
      * library came to this attribute, such as an invalid handle, it is still the length that the library got:
-     * look at the return value first. Set it anew before you use the attribute again: 4294967295 would be the
-     * capacity.
+     * look at the return value first. Set it anew before you use the attribute again: {@code
+     * CK_UNAVAILABLE_INFORMATION} would be the capacity.
      */
     public long valueLen;
 
@@ -116,7 +118,8 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Creates a numeric attribute of 4 bytes. Its value is a new {@code Long}, so a native may write into it.
+     * Creates a numeric attribute, a CK_ULONG. Its value is a new {@code Long}, so a native may write into
+     * it.
      *
      * @param type  a value of {@link halvorn.zerlin.constants.CKA CKA}
      * @param value the value
@@ -126,7 +129,8 @@ public class CK_ATTRIBUTE {
     }
 
     /**
-     * Creates a numeric attribute of 4 bytes. Its value is a new {@code Long}, so a native may write into it.
+     * Creates a numeric attribute, a CK_ULONG. Its value is a new {@code Long}, so a native may write into
+     * it.
      *
      * @param type  the type, kept without a copy
      * @param value the value

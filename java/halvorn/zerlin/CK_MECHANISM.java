@@ -20,7 +20,7 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
  * released: deliberate. That mechanism has no parameter, so leave {@link #pParameter} null.
  */
 public class CK_MECHANISM {
-    /** The type of the mechanism; null reaches the library as 4294967295. */
+    /** The type of the mechanism; null reaches the library as {@code CK_UNAVAILABLE_INFORMATION}. */
     public CK_MECHANISM_TYPE mechanism;
     /**
      * The parameter, or null for none. Do not assign an {@code int[]}: only its 1st, 3rd, 5th ... element

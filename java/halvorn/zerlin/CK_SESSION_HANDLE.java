@@ -7,7 +7,7 @@ package halvorn.zerlin;
  */
 public class CK_SESSION_HANDLE {
     /**
-     * The handle, 0 to 4294967295; 0 is {@code CK_INVALID_HANDLE}. Only the low 32 bits reach the library.
+     * The handle; 0 is {@code CK_INVALID_HANDLE}. In a 32-bit JVM only the low 32 bits reach the library.
      */
     public long m_value;
 

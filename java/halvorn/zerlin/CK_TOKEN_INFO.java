@@ -9,7 +9,7 @@ import java.util.Arrays;
  * Information on a token (PKCS#11 v2.20, 9.2), filled by {@link Cryptoki#C_GetTokenInfo}. The native replaces
  * the arrays and the versions by new ones.
  *
- * <p>A count or an amount that the token does not report is 4294967295,
+ * <p>A count or an amount that the token does not report is
  * {@link halvorn.zerlin.constants.CK#UNAVAILABLE_INFORMATION}.
  */
 public class CK_TOKEN_INFO {

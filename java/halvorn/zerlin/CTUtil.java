@@ -36,7 +36,7 @@ import halvorn.zerlin.constants.TypedValue;
  * <h2 id="values">From name to value</h2>
  * The {@code CTU_Get...Value} natives return the value of an ASCII name, which may have its prefix or not and
  * is case-sensitive. They do not call the library. Only the first 511 bytes of a name count, and a NUL byte
- * ends it. The value of an unknown name is 4294967295.
+ * ends it. The value of an unknown name is {@code CK_UNAVAILABLE_INFORMATION}.
  *
  * <p>For a null name, these natives return a {@link CK_RV} with {@code CKR_ARGUMENTS_BAD} instead of their
  * own class: deliberate. So the type of the result is the one that the caller assigns it to, and a wrong type
@@ -135,8 +135,8 @@ public final class CTUtil {
      *
      * @param <T>  {@link CK_ATTRIBUTE_TYPE}, or {@link CK_RV} if {@code name} is null
      * @param name the name in ASCII
-     * @return a new {@link CK_ATTRIBUTE_TYPE}, with the value 4294967295 for an unknown name; a {@link CK_RV}
-     *         with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
+     * @return a new {@link CK_ATTRIBUTE_TYPE}, with the value {@code CK_UNAVAILABLE_INFORMATION} for an
+     *         unknown name; a {@link CK_RV} with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
      * @see <a href="#values">From name to value</a>
      */
     public static native <T extends TypedValue> T CTU_GetAttributeTypeValue(byte[] name);
@@ -146,8 +146,8 @@ public final class CTUtil {
      * locked", not "PIN_LOCKED".
      *
      * @param name the message in ASCII
-     * @return a new {@link CK_RV}, with the value 4294967295 for an unknown message; with
-     *         {@code CKR_ARGUMENTS_BAD} if {@code name} is null
+     * @return a new {@link CK_RV}, with the value {@code CK_UNAVAILABLE_INFORMATION} for an unknown message;
+     *         with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
      * @see <a href="#values">From name to value</a>
      */
     public static native CK_RV CTU_GetErrorValue(byte[] name);
@@ -157,8 +157,8 @@ public final class CTUtil {
      *
      * @param <T>  {@link CK_KEY_TYPE}, or {@link CK_RV} if {@code name} is null
      * @param name the name in ASCII
-     * @return a new {@link CK_KEY_TYPE}, with the value 4294967295 for an unknown name; a {@link CK_RV} with
-     *         {@code CKR_ARGUMENTS_BAD} if {@code name} is null
+     * @return a new {@link CK_KEY_TYPE}, with the value {@code CK_UNAVAILABLE_INFORMATION} for an unknown
+     *         name; a {@link CK_RV} with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
      * @see <a href="#values">From name to value</a>
      */
     public static native <T extends TypedValue> T CTU_GetKeyTypeValue(byte[] name);
@@ -168,8 +168,8 @@ public final class CTUtil {
      *
      * @param <T>  {@link CK_MECHANISM_TYPE}, or {@link CK_RV} if {@code name} is null
      * @param name the name in ASCII
-     * @return a new {@link CK_MECHANISM_TYPE}, with the value 4294967295 for an unknown name; a {@link CK_RV}
-     *         with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
+     * @return a new {@link CK_MECHANISM_TYPE}, with the value {@code CK_UNAVAILABLE_INFORMATION} for an
+     *         unknown name; a {@link CK_RV} with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
      * @see <a href="#values">From name to value</a>
      */
     public static native <T extends TypedValue> T CTU_GetMechanismTypeValue(byte[] name);
@@ -179,8 +179,8 @@ public final class CTUtil {
      *
      * @param <T>  {@link CK_OBJECT_CLASS}, or {@link CK_RV} if {@code name} is null
      * @param name the name in ASCII
-     * @return a new {@link CK_OBJECT_CLASS}, with the value 4294967295 for an unknown name; a {@link CK_RV}
-     *         with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
+     * @return a new {@link CK_OBJECT_CLASS}, with the value {@code CK_UNAVAILABLE_INFORMATION} for an
+     *         unknown name; a {@link CK_RV} with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
      * @see <a href="#values">From name to value</a>
      */
     public static native <T extends TypedValue> T CTU_GetObjectClassValue(byte[] name);
@@ -192,8 +192,8 @@ public final class CTUtil {
      *
      * @param <T>  {@link CK_STATE}, or {@link CK_RV} if {@code name} is null
      * @param name the phrase in ASCII
-     * @return a new {@link CK_STATE}, with the value 4294967295 for an unknown phrase; a {@link CK_RV} with
-     *         {@code CKR_ARGUMENTS_BAD} if {@code name} is null
+     * @return a new {@link CK_STATE}, with the value {@code CK_UNAVAILABLE_INFORMATION} for an unknown
+     *         phrase; a {@link CK_RV} with {@code CKR_ARGUMENTS_BAD} if {@code name} is null
      * @see <a href="#values">From name to value</a>
      */
     public static native <T extends TypedValue> T CTU_GetSessionStateValue(byte[] name);

@@ -63,15 +63,18 @@ import halvorn.zerlin.constants.CK_USER_TYPE;
  *
  * <h2>Arguments</h2>
  * <ul>
- * <li>Numbers are {@code long}s. The library receives their low 32 bits. Numbers that come back are 0 to
- *     4294967295, never negative.
+ * <li>Numbers are {@code long}s. In a 64-bit JVM a {@code long} and a CK_ULONG are the same 64 bits, and
+ *     {@link halvorn.zerlin.constants.CK#UNAVAILABLE_INFORMATION CK_UNAVAILABLE_INFORMATION} (all ones) is
+ *     -1. In a 32-bit JVM the library receives the low 32 bits of a {@code long}; numbers that come back are
+ *     0 to 4294967295, which is all ones, and never negative.
  * <li>Lengths are in bytes and counts in elements. They reach the library unchanged and are not compared with
  *     the length of the array. With a length that is greater than its array, the library finds zeroes
  *     behind the bytes of the array, up to 64 KiB, and crashes behind those.
  * <li>A null array reaches the library as a null pointer. If its length or count is positive, a PIN, a seed
  *     or a template makes the native return {@code CKR_ARGUMENTS_BAD}. The input of the cryptographic
  *     functions is not checked in this way: null with a positive length reaches the library.
- * <li>A null handle or typed constant reaches the library as 4294967295, which it refuses.
+ * <li>A null handle or typed constant reaches the library as {@code CK_UNAVAILABLE_INFORMATION}, which it
+ *     refuses.
  * <li>Arrays and objects belong to the caller. A native copies its input and never changes it, writes its
  *     results into the objects that it was given, and keeps none of them when it returns. The only exception
  *     is the argument of {@link #C_Initialize}. Do not change an argument while a native runs.
@@ -98,8 +101,8 @@ import halvorn.zerlin.constants.CK_USER_TYPE;
  * A template is an array of {@link CK_ATTRIBUTE} and a count. The count must be at most the length of the
  * array; this is not checked. Null with count 0 is an empty template. Null with a positive count makes the
  * native return {@code CKR_ARGUMENTS_BAD}. A null element reaches the library as an attribute of type
- * 4294967295 without a value, which it refuses. The {@code valueLen} of each attribute is not checked, so let
- * the constructors of {@link CK_ATTRIBUTE} set it.
+ * {@code CK_UNAVAILABLE_INFORMATION} without a value, which it refuses. The {@code valueLen} of each
+ * attribute is not checked, so let the constructors of {@link CK_ATTRIBUTE} set it.
  *
  * <h2 id="mechanisms">Mechanisms</h2>
  * A null {@link CK_MECHANISM} makes the native return {@code CKR_ARGUMENTS_BAD}. Let its constructors set
@@ -477,9 +480,9 @@ public final class Cryptoki {
      * Reads attributes of an object (PKCS#11 v2.20, 11.7). Whatever the return value, after the call of the
      * library:
      * <ul>
-     * <li>each {@code valueLen} is the length that the library reports, 4294967295 for an attribute that
-     *     cannot be read; after an error before the library came to the attribute, such as an invalid handle,
-     *     it is the length that the library got;
+     * <li>each {@code valueLen} is the length that the library reports, {@code CK_UNAVAILABLE_INFORMATION}
+     *     for an attribute that cannot be read; after an error before the library came to the attribute,
+     *     such as an invalid handle, it is the length that the library got;
      * <li>each value that was read is in the existing {@code pValue} object, as {@link CK_ATTRIBUTE}
      *     explains.
      * </ul>

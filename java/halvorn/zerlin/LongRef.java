@@ -6,7 +6,7 @@ package halvorn.zerlin;
  * which unit.
  */
 public class LongRef {
-    /** In: the capacity that the caller offers. Out: the number that the library reports, 0 to 4294967295. */
+    /** In: the capacity that the caller offers. Out: the number that the library reports. */
     public long value;
 
     /** Creates a holder of 0. */

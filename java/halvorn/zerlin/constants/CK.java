@@ -13,7 +13,8 @@ public final class CK {
     }
 
     /**
-     * {@code CK_UNAVAILABLE_INFORMATION}, 4294967295 and not -1: the length of an attribute that cannot be
+     * {@code CK_UNAVAILABLE_INFORMATION}, a CK_ULONG of all ones: 4294967295 in a 32-bit JVM, -1 in a 64-bit
+     * one. The length of an attribute that cannot be
      * read, and a count in {@link halvorn.zerlin.CK_TOKEN_INFO} that the token does not report.
      */
     public static final long UNAVAILABLE_INFORMATION = GetConstantValue("UNAVAILABLE_INFORMATION");
@@ -25,7 +26,7 @@ public final class CK {
      * Returns the value of a constant. The only known name is {@code "UNAVAILABLE_INFORMATION"}.
      *
      * @param name the name without {@code CK_}, case-sensitive; must not be null
-     * @return the value, 0 to 4294967295
+     * @return the value
      * @throws UnsupportedOperationException {@code "Constant ... not recognised"} for every other name
      * @throws NullPointerException if the name is null
      */

@@ -15,12 +15,12 @@ import java.util.concurrent.ConcurrentHashMap;
  * <p>The natives write into the objects that they are given. So create a new object for each use, do not
  * share one as a constant, and do not use it as a key of a hash map while a native may still change it.
  *
- * <p>Values are unsigned 32-bit numbers, 0 to 4294967295, including those of a vendor.
+ * <p>The constants are unsigned 32-bit numbers, also in a 64-bit JVM and also those of a vendor.
  */
 public abstract class TypedValue {
     private static final Map<Class<?>, Map<Long, String>> NAMES = new ConcurrentHashMap<>();
 
-    /** The value. Only the low 32 bits reach the library. */
+    /** The value. In a 32-bit JVM only the low 32 bits reach the library. */
     public long m_value;
 
     TypedValue() {

@@ -8,9 +8,11 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
  * A mechanism and an object: the parameter of {@code CKM_ENCODE_X_509_LOCAL_CERT}, a vendor mechanism.
  */
 public class CK_MECH_TYPE_AND_OBJECT {
-    /** The mechanism to work with; null reaches the library as 4294967295. */
+    /** The mechanism to work with; null reaches the library as {@code CK_UNAVAILABLE_INFORMATION}. */
     public CK_MECHANISM_TYPE mechanism = new CK_MECHANISM_TYPE();
-    /** The handle of the object to work with; null reaches the library as 4294967295. */
+    /**
+     * The handle of the object to work with; null reaches the library as {@code CK_UNAVAILABLE_INFORMATION}.
+     */
     public CK_OBJECT_HANDLE hObj = new CK_OBJECT_HANDLE();
 
     /** Creates a parameter whose fields are to be set one by one. */

@@ -9,7 +9,10 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
  * a PKCS#12 file.
  */
 public class CK_PKCS12_PBE_EXPORT_PARAMS {
-    /** The handle of the certificate of the key; null reaches the library as 4294967295. */
+    /**
+     * The handle of the certificate of the key; null reaches the library as {@code
+     * CK_UNAVAILABLE_INFORMATION}.
+     */
     public CK_OBJECT_HANDLE keyCert = new CK_OBJECT_HANDLE();
     /** The password of the authenticated safe, the part of the file that contains keys and certificates. */
     public byte[] passwordAuthSafe;

@@ -29,7 +29,7 @@ public class CK_PKCS12_PBE_IMPORT_PARAMS {
     public long passwordHMACLen;
     /**
      * The attributes that the certificates receive, or null for none. A null element reaches the library as
-     * an attribute of type 4294967295 without a value.
+     * an attribute of type {@code CK_UNAVAILABLE_INFORMATION} without a value.
      */
     public CK_ATTRIBUTE[] certAttr;
     /**

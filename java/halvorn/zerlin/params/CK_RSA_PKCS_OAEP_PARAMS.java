@@ -9,13 +9,16 @@ import halvorn.zerlin.constants.CK_RSA_PKCS_OAEP_SOURCE_TYPE;
  * The parameter of {@code CKM_RSA_PKCS_OAEP} (PKCS#11 v2.20, 12.1).
  */
 public class CK_RSA_PKCS_OAEP_PARAMS {
-    /** The hash function, for example {@code CKM_SHA_1}; null reaches the library as 4294967295. */
+    /**
+     * The hash function, for example {@code CKM_SHA_1}; null reaches the library as {@code
+     * CK_UNAVAILABLE_INFORMATION}.
+     */
     public CK_MECHANISM_TYPE hashAlg = new CK_MECHANISM_TYPE();
     /** The mask generation function, a value of {@link halvorn.zerlin.constants.CKG CKG}. */
     public long mgf;
     /**
      * The source of the encoding parameter: {@code CKZ_DATA_SPECIFIED}; null reaches the library as
-     * 4294967295.
+     * {@code CK_UNAVAILABLE_INFORMATION}.
      */
     public CK_RSA_PKCS_OAEP_SOURCE_TYPE source = new CK_RSA_PKCS_OAEP_SOURCE_TYPE(CKZ.DATA_SPECIFIED);
     /** The encoding parameter (the label), or null for an empty one. */

@@ -8,7 +8,10 @@ import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
  * v2.20, 12.1).
  */
 public class CK_RSA_PKCS_PSS_PARAMS {
-    /** The hash function, for example {@code CKM_SHA_1}; null reaches the library as 4294967295. */
+    /**
+     * The hash function, for example {@code CKM_SHA_1}; null reaches the library as {@code
+     * CK_UNAVAILABLE_INFORMATION}.
+     */
     public CK_MECHANISM_TYPE hashAlg = new CK_MECHANISM_TYPE();
     /** The mask generation function, a value of {@link halvorn.zerlin.constants.CKG CKG}. */
     public long mgf;
