@@ -1,6 +1,9 @@
 // Loads libzerlin once. If that fails, the error says in plain words what is wrong and what to do.
 package halvorn.zerlin;
 
+import java.util.regex.Matcher;
+import java.util.regex.Pattern;
+
 /**
  * The native library {@code libzerlin.so}. {@link Cryptoki}, {@link CTUtil} and
  * {@link halvorn.zerlin.constants.CK CK} load it when they are first used, so a program need not call
@@ -22,6 +25,8 @@ package halvorn.zerlin;
 public final class NativeLibrary {
     /** The system property that may contain the absolute path of the file of the library. */
     public static final String PROPERTY = "halvorn.zerlin.library";
+
+    private static final Pattern WRONG_WIDTH = Pattern.compile("(\\S*lib\\w+\\.so\\S*): wrong ELF class: ELFCLASS(\\d+)");
 
     private static volatile boolean loaded;
 
@@ -51,18 +56,32 @@ public final class NativeLibrary {
             }
             loaded = true;
         } catch (UnsatisfiedLinkError e) {
-            UnsatisfiedLinkError clear = new UnsatisfiedLinkError(explain(e.getMessage(),
-                    System.getProperty("os.arch"), System.getProperty("sun.arch.data.model", "unknown")));
-            clear.initCause(e);
-            throw clear;
+            throw explained(e);
+        } catch (RuntimeException e) {
+            // From Java 24 on the JVM can be told to refuse native code; the class is not known to Java 8.
+            if (!e.getClass().getName().equals("java.lang.IllegalCallerException")) {
+                throw e;
+            }
+            throw explained(e);
         }
+    }
+
+    private static UnsatisfiedLinkError explained(Throwable cause) {
+        UnsatisfiedLinkError clear = new UnsatisfiedLinkError(explain(cause.getMessage(),
+                System.getProperty("os.arch"), System.getProperty("sun.arch.data.model", "unknown")));
+        clear.initCause(cause);
+        return clear;
     }
 
     static String explain(String loaderText, String arch, String width) {
         String text = "Cannot load the native library of Zerlin: " + loaderText;
-        if (!width.equals("32") || loaderText.contains("wrong ELF class")) {
-            text += "\n- libzerlin.so is a 32-bit library: run this program in a 32-bit (i386) JVM;"
-                    + " this one is " + width + "-bit, os.arch " + arch + ".";
+        Matcher wrong = WRONG_WIDTH.matcher(loaderText);
+        if (wrong.find()) {
+            text += "\n- " + wrong.group(1) + " is a " + wrong.group(2) + "-bit library, and this JVM is " + width
+                    + "-bit (os.arch " + arch + "): use a library and a JVM of the same width.";
+        }
+        if (loaderText.contains("llegal native access")) {
+            text += "\n- this JVM refuses native code: start it with --enable-native-access=ALL-UNNAMED.";
         }
         if (loaderText.contains("libcryptoki.so: cannot open")) {
             text += "\n- libcryptoki.so, the PKCS#11 library that it needs, was not found:"
