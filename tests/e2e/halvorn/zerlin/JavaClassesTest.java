@@ -233,7 +233,9 @@ class JavaClassesTest {
     }
 
     @ParameterizedTest
-    @CsvSource({"wrong ELF class, 32, run this program in a 32-bit", "anything, 64, this one is 64-bit",
+    @CsvSource({"x/libzerlin.so: wrong ELF class: ELFCLASS64, 32, '\n- x/libzerlin.so is a 64-bit library, and this JVM is 32'",
+        "x: libcryptoki.so: wrong ELF class: ELFCLASS32, 64, '\n- libcryptoki.so is a 32-bit library, and this JVM is 64'",
+        "Illegal native access from x, 64, --enable-native-access=ALL-UNNAMED",
         "libcryptoki.so: cannot open, 32, put it beside libzerlin.so", "no zerlin in java.library.path, 32, -Djava.lib",
         "Can't load library: x, 32, -Dhalvorn.zerlin.library", "Expecting an absolute path, 32, must be an absolute",
         "already loaded in another classloader, 32, one class loader at a time"})
