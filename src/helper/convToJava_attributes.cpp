@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "helper/convToJava.h"
+#include "helper/elements.h"
 #include "helper/javaNames.h"
 #include "util/fileVersion.h"
 
