@@ -163,12 +163,14 @@ class JavaClassesTest {
         assertThrows(DateTimeException.class, () -> new CK_DATE(-100, 1, 1));
     }
 
+    private static final int ULONG = NativeValue.ULONG_SIZE;
+
     static Object[][] valuesAndLengths() {
         return new Object[][] {
             {null, 0}, {new byte[5], 5}, {"", 0}, {"a\0b", 4}, {"\u07ff\u0800", 5}, {"\ud83d\ude00", 6},
-            {1L << 40, 4}, {1, 4}, {(byte) 1, 1}, {true, 1}, {new CK_BBOOL(true), 1},
-            {new CK_DATE(2024, 7, 15), 8}, {new CK_OBJECT_HANDLE(1), 4}, {new CK_SESSION_HANDLE(1), 4},
-            {new CK_KEY_TYPE(CKK.AES), 4}, {CK_MECHANISM_TYPE.array(3), 12}, {new long[2], 8}, {new int[3], 12},
+            {1L << 40, ULONG}, {1, ULONG}, {(byte) 1, 1}, {true, 1}, {new CK_BBOOL(true), 1},
+            {new CK_DATE(2024, 7, 15), 8}, {new CK_OBJECT_HANDLE(1), ULONG}, {new CK_SESSION_HANDLE(1), ULONG},
+            {new CK_KEY_TYPE(CKK.AES), ULONG}, {CK_MECHANISM_TYPE.array(3), 3 * ULONG}, {new long[2], 2 * ULONG}, {new int[3], 3 * ULONG},
             {new boolean[3], 3}, {new char[3], 3}};
     }
 

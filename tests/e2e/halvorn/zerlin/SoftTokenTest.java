@@ -60,7 +60,8 @@ class SoftTokenTest {
         assertEquals(Set.of(CKM.AES_CBC, CKM.AES_ECB), Set.of(mechanisms[0].m_value, mechanisms[1].m_value));
         assertEquals(0, mechanisms[2].m_value);
         long none = CK.UNAVAILABLE_INFORMATION;
-        assertArrayEquals(new long[] {none, none, none, 8, 4, 1, 8, 5, 4},
+        long ulong = NativeValue.ULONG_SIZE;
+        assertArrayEquals(new long[] {none, none, none, 8, ulong, 1, 2 * ulong, 5, ulong},
                 Stream.of(all).mapToLong(attribute -> attribute.valueLen).toArray());
         assertArrayEquals(new byte[3], (byte[]) all[1].pValue);
     }
