@@ -1883,9 +1883,10 @@ CK_RV CT_ResetToken(
 }
 #endif
 
-/* The layout in bytes, with pointers of 32 and of 64 bits. Not checked in C99, which has no static assertions. */
+/* The layout in bytes, with pointers of 32 and of 64 bits. Not checked in C99, which has no static
+ * assertions. */
 #if defined __cplusplus || __STDC_VERSION__ >= 201112L
-#define ZERLIN_LAYOUT(what, bytes32, bytes64) \
+#define ZERLIN_LAYOUT(what, bytes32, bytes64)                                                                \
     static_assert((what) == (sizeof(void*) == 4 ? (bytes32) : (bytes64)), #what)
 ZERLIN_LAYOUT(sizeof(CK_ULONG), 4, 8);
 ZERLIN_LAYOUT(sizeof(CK_VERSION), 2, 2);
