@@ -1887,7 +1887,8 @@ CK_RV CT_ResetToken(
  * assertions. */
 #if defined __cplusplus || __STDC_VERSION__ >= 201112L
 #define ZERLIN_LAYOUT(what, bytes32, bytes64)                                                                \
-    static_assert((what) == (sizeof(void*) == 4 ? (bytes32) : (bytes64)), #what)
+    static_assert(sizeof(void*) != 4 || (what) == (bytes32), #what);                                         \
+    static_assert(sizeof(void*) != 8 || (what) == (bytes64), #what)
 ZERLIN_LAYOUT(sizeof(CK_ULONG), 4, 8);
 ZERLIN_LAYOUT(sizeof(CK_VERSION), 2, 2);
 ZERLIN_LAYOUT(sizeof(CK_INFO), 76, 88);
