@@ -9,7 +9,7 @@
 
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
-import halvorn.zerlin.params.CK_PBE_PARAMS;
+import halvorn.zerlin.params.*;
 
 import java.io.*;
 import java.lang.instrument.*;
@@ -393,8 +393,10 @@ public final class Attack {
             // The length stays that of the structure, which comes back at the end.
             CK_MECHANISM mechanism = (CK_MECHANISM) target;
             Object structure = mechanism.pParameter;
+            // XLen, which is asserted, comes back into whatever object of the class is there.
+            boolean isKept = structure instanceof Long || structure instanceof CK_KEY_WRAP_SET_OAEP_PARAMS;
             Object[] others = {null, new byte[(int) Math.min(mechanism.parameterLen & 0xFFF, 100)],
-                structure instanceof Long ? structure : structure.getClass().getDeclaredConstructor().newInstance()};
+                isKept ? structure : structure.getClass().getDeclaredConstructor().newInstance()};
             mechanism.pParameter = others[random.nextInt(others.length)];
             change(mechanism.mechanism, random);
             mechanism.pParameter = structure;
