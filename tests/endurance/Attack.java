@@ -298,8 +298,12 @@ public final class Attack {
     // Ends the registration of callbacks that other threads are calling.
     private static void reinitialise(Attack attack) {
         while (!attack.isOver()) {
-            Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.javaLocking());
-            Cryptoki.C_Finalize(null);
+            try {
+                Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.javaLocking());
+                Cryptoki.C_Finalize(null);
+            } catch (IllegalStateException e) {
+                attack.raised.incrementAndGet(); // by a callback that another thread has registered
+            }
         }
     }
 
