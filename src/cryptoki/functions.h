@@ -52,77 +52,31 @@ constexpr void setFailing(CK_RV (*&function)(Args...))
     function = generalError<Args...>;
 }
 
-// Visits the name and the member of every standard function but C_GetFunctionList.
+// Every standard function but C_GetFunctionList.
+// clang-format off
+#define ZERLIN_STANDARD_FUNCTIONS(X)                                                                        \
+    X(C_Initialize) X(C_Finalize) X(C_GetInfo) X(C_GetSlotList) X(C_GetSlotInfo) X(C_GetTokenInfo)          \
+    X(C_GetMechanismList) X(C_GetMechanismInfo) X(C_InitToken) X(C_InitPIN) X(C_SetPIN) X(C_OpenSession)    \
+    X(C_CloseSession) X(C_CloseAllSessions) X(C_GetSessionInfo) X(C_GetOperationState)                      \
+    X(C_SetOperationState) X(C_Login) X(C_Logout) X(C_CreateObject) X(C_CopyObject) X(C_DestroyObject)      \
+    X(C_GetObjectSize) X(C_GetAttributeValue) X(C_SetAttributeValue) X(C_FindObjectsInit)                   \
+    X(C_FindObjects) X(C_FindObjectsFinal) X(C_EncryptInit) X(C_Encrypt) X(C_EncryptUpdate)                 \
+    X(C_EncryptFinal) X(C_DecryptInit) X(C_Decrypt) X(C_DecryptUpdate) X(C_DecryptFinal) X(C_DigestInit)    \
+    X(C_Digest) X(C_DigestUpdate) X(C_DigestKey) X(C_DigestFinal) X(C_SignInit) X(C_Sign)                   \
+    X(C_SignUpdate) X(C_SignFinal) X(C_SignRecoverInit) X(C_SignRecover) X(C_VerifyInit) X(C_Verify)        \
+    X(C_VerifyUpdate) X(C_VerifyFinal) X(C_VerifyRecoverInit) X(C_VerifyRecover)                            \
+    X(C_DigestEncryptUpdate) X(C_DecryptDigestUpdate) X(C_SignEncryptUpdate) X(C_DecryptVerifyUpdate)       \
+    X(C_GenerateKey) X(C_GenerateKeyPair) X(C_WrapKey) X(C_UnwrapKey) X(C_DeriveKey) X(C_SeedRandom)        \
+    X(C_GenerateRandom) X(C_GetFunctionStatus) X(C_CancelFunction) X(C_WaitForSlotEvent)
+// clang-format on
+
+// Visits their names and members.
 template <typename Visit>
 constexpr void forEachStandardFunction(Visit visit)
 {
-    visit("C_Initialize", &CK_FUNCTION_LIST::C_Initialize);
-    visit("C_Finalize", &CK_FUNCTION_LIST::C_Finalize);
-    visit("C_GetInfo", &CK_FUNCTION_LIST::C_GetInfo);
-    visit("C_GetSlotList", &CK_FUNCTION_LIST::C_GetSlotList);
-    visit("C_GetSlotInfo", &CK_FUNCTION_LIST::C_GetSlotInfo);
-    visit("C_GetTokenInfo", &CK_FUNCTION_LIST::C_GetTokenInfo);
-    visit("C_GetMechanismList", &CK_FUNCTION_LIST::C_GetMechanismList);
-    visit("C_GetMechanismInfo", &CK_FUNCTION_LIST::C_GetMechanismInfo);
-    visit("C_InitToken", &CK_FUNCTION_LIST::C_InitToken);
-    visit("C_InitPIN", &CK_FUNCTION_LIST::C_InitPIN);
-    visit("C_SetPIN", &CK_FUNCTION_LIST::C_SetPIN);
-    visit("C_OpenSession", &CK_FUNCTION_LIST::C_OpenSession);
-    visit("C_CloseSession", &CK_FUNCTION_LIST::C_CloseSession);
-    visit("C_CloseAllSessions", &CK_FUNCTION_LIST::C_CloseAllSessions);
-    visit("C_GetSessionInfo", &CK_FUNCTION_LIST::C_GetSessionInfo);
-    visit("C_GetOperationState", &CK_FUNCTION_LIST::C_GetOperationState);
-    visit("C_SetOperationState", &CK_FUNCTION_LIST::C_SetOperationState);
-    visit("C_Login", &CK_FUNCTION_LIST::C_Login);
-    visit("C_Logout", &CK_FUNCTION_LIST::C_Logout);
-    visit("C_CreateObject", &CK_FUNCTION_LIST::C_CreateObject);
-    visit("C_CopyObject", &CK_FUNCTION_LIST::C_CopyObject);
-    visit("C_DestroyObject", &CK_FUNCTION_LIST::C_DestroyObject);
-    visit("C_GetObjectSize", &CK_FUNCTION_LIST::C_GetObjectSize);
-    visit("C_GetAttributeValue", &CK_FUNCTION_LIST::C_GetAttributeValue);
-    visit("C_SetAttributeValue", &CK_FUNCTION_LIST::C_SetAttributeValue);
-    visit("C_FindObjectsInit", &CK_FUNCTION_LIST::C_FindObjectsInit);
-    visit("C_FindObjects", &CK_FUNCTION_LIST::C_FindObjects);
-    visit("C_FindObjectsFinal", &CK_FUNCTION_LIST::C_FindObjectsFinal);
-    visit("C_EncryptInit", &CK_FUNCTION_LIST::C_EncryptInit);
-    visit("C_Encrypt", &CK_FUNCTION_LIST::C_Encrypt);
-    visit("C_EncryptUpdate", &CK_FUNCTION_LIST::C_EncryptUpdate);
-    visit("C_EncryptFinal", &CK_FUNCTION_LIST::C_EncryptFinal);
-    visit("C_DecryptInit", &CK_FUNCTION_LIST::C_DecryptInit);
-    visit("C_Decrypt", &CK_FUNCTION_LIST::C_Decrypt);
-    visit("C_DecryptUpdate", &CK_FUNCTION_LIST::C_DecryptUpdate);
-    visit("C_DecryptFinal", &CK_FUNCTION_LIST::C_DecryptFinal);
-    visit("C_DigestInit", &CK_FUNCTION_LIST::C_DigestInit);
-    visit("C_Digest", &CK_FUNCTION_LIST::C_Digest);
-    visit("C_DigestUpdate", &CK_FUNCTION_LIST::C_DigestUpdate);
-    visit("C_DigestKey", &CK_FUNCTION_LIST::C_DigestKey);
-    visit("C_DigestFinal", &CK_FUNCTION_LIST::C_DigestFinal);
-    visit("C_SignInit", &CK_FUNCTION_LIST::C_SignInit);
-    visit("C_Sign", &CK_FUNCTION_LIST::C_Sign);
-    visit("C_SignUpdate", &CK_FUNCTION_LIST::C_SignUpdate);
-    visit("C_SignFinal", &CK_FUNCTION_LIST::C_SignFinal);
-    visit("C_SignRecoverInit", &CK_FUNCTION_LIST::C_SignRecoverInit);
-    visit("C_SignRecover", &CK_FUNCTION_LIST::C_SignRecover);
-    visit("C_VerifyInit", &CK_FUNCTION_LIST::C_VerifyInit);
-    visit("C_Verify", &CK_FUNCTION_LIST::C_Verify);
-    visit("C_VerifyUpdate", &CK_FUNCTION_LIST::C_VerifyUpdate);
-    visit("C_VerifyFinal", &CK_FUNCTION_LIST::C_VerifyFinal);
-    visit("C_VerifyRecoverInit", &CK_FUNCTION_LIST::C_VerifyRecoverInit);
-    visit("C_VerifyRecover", &CK_FUNCTION_LIST::C_VerifyRecover);
-    visit("C_DigestEncryptUpdate", &CK_FUNCTION_LIST::C_DigestEncryptUpdate);
-    visit("C_DecryptDigestUpdate", &CK_FUNCTION_LIST::C_DecryptDigestUpdate);
-    visit("C_SignEncryptUpdate", &CK_FUNCTION_LIST::C_SignEncryptUpdate);
-    visit("C_DecryptVerifyUpdate", &CK_FUNCTION_LIST::C_DecryptVerifyUpdate);
-    visit("C_GenerateKey", &CK_FUNCTION_LIST::C_GenerateKey);
-    visit("C_GenerateKeyPair", &CK_FUNCTION_LIST::C_GenerateKeyPair);
-    visit("C_WrapKey", &CK_FUNCTION_LIST::C_WrapKey);
-    visit("C_UnwrapKey", &CK_FUNCTION_LIST::C_UnwrapKey);
-    visit("C_DeriveKey", &CK_FUNCTION_LIST::C_DeriveKey);
-    visit("C_SeedRandom", &CK_FUNCTION_LIST::C_SeedRandom);
-    visit("C_GenerateRandom", &CK_FUNCTION_LIST::C_GenerateRandom);
-    visit("C_GetFunctionStatus", &CK_FUNCTION_LIST::C_GetFunctionStatus);
-    visit("C_CancelFunction", &CK_FUNCTION_LIST::C_CancelFunction);
-    visit("C_WaitForSlotEvent", &CK_FUNCTION_LIST::C_WaitForSlotEvent);
+#define ZERLIN_VISIT(name) visit(#name, &CK_FUNCTION_LIST::name);
+    ZERLIN_STANDARD_FUNCTIONS(ZERLIN_VISIT)
+#undef ZERLIN_VISIT
 }
 
 // Visits the vendor's functions.
