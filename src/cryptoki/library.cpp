@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <link.h>
 #include <unistd.h>
 
@@ -41,7 +42,7 @@ std::mutex s_mutex;        // for what follows
 void* s_library = nullptr; // not closed when the process ends: threads may still run its code
 Functions s_functions;
 
-// What the program itself, and every library that looks there first, gets for a name.
+// What a name is in the global scope: that of the program and of what it is linked with.
 void* inProgram(const char* name)
 {
     const Handle program(dlopen(nullptr, RTLD_LAZY));
@@ -71,6 +72,17 @@ int loadingFlags()
     return RTLD_NOW | RTLD_LOCAL | (isLinked() && !hasAllocator ? RTLD_DEEPBIND : 0);
 }
 
+// Whether the loader would take the file: it passes over those of another width.
+bool isOfOurWidth(const char* file)
+{
+    constexpr unsigned char CLASS = sizeof(void*) == 4 ? ELFCLASS32 : ELFCLASS64;
+    unsigned char ident[EI_CLASS + 1] = {};
+    const int opened = open(file, O_RDONLY | O_CLOEXEC);
+    const bool isRead = opened >= 0 && read(opened, ident, sizeof ident) == sizeof ident;
+    if (opened >= 0) close(opened);
+    return isRead && ident[EI_CLASS] == CLASS;
+}
+
 // The file that this library's search finds, in the loader's order; empty if only the loader's cache has it.
 std::string findFile()
 {
@@ -87,7 +99,7 @@ std::string findFile()
     for (const Dl_serpath* folder = folders->dls_serpath; folder != folders->dls_serpath + folders->dls_cnt;
          ++folder) {
         std::string file = std::string(folder->dls_name) + "/" + LIBRARY;
-        if (access(file.c_str(), F_OK) == 0) return file;
+        if (isOfOurWidth(file.c_str())) return file;
     }
     return {};
 }
@@ -98,7 +110,9 @@ std::string findFile()
 std::string refusal()
 {
     const Handle loaded(dlopen(LIBRARY, RTLD_LAZY | RTLD_NOLOAD));
-    if (loaded == nullptr || inProgram("C_Initialize") != nullptr) return {};
+    if (loaded == nullptr) return {};
+    void* const global = inProgram("C_Initialize");
+    if (global != nullptr && global == dlsym(loaded.get(), "C_Initialize")) return {};
     const std::string own = findFile();
     if (own.empty() || Handle(dlopen(own.c_str(), RTLD_LAZY | RTLD_NOLOAD)) == loaded) return {};
     const link_map* map = nullptr;
@@ -135,7 +149,7 @@ try {
     std::string problem = refusal();
     return problem.empty() ? load() : problem;
 } catch (const std::bad_alloc&) {
-    return "out of memory"; // short enough to need none
+    return "out of memory"; // so short that the string allocates nothing
 }
 
 void unloadLibrary()

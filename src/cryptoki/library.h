@@ -9,7 +9,8 @@ namespace zerlin {
 // Loads libcryptoki.so for Java, unless it is loaded. Returns an empty text, or why it cannot be used.
 std::string loadLibrary();
 
-// Lets go of it: the natives are never called again, or loadLibrary comes first.
+// Closes it: no native may run until loadLibrary has succeeded again. For a program that is linked with us it
+// stays open.
 void unloadLibrary();
 
 } // namespace zerlin
