@@ -37,7 +37,10 @@ JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void*)
     }
     const std::string problem = zerlin::loadLibrary();
     if (!problem.empty()) {
-        if (env != nullptr) zerlin::throwUnsatisfiedLink(env, problem.c_str());
+        if (env != nullptr) {
+            zerlin::throwUnsatisfiedLink(env, problem.c_str());
+            zerlin::forgetLookups(env);
+        }
         isLoaded = false;
         return JNI_ERR;
     }

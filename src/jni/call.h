@@ -138,11 +138,11 @@ template <typename Memory, typename Function, typename... Arguments>
         rv = CKR_HOST_MEMORY;
         return true;
     }
-    // Before the call, in which a callback may end the registration.
+    // Before and after the call, during which a registration may end, and another thread's begin.
     const bool asksJVM = mayRaise<Arguments...>();
     rv = std::apply(function, std::tuple_cat(arguments.handOn()...));
     (stage::afterCall(env, rv, arguments), ...);
-    if (asksJVM && env->ExceptionCheck()) return false;
+    if ((asksJVM || hasInitArgs()) && env->ExceptionCheck()) return false;
     return (stage::writeBack(env, rv, arguments) && ...) && (stage::writeBackLast(env, rv, arguments) && ...);
 }
 
