@@ -15,7 +15,7 @@ constexpr std::size_t CHUNK_SIZE = std::size_t{16} << 10;
 // From here on malloc would fetch fresh pages for every call too, one by one.
 constexpr std::size_t BIG = std::size_t{512} << 10;
 // Up to here a mapping has room for a second buffer of the same size.
-constexpr std::size_t TWICE = std::size_t{32} << 20;
+constexpr std::size_t MAX_PAIRED = std::size_t{32} << 20;
 constexpr std::size_t PAGE = std::size_t{4} << 10;
 constexpr std::size_t HUGE_PAGE = std::size_t{2} << 20;
 
@@ -87,7 +87,7 @@ CK_BYTE_PTR CallMemory::takeFromMapping(std::size_t size)
 // of a call share huge pages. What is never touched costs nothing.
 bool CallMemory::map(std::size_t size)
 {
-    const std::size_t room = size <= TWICE ? 2 * size + BIG : size;
+    const std::size_t room = size <= MAX_PAIRED ? 2 * size + BIG : size;
     const std::size_t length = room + 2 * HUGE_PAGE; // where it begins is not known
     auto* const mapping = static_cast<Mapping*>(mapPages(length));
     if (mapping == nullptr) return false;
@@ -113,7 +113,7 @@ CK_BYTE_PTR CallMemory::takeFenced(std::size_t size, std::size_t declared)
         munmap(mapping, length);
         return nullptr;
     }
-    // Behind the one that others may be taken from.
+    // The first mapping stays first: takeFromMapping takes from it.
     Mapping*& place = mappings != nullptr ? mappings->next : mappings;
     *mapping = {place, length, length};
     place = mapping;

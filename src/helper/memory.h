@@ -28,7 +28,7 @@ inline void wipeAndFree(void* memory)
     std::free(memory);
 }
 
-// No buffer is longer: what would be counts as memory that cannot be allocated, on every platform.
+// The greatest size of a buffer. A greater one fails as if memory had run out, on every platform.
 constexpr std::size_t MAX_BUFFER_SIZE = 0x7FFFFFFF;
 
 // The size in bytes of that many elements and some spare bytes, or a size above MAX_BUFFER_SIZE. Every size

@@ -72,11 +72,11 @@ struct Made {
     std::size_t size;
 };
 
-// What was made for a pointer of the structure; the shadow is the size of the outermost structure around it.
-inline Made madeAt(const CK_BYTE* place, std::size_t shadow)
+// What was made for a pointer of the structure; outerSize is that of the outermost structure around it.
+inline Made madeAt(const CK_BYTE* place, std::size_t outerSize)
 {
     static_assert(sizeof(std::size_t) == sizeof(CK_ULONG) && sizeof(CK_BYTE_PTR) == sizeof(CK_ULONG));
-    return {pointerAt(place + shadow), numberAt(place + 2 * shadow)};
+    return {pointerAt(place + outerSize), numberAt(place + 2 * outerSize)};
 }
 
 // Finds the classes of all parameters. False with an exception pending.

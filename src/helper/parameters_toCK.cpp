@@ -28,8 +28,8 @@ struct Reading {
     const char* function; // named by assertions
     jobject object;
     CK_BYTE_PTR data;
-    std::size_t shadow;  // the size of the outermost structure
-    CK_ULONG ckTemp = 0; // the length of the array copied last
+    std::size_t outerSize; // of the outermost structure
+    CK_ULONG ckTemp = 0;   // the length of the array copied last
 };
 
 template <typename Native>
@@ -39,16 +39,16 @@ void put(CK_BYTE_PTR place, Native value)
 }
 
 // Puts a pointer into a structure and its shadows.
-void putMade(CK_BYTE_PTR place, std::size_t shadow, const Made& made)
+void putMade(CK_BYTE_PTR place, std::size_t outerSize, const Made& made)
 {
     put(place, made.data);
-    put(place + shadow, made.data);
-    put(place + 2 * shadow, made.size);
+    put(place + outerSize, made.data);
+    put(place + 2 * outerSize, made.size);
 }
 
 void putMade(Reading& reading, const Member& member, void* data, std::size_t size)
 {
-    putMade(reading.data + member.offset, reading.shadow, {static_cast<CK_BYTE_PTR>(data), size});
+    putMade(reading.data + member.offset, reading.outerSize, {static_cast<CK_BYTE_PTR>(data), size});
 }
 
 // Every reader returns false with an exception pending.
@@ -273,7 +273,7 @@ void freeAttributes(const Made& made)
 }
 
 // Frees what the members point to.
-void freeMembers(const Structure& structure, const CK_BYTE* data, std::size_t shadow)
+void freeMembers(const Structure& structure, const CK_BYTE* data, std::size_t outerSize)
 {
     for (const Member& member : structure.members) {
         switch (member.kind) {
@@ -287,13 +287,13 @@ void freeMembers(const Structure& structure, const CK_BYTE* data, std::size_t sh
             wipeAndFree(pointerAt(data + member.offset));
             break;
         case MemberKind::Nested:
-            freeMembers(*member.structure, data + member.offset, shadow);
+            freeMembers(*member.structure, data + member.offset, outerSize);
             break;
         case MemberKind::Pointed:
             freeStructure(*member.structure, pointerAt(data + member.offset));
             break;
         case MemberKind::Attributes:
-            freeAttributes(madeAt(data + member.offset, shadow));
+            freeAttributes(madeAt(data + member.offset, outerSize));
             break;
         default:
             break;
@@ -379,12 +379,12 @@ std::size_t declaredSize(const Member& member, const CK_BYTE* data, const CK_BYT
 
 // Fences the buffers of which a structure declares more than there is.
 bool fenceMembers(JNIEnv* env, CallMemory& memory, const Structure& structure, CK_BYTE_PTR data,
-    std::size_t shadow, const CK_BYTE* root)
+    std::size_t outerSize, const CK_BYTE* root)
 {
     return std::ranges::all_of(structure.members, [&](const Member& member) {
         CK_BYTE_PTR const place = data + member.offset;
         if (member.kind == MemberKind::Nested)
-            return fenceMembers(env, memory, *member.structure, place, shadow, root);
+            return fenceMembers(env, memory, *member.structure, place, outerSize, root);
         if (member.kind == MemberKind::Pointed) {
             CK_BYTE_PTR const pointed = pointerAt(place);
             return pointed == nullptr ||
@@ -392,9 +392,9 @@ bool fenceMembers(JNIEnv* env, CallMemory& memory, const Structure& structure, C
         }
         const std::size_t declared = declaredSize(member, data, root);
         if (declared == 0 || pointerAt(place) == nullptr) return true;
-        NewValue made{pointerAt(place), 0, madeAt(place, shadow).size};
+        NewValue made{pointerAt(place), 0, madeAt(place, outerSize).size};
         if (!fence(env, memory, static_cast<CK_ULONG>(declared), made)) return false;
-        putMade(place, shadow, {static_cast<CK_BYTE_PTR>(made.data), made.size});
+        putMade(place, outerSize, {static_cast<CK_BYTE_PTR>(made.data), made.size});
         return true;
     });
 }

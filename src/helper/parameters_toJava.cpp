@@ -22,7 +22,7 @@ namespace {
 struct WritingBack {
     JNIEnv* env;
     const CK_BYTE* data;
-    std::size_t shadow; // the size of the outermost structure; 0 if nobody knows what was made for it
+    std::size_t outerSize; // of the outermost structure; 0 if nobody knows what was made for it
     jobject object;
     jobject parameter;
     CK_ULONG parameterLen; // as the Java mechanism declares it
@@ -34,8 +34,8 @@ Made pointedAt(const WritingBack& back, std::size_t offset)
 {
     const CK_BYTE* const place = back.data + offset;
     CK_BYTE_PTR const pointer = pointerAt(place);
-    if (back.shadow == 0) return {pointer, ~std::size_t{0}};
-    const Made made = madeAt(place, back.shadow);
+    if (back.outerSize == 0) return {pointer, ~std::size_t{0}};
+    const Made made = madeAt(place, back.outerSize);
     return made.data == pointer ? made : Made{nullptr, 0};
 }
 
@@ -79,8 +79,8 @@ bool writeBackPointed(const WritingBack& back, const Member& member)
     if (isVersion && back.parameterLen < sizeof(CK_VERSION)) return true;
     const LocalRef<jobject> object(env, GetObjectField(env, back.object, member.field));
     if (object == nullptr) return !env->ExceptionCheck();
-    const std::size_t shadow = back.shadow == 0 ? 0 : member.structure->size;
-    const WritingBack nested{env, pointed, shadow, object, back.parameter, back.parameterLen};
+    const std::size_t outerSize = back.outerSize == 0 ? 0 : member.structure->size;
+    const WritingBack nested{env, pointed, outerSize, object, back.parameter, back.parameterLen};
     return std::ranges::all_of(
         member.structure->members, [&](const Member& part) { return writeBackMember(nested, part); });
 }
@@ -248,13 +248,9 @@ jobject newParameter(JNIEnv* env, const Structure& structure, const CK_BYTE* dat
                                              : ckObjectHandleToJObjectHandle(env, number);
 }
 
-} // namespace
-
-namespace {
-
-// The shadow is that of the native parameter, or 0.
+// outerSize is that of the native parameter, or 0.
 bool writeParameterBack(
-    JNIEnv* env, const CK_MECHANISM& source, const Structure* made, std::size_t shadow, jobject target)
+    JNIEnv* env, const CK_MECHANISM& source, const Structure* made, std::size_t outerSize, jobject target)
 {
     const jclass cls = FindClass(env, java::MECHANISM.cls);
     if (cls == nullptr) return false;
@@ -271,7 +267,7 @@ bool writeParameterBack(
     if (FindClass(env, structure->cls) == nullptr) return false;
     if (!IsInstanceOf(env, parameter, structure->cls)) return true;
     const auto* const data = static_cast<const CK_BYTE*>(source.pParameter);
-    const WritingBack back{env, data, shadow, parameter, parameter, parameterLen};
+    const WritingBack back{env, data, outerSize, parameter, parameter, parameterLen};
     return std::ranges::all_of(structure->members,
         [&](const Member& member) { return !member.isReturned || writeBackMember(back, member); });
 }
