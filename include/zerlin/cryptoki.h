@@ -20,8 +20,8 @@ extern "C" {
 
 /**
  * @name Basic types (PKCS#11 section 9)
- * A CK_ULONG is as wide as a pointer. Text in CK_UTF8CHAR and CK_CHAR arrays
- * is padded with blanks, without a terminating NUL unless a member says otherwise.
+ * A CK_ULONG is as wide as a pointer. Text in CK_UTF8CHAR and CK_CHAR arrays is padded with blanks, without a
+ * terminating NUL unless a member says otherwise.
  * @{
  */
 typedef unsigned char CK_BYTE;

@@ -57,10 +57,9 @@ import java.util.Arrays;
  */
 public class CK_ATTRIBUTE {
     /**
-     * The type of the attribute; null reaches the library as
-     * {@code CK_UNAVAILABLE_INFORMATION}. The natives change it only if it is
-     * 65535, {@link halvorn.zerlin.constants.CKA#WILDCARD}, which stands for any type: it then receives the
-     * type that was found.
+     * The type of the attribute; null reaches the library as {@code CK_UNAVAILABLE_INFORMATION}. The natives
+     * change it only if it is 65535, {@link halvorn.zerlin.constants.CKA#WILDCARD}, which stands for any
+     * type: it then receives the type that was found.
      */
     public CK_ATTRIBUTE_TYPE type;
     /**
@@ -71,13 +70,14 @@ public class CK_ATTRIBUTE {
      */
     public Object pValue;
     /**
-     * In: the length of the value in bytes; for a value that is read, the capacity. It is not checked: a
-     * length that is greater than that of the value makes the library read or write beyond the memory of the
-     * value. Out: the length in bytes that the library reports,
-     * {@code CK_UNAVAILABLE_INFORMATION} for an attribute that cannot be read. After an error before the
-     * library came to this attribute, such as an invalid handle, it is still the length that the library got:
-     * look at the return value first. Set it anew before you use the attribute again: {@code
-     * CK_UNAVAILABLE_INFORMATION} would be the capacity.
+     * In: the length of the value in bytes; for a value that is read, the capacity. It is not checked: with a
+     * length that is too great the library finds zeroes behind the value, up to 64 KiB, and crashes behind
+     * those.
+     *
+     * <p>Out: the length in bytes that the library reports, {@code CK_UNAVAILABLE_INFORMATION} for an
+     * attribute that cannot be read. After an error before the library came to this attribute, such as an
+     * invalid handle, it is still the length that the library got: look at the return value first. Set it
+     * anew before you use the attribute again: {@code CK_UNAVAILABLE_INFORMATION} would be the capacity.
      */
     public long valueLen;
 

@@ -223,7 +223,8 @@ public final class CTUtil {
      *
      * <pre>{@code
      * CK_KEY_TYPE type = new CK_KEY_TYPE();
-     * CTUtil.CTU_GetAttributeValue(session, key, new CK_ATTRIBUTE_TYPE(CKA.KEY_TYPE), type, 4, length);
+     * long size = new CK_ATTRIBUTE(CKA.KEY_TYPE, type).valueLen; // 4 in a 32-bit JVM, 8 in a 64-bit one
+     * CTUtil.CTU_GetAttributeValue(session, key, new CK_ATTRIBUTE_TYPE(CKA.KEY_TYPE), type, size, length);
      * }</pre>
      *
      * @param hSession    the session
@@ -252,8 +253,9 @@ public final class CTUtil {
      * @param type       the type of the attribute
      * @param pValue     the value, of a class that {@link CK_ATTRIBUTE} lists; use a {@code long[]} instead
      *                   of an {@code int[]}, which would lose every second element; null only with length 0
-     * @param ulValueLen the length of the native form of {@code pValue} in bytes; not checked: a greater one
-     *                   makes the library read beyond the memory of the value
+     * @param ulValueLen the length of the native form of {@code pValue} in bytes; not checked: with a
+     *                   greater one the library finds zeroes behind the value, up to 64 KiB, and crashes
+     *                   behind those
      * @return {@code CKR_OK}, or for example {@code CKR_ATTRIBUTE_READ_ONLY},
      *         {@code CKR_ATTRIBUTE_VALUE_INVALID}, {@code CKR_ATTRIBUTE_TYPE_INVALID}
      * @throws UnsupportedOperationException if the value has no native form

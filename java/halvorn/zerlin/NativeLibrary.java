@@ -26,7 +26,7 @@ public final class NativeLibrary {
     /** The system property that may contain the absolute path of the file of the library. */
     public static final String PROPERTY = "halvorn.zerlin.library";
 
-    private static final Pattern WRONG_WIDTH = Pattern.compile("(\\S*lib\\w+\\.so\\S*): wrong ELF class: ELFCLASS(\\d+)");
+    private static final Pattern WRONG_WIDTH = Pattern.compile("(\\S+): wrong ELF class: ELFCLASS(\\d+)");
 
     private static volatile boolean loaded;
 

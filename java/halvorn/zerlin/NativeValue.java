@@ -8,7 +8,7 @@ import halvorn.zerlin.constants.TypedValue;
 final class NativeValue {
     static final long UNKNOWN = -1;
 
-    // The width of a CK_ULONG in bytes: the library has the JVM's own width. Nothing else depends on it.
+    // The width of a CK_ULONG in bytes: the library has the JVM's own width.
     static final int ULONG_SIZE = isJvm64Bit() ? 8 : 4;
     private static final int DATE_SIZE = 8;
 

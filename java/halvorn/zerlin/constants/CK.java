@@ -13,9 +13,9 @@ public final class CK {
     }
 
     /**
-     * {@code CK_UNAVAILABLE_INFORMATION}, a CK_ULONG of all ones: 4294967295 in a 32-bit JVM, -1 in a 64-bit
-     * one. The length of an attribute that cannot be
-     * read, and a count in {@link halvorn.zerlin.CK_TOKEN_INFO} that the token does not report.
+     * {@code CK_UNAVAILABLE_INFORMATION}: the length of an attribute that cannot be read, and a count in
+     * {@link halvorn.zerlin.CK_TOKEN_INFO} that the token does not report. It is a CK_ULONG of all ones:
+     * 4294967295 in a 32-bit JVM, -1 in a 64-bit one.
      */
     public static final long UNAVAILABLE_INFORMATION = GetConstantValue("UNAVAILABLE_INFORMATION");
 
