@@ -1,7 +1,8 @@
 // Zerlin beside the PKCS#11 binding inside the JDK: the same operations in one JVM, in one run, over one
 // Cryptoki library that does nothing, so that only the bindings are compared.
 //
-// Arguments: the file of that library, the nanoseconds that SoftTokenCipher printed (or nothing), and --quick.
+// Arguments: the file of that library, the nanoseconds that SoftTokenCipher printed (or nothing), a file that gets the
+// ratios for the chart, and --quick.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 import halvorn.zerlin.Cryptoki;
@@ -80,6 +81,7 @@ final class Bench {
         bench.printPayloads(arguments[1]);
         bench.printTemplates();
         bench.printThreads();
+        bench.writeRatios(Path.of(arguments[2]));
         System.out.printf("%nTargets met: %d of %d.%n", bench.met, bench.targets);
     }
 
@@ -132,6 +134,17 @@ final class Bench {
         double mean = Math.exp(logarithms / (Operation.values().length - 1));
         System.out.printf("%-70s %7.2f", "Geometric mean without the mechanism list", mean);
         check(mean, 0.7);
+    }
+
+    // One line for each bar: the ratio and the operation.
+    private void writeRatios(Path file) throws Exception {
+        List<String> lines = new ArrayList<>();
+        operations.forEach((operation, pair) -> {
+            if (operation != Operation.MECHANISM_LIST) {
+                lines.add("%.2f\t%s".formatted(pair.get(0).median() / pair.get(1).median(), operation.text));
+            }
+        });
+        Files.write(file, lines);
     }
 
     private static double limit(Operation operation, double theirs) {
