@@ -6,6 +6,12 @@ set(zerlin_jni_headers ${PROJECT_BINARY_DIR}/java/headers)
 set(zerlin_jar ${PROJECT_BINARY_DIR}/zerlin.jar)
 set(zerlin_manifest ${PROJECT_BINARY_DIR}/java/MANIFEST.MF)
 
+# A program that loads another library than its jar's gets an error that says so.
+file(STRINGS java/halvorn/zerlin/NativeLibrary.java version REGEX "VERSION = \"${PROJECT_VERSION}\"")
+if(NOT version)
+    message(FATAL_ERROR "NativeLibrary.VERSION is not ${PROJECT_VERSION}, the version in CMakeLists.txt.")
+endif()
+
 # Rewritten only when it changes, so that a new version makes a new jar and nothing else does.
 file(CONFIGURE OUTPUT ${zerlin_manifest} @ONLY
     CONTENT "Implementation-Title: @PROJECT_NAME@\nImplementation-Version: @PROJECT_VERSION@\n")

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
+
 #include <dlfcn.h>
 
 namespace softtoken {
@@ -70,14 +72,75 @@ Functions resolved(void* handle, const void* image, const CK_FUNCTION_LIST* list
     return found;
 }
 
+const char* variable(const char* name)
+{
+    const char* const value = secure_getenv(name);
+    return value != nullptr && *value != '\0' ? value : nullptr;
+}
+
+const char* modulePath()
+{
+    const char* const chosen = variable("ZERLIN_MODULE");
+    return chosen != nullptr ? chosen : DEFAULT_MODULE;
+}
+
+// What the module may look at that the caller of C_Initialize does not see.
+void printRefusal(CK_RV rv)
+{
+    const char* const path = modulePath();
+    std::fprintf(
+        stderr, "zerlin: the PKCS#11 module %s does not start (C_Initialize returns 0x%lx); ", path, rv);
+    if (std::strstr(path, "softhsm") != nullptr) {
+        const char* const configuration = variable("SOFTHSM2_CONF");
+        std::fprintf(stderr,
+            "SoftHSM reads %s%s: this user must be able to read that file, and to write in the folder that "
+            "it "
+            "names in directories.tokendir\n",
+            configuration != nullptr ? configuration : "/etc/softhsm/softhsm2.conf",
+            configuration != nullptr ? "" : ", because SOFTHSM2_CONF is not set");
+    } else if (variable("ZERLIN_MODULE_ARGS") == nullptr) {
+        std::fprintf(stderr, "see its documentation; if it needs parameters, set ZERLIN_MODULE_ARGS\n");
+    } else {
+        std::fprintf(stderr, "see its documentation, and look at the parameters in ZERLIN_MODULE_ARGS\n");
+    }
+}
+
+// The initialisation structure of modules that take parameters: the standard's, with the text before its end.
+struct InitArgsWithParameters {
+    CK_CREATEMUTEX CreateMutex;
+    CK_DESTROYMUTEX DestroyMutex;
+    CK_LOCKMUTEX LockMutex;
+    CK_UNLOCKMUTEX UnlockMutex;
+    CK_FLAGS flags;
+    const char* parameters;
+    CK_VOID_PTR pReserved;
+};
+
+decltype(&C_Initialize) moduleInitialize;
+
+// Stands in for the module's C_Initialize.
+CK_RV initialize(CK_VOID_PTR pInitArgs)
+{
+    InitArgsWithParameters args{};
+    args.parameters = variable("ZERLIN_MODULE_ARGS");
+    if (args.parameters != nullptr) {
+        if (const auto* const given = static_cast<const CK_C_INITIALIZE_ARGS*>(pInitArgs)) {
+            std::memcpy(&args, given, offsetof(CK_C_INITIALIZE_ARGS, pReserved));
+            args.pReserved = given->pReserved;
+        }
+        pInitArgs = &args;
+    }
+    const CK_RV rv = moduleInitialize(pInitArgs);
+    if (rv != CKR_OK && rv != CKR_CRYPTOKI_ALREADY_INITIALIZED && rv != CKR_CANT_LOCK) printRefusal(rv);
+    return rv;
+}
+
 // Loads the module that the environment variable ZERLIN_MODULE names, or else the default one. The variable
 // is ignored in set-user-ID programs. The module is never unloaded, because other threads may still run its
 // code while the process ends.
 Functions loadModule()
 {
-    const char* const chosen = secure_getenv("ZERLIN_MODULE");
-    const char* const path = chosen != nullptr && *chosen != '\0' ? chosen : DEFAULT_MODULE;
-
+    const char* const path = modulePath();
     void* const handle = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (handle == nullptr) return unusable(path, dlerror());
     void* const getList = dlsym(handle, "C_GetFunctionList");
@@ -90,7 +153,9 @@ Functions loadModule()
     const CK_RV rv = reinterpret_cast<CK_C_GetFunctionList>(getList)(&list);
     if (rv != CKR_OK || list == nullptr) return unusable(path, "its C_GetFunctionList fails");
     if (list->version.major < 2) return unusable(path, "it is older than PKCS#11 2.0");
-    return resolved(handle, image, list);
+    Functions found = resolved(handle, image, list);
+    moduleInitialize = std::exchange(found.standard.C_Initialize, initialize);
+    return found;
 }
 
 } // namespace

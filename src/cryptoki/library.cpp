@@ -1,5 +1,6 @@
 // Finds libcryptoki.so, as the system's loader does for a library that this one is linked with: in the
-// folders of LD_LIBRARY_PATH, beside this file, then where the loader looks for every library.
+// folders of LD_LIBRARY_PATH, beside this file, then where the loader looks for every library. Where there is
+// none, it takes the embedded one, which lies in a folder of its own so that an HSM's library is found first.
 //
 // It is loaded here and not linked, because of its names. It may have functions of its own that are named
 // like ours, and its calls of them must reach its own ones. A library that is linked finds ours first; one
@@ -30,6 +31,8 @@ std::atomic<const Functions*> foundFunctions;
 namespace {
 
 constexpr char LIBRARY[] = "libcryptoki.so";
+constexpr char EMBEDDED[] = "zerlin/libcryptoki.so"; // from the folder of this file
+constexpr char NOT_FOUND[] = "libcryptoki.so: cannot open shared object file";
 
 struct Close {
     void operator()(void* handle) const { dlclose(handle); }
@@ -83,12 +86,22 @@ bool isOfOurWidth(const char* file)
     return isRead && ident[EI_CLASS] == CLASS;
 }
 
+std::string ownFile()
+{
+    Dl_info info;
+    return dladdr(reinterpret_cast<void*>(FindAttr), &info) != 0 ? info.dli_fname : "";
+}
+
+std::string embeddedFile()
+{
+    const std::string own = ownFile();
+    return own.substr(0, own.rfind('/') + 1) + EMBEDDED;
+}
+
 // The file that this library's search finds, in the loader's order; empty if only the loader's cache has it.
 std::string findFile()
 {
-    Dl_info info;
-    if (dladdr(reinterpret_cast<void*>(FindAttr), &info) == 0) return {};
-    const Handle self(dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD));
+    const Handle self(dlopen(ownFile().c_str(), RTLD_LAZY | RTLD_NOLOAD));
     Dl_serinfo size;
     if (self == nullptr || dlinfo(self.get(), RTLD_DI_SERINFOSIZE, &size) != 0) return {};
     std::vector<Dl_serinfo> memory(size.dls_size / sizeof size + 1); // its end is an array without a bound
@@ -106,25 +119,32 @@ std::string findFile()
 
 // The loader knows a library by its name: if one is loaded, it is used whatever lies where we look. That is
 // right for the program's own, and wrong for one that another Java library, or another copy of this one, has
-// loaded from elsewhere: calls and PINs would go to its HSM.
-std::string refusal()
+// loaded from elsewhere: calls and PINs would go to its HSM. A file that was chosen must be the one.
+std::string refusal(const std::string& file)
 {
     const Handle loaded(dlopen(LIBRARY, RTLD_LAZY | RTLD_NOLOAD));
-    if (loaded == nullptr) return {};
+    void* const used = s_library != nullptr ? s_library : loaded.get();
+    if (used == nullptr) return {};
     void* const global = inProgram("C_Initialize");
-    if (global != nullptr && global == dlsym(loaded.get(), "C_Initialize")) return {};
-    const std::string own = findFile();
-    if (own.empty() || Handle(dlopen(own.c_str(), RTLD_LAZY | RTLD_NOLOAD)) == loaded) return {};
+    if (file.empty() && (used == s_library || (global != nullptr && global == dlsym(used, "C_Initialize"))))
+        return {};
+    const std::string own = file.empty() ? findFile() : file;
+    if (own.empty() || Handle(dlopen(own.c_str(), RTLD_LAZY | RTLD_NOLOAD)).get() == used) return {};
     const link_map* map = nullptr;
-    dlinfo(loaded.get(), RTLD_DI_LINKMAP, &map);
+    dlinfo(used, RTLD_DI_LINKMAP, &map);
     return std::string(LIBRARY) + " is already loaded in this process, from " + map->l_name +
            ", and would be used instead of " + own + ": use one JVM for each HSM library";
 }
 
-std::string load()
+std::string load(const std::string& file)
 {
-    Handle library(dlopen(LIBRARY, loadingFlags()));
-    if (library == nullptr) return dlerror();
+    Handle library(dlopen(file.empty() ? LIBRARY : file.c_str(), loadingFlags()));
+    if (library == nullptr) {
+        std::string problem = dlerror();
+        if (!problem.starts_with(NOT_FOUND)) return problem;
+        library.reset(dlopen(embeddedFile().c_str(), loadingFlags()));
+        if (library == nullptr) return problem;
+    }
     const char* missing = nullptr;
     const auto find = [&](const char* name, auto& function) {
         void* const symbol = dlsym(library.get(), name);
@@ -134,7 +154,7 @@ std::string load()
     s_functions = {};
     forEachStandardFunction([&](const char* name, auto member) { find(name, s_functions.standard.*member); });
     forEachVendorFunction([&](const char* name, auto member) { find(name, s_functions.*member); });
-    if (missing != nullptr) return std::string(LIBRARY) + ": undefined symbol: " + missing;
+    if (missing != nullptr) return (file.empty() ? LIBRARY : file) + ": undefined symbol: " + missing;
     s_library = library.release();
     foundFunctions.store(&s_functions, std::memory_order_release);
     return {};
@@ -142,12 +162,12 @@ std::string load()
 
 } // namespace
 
-std::string loadLibrary()
+std::string loadLibrary(const std::string& chosen)
 try {
     const std::lock_guard lock(s_mutex);
-    if (s_library != nullptr) return {};
-    std::string problem = refusal();
-    return problem.empty() ? load() : problem;
+    const std::string file = chosen == "embedded" ? embeddedFile() : chosen;
+    std::string problem = refusal(file);
+    return problem.empty() && s_library == nullptr ? load(file) : problem;
 } catch (const std::bad_alloc&) {
     return "out of memory"; // so short that the string allocates nothing
 }
@@ -164,7 +184,7 @@ void unloadLibrary()
 const Functions& findFunctions()
 try {
     const std::lock_guard lock(s_mutex);
-    const std::string problem = s_library == nullptr ? load() : std::string();
+    const std::string problem = s_library == nullptr ? load({}) : std::string();
     if (problem.empty()) return s_functions;
     if (foundFunctions.exchange(&FAILING) == nullptr)
         std::fprintf(stderr,

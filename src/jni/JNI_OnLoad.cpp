@@ -3,6 +3,8 @@
 
 #include <jni.h>
 
+#include <dlfcn.h>
+
 #include "cryptoki/library.h"
 #include "helper/jutil.h"
 #include "jni/mutexCallbacks.h"
@@ -26,6 +28,60 @@ JNIEnv* environment(JavaVM* vm)
     return vm->GetEnv(&env, JNI_VERSION_1_2) == JNI_OK ? static_cast<JNIEnv*>(env) : nullptr;
 }
 
+// The file that holds this code; empty if the system cannot say.
+const char* ownFile()
+{
+    Dl_info info;
+    return dladdr(reinterpret_cast<void*>(&isLoaded), &info) != 0 ? info.dli_fname : "";
+}
+
+jbyteArray newBytes(JNIEnv* env, std::string_view text)
+{
+    const auto length = static_cast<jsize>(text.size());
+    const jbyteArray bytes = env->NewByteArray(length);
+    if (bytes != nullptr)
+        env->SetByteArrayRegion(bytes, 0, length, reinterpret_cast<const jbyte*>(text.data()));
+    return bytes;
+}
+
+// Asks the Java class whether this library is its version's, and which Cryptoki library the program wants.
+// Classes of a version that had no such method want what the search finds. False when an exception is
+// pending.
+bool askJava(JNIEnv* env, std::string& chosen)
+{
+    const jclass nativeLibrary = env->FindClass("halvorn/zerlin/NativeLibrary");
+    const jmethodID onLoad =
+        nativeLibrary == nullptr ? nullptr : env->GetStaticMethodID(nativeLibrary, "onLoad", "([B[B)[B");
+    if (onLoad == nullptr) {
+        env->ExceptionClear();
+        return true;
+    }
+    const jbyteArray version = newBytes(env, ZERLIN_VERSION);
+    const jbyteArray file = version == nullptr ? nullptr : newBytes(env, ownFile());
+    if (file == nullptr) return false;
+    const auto path =
+        static_cast<jbyteArray>(env->CallStaticObjectMethod(nativeLibrary, onLoad, version, file));
+    if (env->ExceptionCheck()) return false;
+    if (path == nullptr) return true;
+    chosen.resize(static_cast<std::size_t>(env->GetArrayLength(path)));
+    env->GetByteArrayRegion(
+        path, 0, static_cast<jsize>(chosen.size()), reinterpret_cast<jbyte*>(chosen.data()));
+    return !env->ExceptionCheck();
+}
+
+// False when it cannot be used; an exception says why.
+bool load(JNIEnv* env)
+try {
+    std::string chosen;
+    if (env != nullptr && !askJava(env, chosen)) return false;
+    const std::string problem = zerlin::loadLibrary(chosen);
+    if (!problem.empty() && env != nullptr) zerlin::throwUnsatisfiedLink(env, problem.c_str());
+    return problem.empty();
+} catch (const std::bad_alloc&) {
+    zerlin::throwOutOfMemory(env); // of `chosen`: there is an environment
+    return false;
+}
+
 } // namespace
 
 JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void*)
@@ -35,12 +91,8 @@ JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void*)
         if (env != nullptr) zerlin::throwUnsatisfiedLink(env, IS_LOADED);
         return JNI_ERR; // the JVM calls no JNI_OnUnload for this load
     }
-    const std::string problem = zerlin::loadLibrary();
-    if (!problem.empty()) {
-        if (env != nullptr) {
-            zerlin::throwUnsatisfiedLink(env, problem.c_str());
-            zerlin::forgetLookups(env);
-        }
+    if (!load(env)) {
+        if (env != nullptr) zerlin::forgetLookups(env);
         isLoaded = false;
         return JNI_ERR;
     }

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <mutex>
 
+#include <dlfcn.h>
+
 #include "helper/javaNames.h"
 #include "util/fileVersion.h"
 
@@ -73,11 +75,30 @@ void fillAdapter(JNIEnv* env, jobject jInitArgs, CK_C_INITIALIZE_ARGS* adapter)
     adapter->pReserved = GetObjectField(env, jInitArgs, java::INITIALIZE_ARGS.reserved);
 }
 
+// Null where no libjvm is loaded. It is not linked, so that programs without a JVM can use this library.
+decltype(&JNI_GetCreatedJavaVMs) findGetCreatedJavaVMs()
+{
+    constexpr const char* NAME = "JNI_GetCreatedJavaVMs";
+    void* symbol = dlsym(RTLD_DEFAULT, NAME);
+    if (symbol == nullptr) { // a program may have loaded it for itself only
+        void* const libjvm = dlopen("libjvm.so", RTLD_LAZY | RTLD_NOLOAD);
+        if (libjvm == nullptr) return nullptr;
+        symbol = dlsym(libjvm, NAME);
+        dlclose(libjvm);
+    }
+    return reinterpret_cast<decltype(&JNI_GetCreatedJavaVMs)>(symbol);
+}
+
 JavaVM* createdVM()
 {
+    static std::atomic<decltype(&JNI_GetCreatedJavaVMs)> found; // a JVM is never unloaded
+    if (found == nullptr) found = findGetCreatedJavaVMs();
+    const auto getCreatedJavaVMs = found.load();
     JavaVM* vm = nullptr;
     jsize count = 0;
-    return JNI_GetCreatedJavaVMs(&vm, 1, &count) == JNI_OK && count >= 1 ? vm : nullptr;
+    return getCreatedJavaVMs != nullptr && getCreatedJavaVMs(&vm, 1, &count) == JNI_OK && count >= 1
+               ? vm
+               : nullptr;
 }
 
 // The JVM on the current thread, for the length of one callback. Only the full way through a callback ends

@@ -233,7 +233,7 @@ const zerlin::Functions& zerlin::findFunctions()
     return noting;
 }
 
-std::string zerlin::loadLibrary()
+std::string zerlin::loadLibrary(const std::string&)
 {
     return {};
 }

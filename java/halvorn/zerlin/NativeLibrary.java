@@ -1,6 +1,8 @@
 // Loads libzerlin once. If that fails, the error says in plain words what is wrong and what to do.
 package halvorn.zerlin;
 
+import java.io.File;
+import java.nio.charset.StandardCharsets;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 
@@ -25,6 +27,15 @@ import java.util.regex.Pattern;
 public final class NativeLibrary {
     /** The system property that may contain the absolute path of the file of the library. */
     public static final String PROPERTY = "halvorn.zerlin.library";
+
+    /**
+     * The system property that may contain the absolute path of the file of the Cryptoki library, or the word
+     * {@code embedded} for the one that comes with Zerlin and drives an ordinary PKCS#11 module.
+     */
+    public static final String CRYPTOKI_PROPERTY = "halvorn.zerlin.cryptoki";
+
+    /** The version of these classes, which libzerlin.so must have too. */
+    static final String VERSION = "3.10.0";
 
     private static final Pattern WRONG_WIDTH = Pattern.compile("(\\S+): wrong ELF class: ELFCLASS(\\d+)");
 
@@ -64,6 +75,24 @@ public final class NativeLibrary {
             }
             throw explained(e);
         }
+    }
+
+    // The library calls this while it is loaded. Returns the value of the property, or null if nothing is chosen.
+    private static byte[] onLoad(byte[] version, byte[] file) {
+        String found = new String(version, StandardCharsets.US_ASCII);
+        if (!found.equals(VERSION)) {
+            throw new UnsatisfiedLinkError("zerlin.jar " + VERSION + " needs libzerlin.so " + VERSION + ", found "
+                    + found + " at " + new String(file));
+        }
+        String cryptoki = System.getProperty(CRYPTOKI_PROPERTY, "");
+        if (cryptoki.isEmpty()) {
+            return null;
+        }
+        if (!cryptoki.equals("embedded") && !new File(cryptoki).isAbsolute()) {
+            throw new UnsatisfiedLinkError(
+                    CRYPTOKI_PROPERTY + " must be \"embedded\" or an absolute path, and not " + cryptoki);
+        }
+        return cryptoki.getBytes();
     }
 
     private static UnsatisfiedLinkError explained(Throwable cause) {
