@@ -37,7 +37,38 @@ public final class NativeLibrary {
     /** The version of these classes, which libzerlin.so must have too. */
     static final String VERSION = "3.10.0";
 
-    private static final Pattern WRONG_WIDTH = Pattern.compile("(\\S+): wrong ELF class: ELFCLASS(\\d+)");
+    private static final Pattern PLATFORMS = Pattern.compile("Linux (i[3-6]86|x86|amd64|x86_64)");
+
+    // What the text of the loader says, as a regular expression, and what to do: the first that fits is shown.
+    private static final String[][] ADVICE = {
+        {"(\\S+): wrong ELF class: ELFCLASS(\\d+)",
+            "$1 is a $2-bit library, and this JVM is WIDTH-bit: use a library and a JVM of the same width."},
+        {"llegal native access",
+            "this JVM refuses native code: start it with --enable-native-access=ALL-UNNAMED, or with"
+            + " --enable-native-access=halvorn.zerlin if zerlin.jar is on the module path."},
+        {"libcryptoki\\.so: cannot open",
+            "libcryptoki.so, the PKCS#11 library of the HSM, was not found: put it beside libzerlin.so or in a"
+            + " directory of LD_LIBRARY_PATH, or name its file with -D" + CRYPTOKI_PROPERTY + "=<the file>."},
+        {"(\\S+): undefined symbol: C[_T]",
+            "$1 does not have all functions that are needed: if it is an ordinary PKCS#11 module, start with -D"
+            + CRYPTOKI_PROPERTY + "=embedded and name the module in the environment variable ZERLIN_MODULE."},
+        {"in java\\.library\\.path|Can't load library",
+            "libzerlin.so was not found: start the JVM with -Djava.library.path=<its directory> or with -D" + PROPERTY
+            + "=<the file>."},
+        {"already loaded",
+            "libzerlin.so serves one class loader at a time, and a JVM one HSM library: load zerlin.jar in one"
+            + " class loader that all its users share."},
+        {"Expecting an absolute path", PROPERTY + " must be an absolute path."},
+        {"needs libzerlin\\.so",
+            "zerlin.jar and libzerlin.so must be of the same version: take both from one package."},
+        {"failed to map segment|Operation not permitted",
+            "the file system of the library forbids to run code (noexec): put the library elsewhere."},
+        {"(?i)relocating|ld-linux|GLIBC|musl",
+            "the library needs the C library of Debian 12 (glibc 2.36) or later: it does not run on musl (Alpine Linux)"
+            + " or on older systems."},
+        {"(\\S+): cannot open shared object file",
+            "a library that is needed has not found $1: install it, or name its directory in LD_LIBRARY_PATH."},
+    };
 
     private static volatile boolean loaded;
 
@@ -97,36 +128,28 @@ public final class NativeLibrary {
 
     private static UnsatisfiedLinkError explained(Throwable cause) {
         UnsatisfiedLinkError clear = new UnsatisfiedLinkError(explain(cause.getMessage(),
-                System.getProperty("os.arch"), System.getProperty("sun.arch.data.model", "unknown")));
+                System.getProperty("os.name") + " " + System.getProperty("os.arch"),
+                System.getProperty("sun.arch.data.model", "unknown")));
         clear.initCause(cause);
         return clear;
     }
 
-    static String explain(String loaderText, String arch, String width) {
-        String text = "Cannot load the native library of Zerlin: " + loaderText;
-        Matcher wrong = WRONG_WIDTH.matcher(loaderText);
-        if (wrong.find()) {
-            text += "\n- " + wrong.group(1) + " is a " + wrong.group(2) + "-bit library, and this JVM is " + width
-                    + "-bit (os.arch " + arch + "): use a library and a JVM of the same width.";
+    static String explain(String loaderText, String platform, String width) {
+        StringBuilder text = new StringBuilder("Cannot load the native library of Zerlin: ").append(loaderText);
+        if (!PLATFORMS.matcher(platform).matches()) {
+            text.append("\n- this JVM is for ").append(platform)
+                    .append(", and the library is for Linux on i386 and amd64: use such a JVM.");
         }
-        if (loaderText.contains("llegal native access")) {
-            text += "\n- this JVM refuses native code: start it with --enable-native-access=ALL-UNNAMED.";
+        for (String[] row : ADVICE) {
+            Matcher matcher = Pattern.compile(row[0]).matcher(loaderText);
+            if (matcher.find()) {
+                String advice = row[1].replace("WIDTH", width);
+                for (int group = 1; group <= matcher.groupCount(); group++) {
+                    advice = advice.replace("$" + group, matcher.group(group));
+                }
+                return text.append("\n- ").append(advice).toString();
+            }
         }
-        if (loaderText.contains("libcryptoki.so: cannot open")) {
-            text += "\n- libcryptoki.so, the PKCS#11 library that it needs, was not found:"
-                    + " put it beside libzerlin.so or in a directory of LD_LIBRARY_PATH.";
-        }
-        if (loaderText.contains("in java.library.path") || loaderText.contains("Can't load library")) {
-            text += "\n- libzerlin.so was not found: start the JVM with -Djava.library.path=<its directory>"
-                    + " or with -D" + PROPERTY + "=<the file>.";
-        }
-        if (loaderText.contains("already loaded in another classloader")) {
-            text += "\n- libzerlin.so serves one class loader at a time: load zerlin.jar in one class loader that"
-                    + " all its users share.";
-        }
-        if (loaderText.contains("Expecting an absolute path")) {
-            text += "\n- " + PROPERTY + " must be an absolute path.";
-        }
-        return text;
+        return text.toString();
     }
 }

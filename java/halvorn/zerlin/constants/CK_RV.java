@@ -8,7 +8,8 @@ import halvorn.zerlin.CryptokiException;
  * A native returns a new object each time.
  *
  * <pre>{@code
- * Cryptoki.C_Login(session, new CK_USER_TYPE(CKU.USER), pin, pin.length).orThrow(CKR.USER_ALREADY_LOGGED_IN);
+ * Cryptoki.C_Login(session, new CK_USER_TYPE(CKU.USER), pin, pin.length)
+ *         .orThrow("C_Login", CKR.USER_ALREADY_LOGGED_IN);
  * }</pre>
  */
 public class CK_RV extends TypedValue {
@@ -51,10 +52,7 @@ public class CK_RV extends TypedValue {
      * @throws CryptokiException if this object has any other value
      */
     public CK_RV orThrow() {
-        if (!isOk()) {
-            throw new CryptokiException(this);
-        }
-        return this;
+        return orThrow((String) null);
     }
 
     /**
@@ -65,12 +63,27 @@ public class CK_RV extends TypedValue {
      * @throws CryptokiException if this object has any other value
      */
     public CK_RV orThrow(long... accepted) {
+        return orThrow(null, accepted);
+    }
+
+    /**
+     * Throws an exception that names the call, if the call failed in a way that the caller does not accept.
+     *
+     * @param call the name of the function, for example {@code "C_Login"}; null if it is not known
+     * @param accepted values of {@link CKR} that the caller accepts besides {@code CKR_OK}; must not be null
+     * @return this object, if it is {@code CKR_OK} or an accepted value
+     * @throws CryptokiException if this object has any other value
+     */
+    public CK_RV orThrow(String call, long... accepted) {
         for (long value : accepted) {
             if (m_value == value) {
                 return this;
             }
         }
-        return orThrow();
+        if (!isOk()) {
+            throw new CryptokiException(call, this);
+        }
+        return this;
     }
 
     @Override

@@ -242,7 +242,7 @@ class JavaClassesTest {
         "Can't load library: x, 32, -Dhalvorn.zerlin.library", "Expecting an absolute path, 32, must be an absolute",
         "already loaded in another classloader, 32, one class loader at a time"})
     void aFailedLoadIsExplained(String loaderText, String width, String help) {
-        String text = NativeLibrary.explain(loaderText, "i386", width);
+        String text = NativeLibrary.explain(loaderText, "Linux i386", width);
         assertTrue(text.contains(loaderText) && text.contains("\n- ") && text.contains(help), text);
         assertEquals(2, text.lines().count(), text);
     }
@@ -290,7 +290,9 @@ class JavaClassesTest {
         CK_RV bad = new CK_RV(CKR.PIN_INCORRECT);
         assertTrue(new CK_RV(CKR.OK).orThrow(CKR.CANCEL).is(CKR.OK));
         assertSame(bad, bad.orThrow(CKR.CANCEL, CKR.PIN_INCORRECT));
-        CryptokiException thrown = assertThrows(CryptokiException.class, () -> bad.orThrow(CKR.CANCEL));
-        assertEquals("CKR_PIN_INCORRECT (0xa0)", thrown.getMessage());
+        CryptokiException thrown = assertThrows(CryptokiException.class, () -> bad.orThrow("C_Login", CKR.CANCEL));
+        assertTrue(thrown.getMessage().startsWith("C_Login: CKR_PIN_INCORRECT (0xa0): the PIN is wrong;"));
+        assertEquals("Vendor defined (0x80000129)", new CryptokiException(new CK_RV(0x80000129L)).getMessage());
+        assertTrue(thrown.is(CKR.PIN_INCORRECT) && thrown.getRV().equals(bad) && thrown.getCall().equals("C_Login"));
     }
 }
