@@ -7,9 +7,14 @@
  * The names are those of the PKCS#11 standard: v2.20, with some values of v2.40. Section numbers are those of
  * v2.20. Structures have the platform's natural alignment; their sizes are checked at the end of the
  * file. "The library" is the Cryptoki library, libcryptoki.so.
+ *
+ * A program that uses another PKCS#11 header includes that first, and defines ZERLIN_OTHER_CRYPTOKI before it
+ * includes any header of Zerlin: then only the vendor's functions are declared here.
  */
 #ifndef ZERLIN_CRYPTOKI_H
 #define ZERLIN_CRYPTOKI_H
+
+#ifndef ZERLIN_OTHER_CRYPTOKI
 
 #include <assert.h>
 #include <stddef.h>
@@ -1834,58 +1839,13 @@ CK_RV C_CancelFunction(CK_SESSION_HANDLE hSession);
 CK_RV C_WaitForSlotEvent(CK_FLAGS flags, CK_SLOT_ID_PTR pSlot, CK_VOID_PTR pReserved);
 /** @} */
 
-/**
- * @name Vendor functions
- * Text and PINs are UTF-8 without a terminating NUL; a label is 32 bytes, padded with blanks. The vendor's
- * library defines the return values. The remarks on the embedded libcryptoki.so hold if its module has no
- * function of that name.
- * @{
- */
-/**
- * Copies an object between two sessions, which may be on different tokens.
- *
- * The vendor's library defines which of the two sessions the object is read from. In the embedded
- * libcryptoki.so it is hSession2, and the copy is created in hSession1.
- *
- * @param hSession1    one session
- * @param hSession2    the other session
- * @param hObject      the object to copy
- * @param pTemplate    the attributes in which the copy differs; null if ulCount is 0
- * @param ulCount      attributes in pTemplate
- * @param phNewObject  [out] the copy's handle
- */
-CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
-    CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject);
-/**
- * Initialises a token from a session instead of from a slot.
- *
- * @param hSession  the session
- * @param ulValue   the vendor's library defines its meaning; in the embedded libcryptoki.so, the slot
- * @param pPin      PIN of the new token's security officer
- * @param ulPinLen  bytes in pPin
- * @param pLabel    label of the new token
- */
-CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
-    CK_UTF8CHAR_PTR pLabel);
-/**
- * Erases the token of a session and initialises it again.
- *
- * @param hSession  the session; the embedded libcryptoki.so closes it
- * @param pPin      PIN of the security officer
- * @param ulPinLen  bytes in pPin
- * @param pLabel    the token's label; in the embedded libcryptoki.so, null keeps the present one
- */
-CK_RV CT_ResetToken(
-    CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel);
-/** @} */
-
 #ifdef __cplusplus
 }
 #endif
 
-/* The layout in bytes, with pointers of 32 and of 64 bits. Not checked in C99, which has no static
- * assertions. */
-#if defined __cplusplus || __STDC_VERSION__ >= 201112L
+/* The layout in bytes, with pointers of 32 and of 64 bits. Not checked in C99 and C++98, which
+ * have no static assertions. */
+#if __cplusplus >= 201103L || (!defined __cplusplus && __STDC_VERSION__ >= 201112L)
 #define ZERLIN_LAYOUT(what, bytes32, bytes64)                                                                \
     static_assert(sizeof(void*) != 4 || (what) == (bytes32), #what);                                         \
     static_assert(sizeof(void*) != 8 || (what) == (bytes64), #what)
@@ -1939,6 +1899,61 @@ ZERLIN_LAYOUT(offsetof(CK_TIMESTAMP_PARAMS, timestampFormat), 4, 8);
 ZERLIN_LAYOUT(offsetof(CK_FUNCTION_LIST, C_Initialize), 4, 8);
 ZERLIN_LAYOUT(offsetof(CK_FUNCTION_LIST, C_WaitForSlotEvent), 272, 544);
 #undef ZERLIN_LAYOUT
+#endif
+
+#endif /* ZERLIN_OTHER_CRYPTOKI */
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * @name Vendor functions
+ * Text and PINs are UTF-8 without a terminating NUL; a label is 32 bytes, padded with blanks. The vendor's
+ * library defines the return values. The remarks on the embedded libcryptoki.so hold if its module has no
+ * function of that name.
+ * @{
+ */
+/**
+ * Copies an object between two sessions, which may be on different tokens.
+ *
+ * The vendor's library defines which of the two sessions the object is read from. In the embedded
+ * libcryptoki.so it is hSession2, and the copy is created in hSession1.
+ *
+ * @param hSession1    one session
+ * @param hSession2    the other session
+ * @param hObject      the object to copy
+ * @param pTemplate    the attributes in which the copy differs; null if ulCount is 0
+ * @param ulCount      attributes in pTemplate
+ * @param phNewObject  [out] the copy's handle
+ */
+CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
+    CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject);
+/**
+ * Initialises a token from a session instead of from a slot.
+ *
+ * @param hSession  the session
+ * @param ulValue   the vendor's library defines its meaning; in the embedded libcryptoki.so, the slot
+ * @param pPin      PIN of the new token's security officer
+ * @param ulPinLen  bytes in pPin
+ * @param pLabel    label of the new token
+ */
+CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
+    CK_UTF8CHAR_PTR pLabel);
+/**
+ * Erases the token of a session and initialises it again.
+ *
+ * @param hSession  the session; the embedded libcryptoki.so closes it
+ * @param pPin      PIN of the security officer
+ * @param ulPinLen  bytes in pPin
+ * @param pLabel    the token's label; in the embedded libcryptoki.so, null keeps the present one
+ */
+CK_RV CT_ResetToken(
+    CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel);
+/** @} */
+
+#ifdef __cplusplus
+}
 #endif
 
 #endif
