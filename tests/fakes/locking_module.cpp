@@ -1,9 +1,7 @@
-// A PKCS#11 module that only locks. C_SeedRandom starts as many threads as the seed has bytes and waits for
-// them; each uses the locking callbacks of C_Initialize. C_GetObjectSize reports how many threads have held
-// the shared mutex; if two ever held it at once, the number is too small.
-#pragma GCC visibility push(default)
+// A PKCS#11 module that only locks, and needs the callbacks of C_Initialize for it. C_SeedRandom starts as
+// many threads as the seed has bytes and waits for them. It fails if a callback does, or if two threads ever
+// hold the shared mutex at once.
 #include "zerlin/cryptoki.h"
-#pragma GCC visibility pop
 
 #include <atomic>
 #include <thread>
@@ -14,47 +12,36 @@ namespace {
 CK_C_INITIALIZE_ARGS callbacks;
 CK_VOID_PTR shared;
 std::atomic<bool> isInitialised;
-CK_ULONG turns; // guarded by the shared mutex alone
+std::atomic<int> holders;
 
 CK_RV initialize(CK_VOID_PTR arguments)
 {
-    if (isInitialised) return CKR_CRYPTOKI_ALREADY_INITIALIZED;
-    callbacks = {};
-    if (arguments != nullptr) callbacks = *static_cast<CK_C_INITIALIZE_ARGS*>(arguments);
-    if (callbacks.CreateMutex != nullptr && callbacks.CreateMutex(&shared) != CKR_OK) return CKR_CANT_LOCK;
-    isInitialised = true;
-    return CKR_OK;
+    if (isInitialised.exchange(true)) return CKR_CRYPTOKI_ALREADY_INITIALIZED;
+    callbacks = *static_cast<CK_C_INITIALIZE_ARGS*>(arguments);
+    return callbacks.CreateMutex(&shared);
 }
 
 CK_RV finalize(CK_VOID_PTR)
 {
     if (!isInitialised.exchange(false)) return CKR_CRYPTOKI_NOT_INITIALIZED;
-    return callbacks.DestroyMutex == nullptr ? CKR_OK : callbacks.DestroyMutex(shared);
-}
-
-CK_RV getInfo(CK_INFO_PTR)
-{
-    return isInitialised ? CKR_OK : CKR_CRYPTOKI_NOT_INITIALIZED;
+    return callbacks.DestroyMutex(shared);
 }
 
 void lockAndUnlock(std::atomic<int>& failures)
 {
     CK_VOID_PTR own = nullptr;
     failures += callbacks.CreateMutex(&own) != CKR_OK;
-    failures += callbacks.LockMutex(own) != CKR_OK;
     failures += callbacks.LockMutex(shared) != CKR_OK;
-    const CK_ULONG seen = turns;
+    failures += holders++ != 0;
     std::this_thread::yield();
-    turns = seen + 1;
+    holders--;
     failures += callbacks.UnlockMutex(shared) != CKR_OK;
-    failures += callbacks.UnlockMutex(own) != CKR_OK;
     failures += callbacks.DestroyMutex(own) != CKR_OK;
 }
 
 CK_RV seedRandom(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG length)
 {
     if (!isInitialised) return CKR_CRYPTOKI_NOT_INITIALIZED;
-    if (callbacks.CreateMutex == nullptr) return CKR_OK;
     std::atomic<int> failures = 0;
     {
         std::vector<std::jthread> threads;
@@ -65,12 +52,6 @@ CK_RV seedRandom(CK_SESSION_HANDLE, CK_BYTE_PTR, CK_ULONG length)
     return failures == 0 ? CKR_OK : CKR_CANT_LOCK;
 }
 
-CK_RV getObjectSize(CK_SESSION_HANDLE, CK_OBJECT_HANDLE, CK_ULONG_PTR size)
-{
-    *size = turns;
-    return CKR_OK;
-}
-
 } // namespace
 
 CK_RV C_GetFunctionList(CK_FUNCTION_LIST_PTR_PTR list)
@@ -79,9 +60,7 @@ CK_RV C_GetFunctionList(CK_FUNCTION_LIST_PTR_PTR list)
     functions.version = {2, 20};
     functions.C_Initialize = initialize;
     functions.C_Finalize = finalize;
-    functions.C_GetInfo = getInfo;
     functions.C_SeedRandom = seedRandom;
-    functions.C_GetObjectSize = getObjectSize;
     *list = &functions;
     return CKR_OK;
 }

@@ -1,16 +1,13 @@
 // A PKCS#11 module that lies: it reads inputs as long as they are declared, up to the 64 KiB that the binding
 // promises, fills every output, and reports absurd lengths, counts, handles, pointers and return values. In
-// between it uses the locking callbacks of the last C_Initialize. On the session HONEST two functions do as
-// the checks in tests/endurance/Attack.java expect.
-#pragma GCC visibility push(default)
+// between it uses the locking callbacks of the last C_Initialize. On the session HONEST C_GetAttributeValue
+// does as the check in tests/endurance/Attack.java expects.
 #include "zerlin/cryptoki.h"
-#pragma GCC visibility pop
 
 #include "cryptoki/functions.h"
 
 #include <algorithm>
 #include <atomic>
-#include <cstdint>
 #include <cstring>
 #include <mutex>
 #include <random>
@@ -18,17 +15,15 @@
 namespace {
 
 constexpr CK_SESSION_HANDLE HONEST = 0x7A5EC0DE;
-constexpr CK_BYTE MASK = 0x5A;
 constexpr CK_ULONG PROMISED = 64 << 10;
 
 std::mutex registration;
 CK_C_INITIALIZE_ARGS registered;
 
-std::atomic<unsigned> seeds;
-thread_local std::minstd_rand numbers(++seeds);
-
 CK_ULONG below(CK_ULONG limit)
 {
+    static std::atomic<unsigned> seeds;
+    static thread_local std::minstd_rand numbers(++seeds);
     return static_cast<CK_ULONG>(numbers()) % limit;
 }
 
@@ -39,12 +34,6 @@ CK_ULONG absurd(CK_ULONG real)
     return all[below(std::size(all))];
 }
 
-CK_RV anyResult()
-{
-    const CK_RV all[] = {CKR_OK, CKR_OK, CKR_OK, CKR_BUFFER_TOO_SMALL, absurd(CKR_ATTRIBUTE_SENSITIVE)};
-    return all[below(std::size(all))];
-}
-
 void read(const void* data, CK_ULONG declared)
 {
     const auto* const bytes = static_cast<const volatile CK_BYTE*>(data);
@@ -52,71 +41,53 @@ void read(const void* data, CK_ULONG declared)
         static_cast<void>(bytes[i]);
 }
 
-void fill(void* data, CK_ULONG declared)
+void fill(void* data, CK_ULONG declared, CK_ULONG value = 0x5A)
 {
-    const auto value = static_cast<int>(below(256));
-    if (data != nullptr) std::memset(data, value, std::min(declared, PROMISED));
+    if (data != nullptr) std::memset(data, static_cast<CK_BYTE>(value), std::min(declared, PROMISED));
 }
 
-CK_ULONG promisedRecords(CK_ULONG declared)
+template <typename Use>
+void forEachRecord(CK_ATTRIBUTE_PTR records, CK_ULONG declared, Use use)
 {
-    return std::min<CK_ULONG>(declared, PROMISED / sizeof(CK_ATTRIBUTE));
+    const CK_ULONG count = std::min<CK_ULONG>(declared, PROMISED / sizeof(CK_ATTRIBUTE));
+    if (records != nullptr) std::for_each_n(records, count, use);
 }
 
-// Takes the arguments of a call, one after the other.
+// Takes the arguments of a call, one after the other. A pointer is used when its length comes.
 struct Taker {
-    enum { Nothing, Bytes, Numbers, Records } last = Nothing;
+    bool holdsList; // ends with an array and its count
     CK_BYTE_PTR bytes = nullptr;
     CK_ULONG_PTR numbers = nullptr;
     CK_ATTRIBUTE_PTR records = nullptr;
 
-    void operator()(CK_BYTE_PTR given)
-    {
-        last = Bytes;
-        bytes = given;
-    }
-    void operator()(CK_ATTRIBUTE_PTR given)
-    {
-        last = Records;
-        records = given;
-    }
+    void operator()(CK_BYTE_PTR given) { bytes = given; }
+    void operator()(CK_ATTRIBUTE_PTR given) { records = given; }
     void operator()(CK_ULONG declared)
     {
-        if (last == Bytes) read(bytes, declared);
-        if (last == Numbers) fill(numbers, std::min(declared, PROMISED) * sizeof *numbers); // C_FindObjects
-        for (CK_ULONG i = 0; last == Records && records != nullptr && i < promisedRecords(declared); ++i)
-            read(records[i].pValue, records[i].ulValueLen);
-        last = Nothing;
+        read(bytes, declared);
+        fill(numbers, declared * sizeof *numbers); // C_FindObjects
+        forEachRecord(records, declared, [](CK_ATTRIBUTE& one) { read(one.pValue, one.ulValueLen); });
+        *this = {holdsList};
     }
     void operator()(CK_ULONG_PTR given)
     {
-        if (last == Bytes || last == Numbers) {
-            const CK_ULONG size = last == Bytes ? 1 : sizeof *given;
-            fill(last == Bytes ? static_cast<void*>(bytes) : numbers, std::min(*given, PROMISED) * size);
-            *given = absurd(*given);
-            last = Nothing;
-        } else {
-            last = Numbers;
+        if (bytes == nullptr && numbers == nullptr) {
             numbers = given;
+            return;
         }
+        fill(bytes, *given);
+        fill(numbers, (holdsList ? *given : 1) * sizeof *numbers);
+        *given = absurd(*given);
+        *this = {holdsList};
     }
     void operator()(CK_MECHANISM_PTR given)
     {
         if (given->mechanism != 0) read(given->pParameter, given->ulParameterLen);
     }
-    void operator()(CK_VOID_PTR) {}
-    void operator()(CK_NOTIFY) {}
-    void operator()(CK_BBOOL) {}
-    template <typename Info>
-    void operator()(Info* info)
+    template <typename Other>
+    void operator()(Other given)
     {
-        fill(info, sizeof *info);
-    }
-
-    ~Taker()
-    {
-        if (last == Bytes) read(bytes, sizeof(CK_TOKEN_INFO::label));
-        if (last == Numbers && numbers != nullptr) *numbers = absurd(1);
+        if constexpr (std::is_class_v<std::remove_pointer_t<Other>>) fill(given, sizeof *given);
     }
 };
 
@@ -135,50 +106,33 @@ template <typename... A>
 CK_RV answer(A... arguments)
 {
     if (below(4) == 0) useLocks();
-    Taker taker;
+    Taker taker{sizeof...(A) == 3};
     (taker(arguments), ...);
-    return anyResult();
+    read(taker.bytes, sizeof(CK_TOKEN_INFO::label));
+    if (taker.numbers != nullptr) *taker.numbers = absurd(1);
+    return below(2) == 0 ? CKR_OK : absurd(CKR_BUFFER_TOO_SMALL);
 }
 
 CK_RV initialize(CK_VOID_PTR arguments)
 {
-    std::unique_lock lock(registration);
-    registered =
-        arguments == nullptr ? CK_C_INITIALIZE_ARGS{} : *static_cast<CK_C_INITIALIZE_ARGS*>(arguments);
-    lock.unlock();
-    useLocks();
-    return anyResult();
+    const std::lock_guard lock(registration);
+    registered = {};
+    if (arguments != nullptr) registered = *static_cast<CK_C_INITIALIZE_ARGS*>(arguments);
+    return absurd(CKR_OK);
 }
 
-CK_RV getAttributeValue(CK_SESSION_HANDLE on, CK_OBJECT_HANDLE, CK_ATTRIBUTE_PTR records, CK_ULONG count)
+CK_RV getAttributeValue(
+    CK_SESSION_HANDLE on, CK_OBJECT_HANDLE object, CK_ATTRIBUTE_PTR records, CK_ULONG count)
 {
-    if (on != HONEST && below(4) == 0) useLocks();
-    for (CK_ULONG i = 0; records != nullptr && i < promisedRecords(count); ++i) {
-        CK_ATTRIBUTE& one = records[i];
-        fill(one.pValue, one.ulValueLen);
-        if (on == HONEST && one.pValue != nullptr) std::memset(one.pValue, MASK, one.ulValueLen);
-        if (on == HONEST || below(8) == 0) continue;
+    const CK_RV result = on == HONEST ? CKR_OK : answer(on);
+    forEachRecord(records, count, [=](CK_ATTRIBUTE& one) {
+        fill(one.pValue, one.ulValueLen, object);
+        if (on == HONEST || below(8) == 0) return;
         if (one.type == CKA_WILDCARD) one.type = absurd(CKA_LABEL);
         one.ulValueLen = absurd(one.ulValueLen);
-        if (below(4) == 0) one.pValue = reinterpret_cast<CK_VOID_PTR>(std::uintptr_t{absurd(16)});
-    }
-    return on == HONEST ? CKR_OK : anyResult();
-}
-
-CK_RV getObjectSize(CK_SESSION_HANDLE on, CK_OBJECT_HANDLE object, CK_ULONG_PTR size)
-{
-    if (on != HONEST) return answer(on, object, size);
-    *size = ~object;
-    return CKR_OK;
-}
-
-// Two handles, which are no array and its count.
-CK_RV generateKeyPair(CK_SESSION_HANDLE on, CK_MECHANISM_PTR mechanism, CK_ATTRIBUTE_PTR first,
-    CK_ULONG count, CK_ATTRIBUTE_PTR second, CK_ULONG secondCount, CK_OBJECT_HANDLE_PTR one,
-    CK_OBJECT_HANDLE_PTR two)
-{
-    answer(on, mechanism, first, count, one);
-    return answer(second, secondCount, two);
+        if (below(4) == 0) one.pValue = reinterpret_cast<CK_VOID_PTR>(absurd(16));
+    });
+    return result;
 }
 
 } // namespace
@@ -197,8 +151,6 @@ CK_RV C_GetFunctionList(CK_FUNCTION_LIST_PTR_PTR list)
     zerlin::forEachStandardFunction([](const char*, auto member) { functions.*member = answer; });
     functions.C_Initialize = initialize;
     functions.C_GetAttributeValue = getAttributeValue;
-    functions.C_GetObjectSize = getObjectSize;
-    functions.C_GenerateKeyPair = generateKeyPair;
     *list = &functions;
     return CKR_OK;
 }
