@@ -3,13 +3,12 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
 #include <string>
 
 // The number of lines and their FNV-1a hash.
 inline std::string digest(const std::string& lines)
 {
-    std::uint32_t hash = 0x811C9DC5;
+    unsigned hash = 0x811C9DC5;
     for (const char character : lines)
         hash = (hash ^ static_cast<unsigned char>(character)) * 0x01000193;
     return std::to_string(std::ranges::count(lines, '\n')) + " lines, " + std::to_string(hash);
