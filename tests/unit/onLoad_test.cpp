@@ -1,61 +1,62 @@
-// One image of the library serves one class loader at a time: which JNI_OnLoad is refused, and what stays.
+// One image of the library serves one class loader at a time, and keeps none alive.
 #include "harness/failures.h"
 #include "helper/javaNames.h"
 #include "jni/mutexCallbacks.h"
 
-#include <atomic>
-#include <thread>
-
 namespace {
 
 using namespace jni;
+using namespace zerlin;
 
-const char* const REFUSAL = "java.lang.UnsatisfiedLinkError: this libzerlin.so is already loaded, under "
-                            "another name of the same file, and serves one class loader at a time: load "
-                            "zerlin.jar in one class loader that all its users share";
-
-using OnLoad = JniTest;
+struct OnLoad : JniTest {};
 
 TEST_F(OnLoad, aSecondLoadIsRefusedUntilTheUnloadAndChangesNothing)
 {
     EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
     initialiseWithCallbacks(env);
-    const jobject callbacks = zerlin::gInitArgsObject;
-    const jclass known = zerlin::java::INITIALIZE_ARGS.cls.reference;
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_ERR);
-        EXPECT_EQ(takeException(env), REFUSAL);
-        EXPECT_TRUE(zerlin::gInitArgsObject == callbacks && callbacks != nullptr);
-        EXPECT_TRUE(zerlin::java::INITIALIZE_ARGS.cls.reference == known && known != nullptr);
-    }
+    const jobject callbacks = gInitArgsObject;
+    const jclass known = java::INITIALIZE_ARGS.cls.reference;
+    EXPECT_TRUE(callbacks != nullptr && known != nullptr);
     const auto refused = [] { EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_ERR); };
     for (int number = 1; !watch(env, {.call = number}, refused).failed.empty(); ++number)
         EXPECT_EQ(takeException(env), "java.lang.RuntimeException: injected");
-    EXPECT_EQ(takeException(env), REFUSAL);
+    EXPECT_EQ(takeException(env),
+        "java.lang.UnsatisfiedLinkError: this libzerlin.so is already loaded, under another name of the same "
+        "file, and serves one class loader at a time: load zerlin.jar in one class loader that all its users "
+        "share");
+    EXPECT_TRUE(gInitArgsObject == callbacks && java::INITIALIZE_ARGS.cls.reference == known);
     JNI_OnUnload(jvm(), nullptr);
     EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
 }
 
-TEST_F(OnLoad, ofThreadsThatLoadAtOnceOneSucceeds)
+TEST_F(OnLoad, onlySuccessfulLookupsAreRememberedUntilTheyAreForgotten)
 {
-    for (int round = 0; round < 20; ++round) {
-        std::atomic<int> loaded = 0;
-        std::atomic<int> refused = 0;
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 4; ++i)
-            threads.emplace_back([&] {
-                const AttachedThread attached;
-                const bool isLoaded = JNI_OnLoad(jvm(), nullptr) == JNI_VERSION_1_2;
-                const std::string raised = takeException(attached.env);
-                if (isLoaded && raised.empty()) ++loaded;
-                if (!isLoaded && raised == REFUSAL) ++refused;
+    static int forgotten;
+    static const JNINativeInterface_* real;
+    real = env->functions;
+    forgotten = 0;
+    JNINativeInterface_ table = *real;
+    table.DeleteWeakGlobalRef = [](JNIEnv* e, jweak gone) {
+        ++forgotten, real->DeleteWeakGlobalRef(e, gone);
+    };
+    env->functions = &table;
+    for (int round = 1; round <= 2; ++round) {
+        for (int i = 0; i < 2; ++i) {
+            watch(env, {.lookup = "halvorn/zerlin/LongRef"}, [&] { FindClass(env, java::LONG_REF.cls); });
+            EXPECT_EQ(takeException(env), "java.lang.NoClassDefFoundError: halvorn/zerlin/LongRef");
+        }
+        for (const int calls : {6, 0}) { // two classes, two weak references, a field and a method
+            const Watched watched = watch(env, {}, [&] {
+                EXPECT_NE(zerlin::GetFieldID(env, java::LONG_REF.value), nullptr);
+                EXPECT_NE(zerlin::GetMethodID(env, java::STATE.setValue), nullptr);
             });
-        for (std::thread& thread : threads)
-            thread.join();
-        EXPECT_EQ(loaded, 1);
-        EXPECT_EQ(refused, 3);
-        JNI_OnUnload(jvm(), nullptr);
+            EXPECT_EQ(watched.calls, calls);
+            EXPECT_TRUE(watched.globalRefs.empty());
+        }
+        forgetLookups(env);
+        EXPECT_EQ(forgotten, 2 * round);
     }
+    env->functions = real;
 }
 
 } // namespace
