@@ -9,6 +9,8 @@
 
 namespace jni {
 
+constexpr const char* ALL_ONES = sizeof(CK_ULONG) == 4 ? "0xffffffff" : "0xffffffffffffffff";
+
 // What an argument kind takes, and how it is treated. Held: an object with a number. Bytes: a byte[] and its
 // length; a Label has none. Template: a CK_ATTRIBUTE[] and its count. Value: a bare value and its length, and
 // Served: a LongRef besides. New: an object that receives a number. Record: one that receives information.
@@ -21,9 +23,9 @@ struct Kind {
     // clang-format on
     std::string_view path = {}; // of the object's class, or of the elements of an output
     enum Refused { Never, NullWithLength, Null, NullOrNoLength } refused = Never;
-    bool isSecret = false;             // must be overwritten when the call is over
-    const char* ofNull = "0xffffffff"; // the number of a null object
-    CK_ULONG spare = 1;                // how many elements a buffer has more than were asked for
+    bool isSecret = false;         // must be overwritten when the call is over
+    const char* ofNull = ALL_ONES; // the number of a null object
+    CK_ULONG spare = 1;            // how many elements a buffer has more than were asked for
 
     std::size_t javaCount() const
     {
@@ -40,25 +42,18 @@ struct Kind {
 namespace kinds {
 
 constexpr Kind Number{Kind::Number}, Boolean{Kind::Boolean}, Pointer{Kind::Pointer};
-constexpr Kind InitArgs{Kind::InitArgs};
 constexpr Kind Session{Kind::Held, "CK_SESSION_HANDLE"}, Object{Kind::Held, "CK_OBJECT_HANDLE"};
-constexpr Kind WrappingKey{.form = Kind::Held, .path = "CK_OBJECT_HANDLE", .ofNull = "0"};
 constexpr Kind AttributeType{Kind::Held, "constants/CK_ATTRIBUTE_TYPE"};
 constexpr Kind ClearText{Kind::Bytes, {}, Kind::Never, true}, CipherText{Kind::Bytes};
 constexpr Kind WrappedKey{Kind::Bytes, {}, Kind::Null}, Pin{Kind::Bytes, {}, Kind::NullWithLength, true};
-constexpr Kind OperationState{Kind::Bytes, {}, Kind::NullOrNoLength, true};
 constexpr Kind Label{Kind::Label, {}, Kind::Never, true}, LabelText = Label;
 constexpr Kind Attributes{Kind::Template, {}, Kind::NullWithLength, true};
 constexpr Kind Value{Kind::Value, {}, Kind::Never, true}, ServedValue{Kind::Served, {}, Kind::Null, true};
 constexpr Kind Mechanism{Kind::Mechanism, {}, Kind::Null, true};
 constexpr Kind NewObject{Kind::New, "CK_OBJECT_HANDLE", Kind::Null};
-constexpr Kind OptionalNewKey{Kind::New, "CK_OBJECT_HANDLE"};
 constexpr Kind NewLong{Kind::New, "LongRef", Kind::Null};
 constexpr Kind ClearOutput{Kind::Output, {}, Kind::Null, true}, CipherOutput{Kind::Output, {}, Kind::Null};
-constexpr Kind MechanismList{Kind::Output, "constants/CK_MECHANISM_TYPE", Kind::Null};
-constexpr Kind StateOutput{Kind::Output, {}, Kind::Null, true, "", 0};
 constexpr Kind FoundObjects{Kind::Found, "CK_OBJECT_HANDLE", Kind::Null};
-constexpr Kind RandomBytes{Kind::Random, {}, Kind::NullWithLength, true, "", 0};
 
 } // namespace kinds
 
@@ -67,10 +62,7 @@ constexpr jlong HIGH_HALF = sizeof(CK_ULONG) == 4 ? 0x7'0000'0000 : 0; // of a j
 // The Java arguments of a kind, and the argument in the recorder's line. All numbers and lengths in one call
 // differ, so that each can be found there: they depend on the argument's place. With a size all arrays and
 // capacities have it, so that memory must be allocated.
-struct Made {
-    std::vector<jvalue> arguments;
-    std::string shown;
-};
+using Made = std::pair<std::vector<jvalue>, std::string>;
 inline Made makeArgument(JNIEnv* env, const Kind& kind, std::size_t place, jsize size)
 {
     const Kind::Form form = kind.form;
@@ -82,11 +74,10 @@ inline Made makeArgument(JNIEnv* env, const Kind& kind, std::size_t place, jsize
     if (form == Kind::Number) return {{pack(HIGH_HALF + number)}, shown};
     if (form == Kind::Boolean) return {{pack(jboolean{JNI_TRUE})}, "1"};
     if (form == Kind::Pointer) return {{pack(jobject{})}, "null"};
-    if (form == Kind::InitArgs)
-        return {
-            {pack(make(env, "halvorn/zerlin/CK_C_INITIALIZE_ARGS"))}, "{null, null, null, null, 0, null}"};
     if (kind.isHeld()) return {{pack(object(HIGH_HALF + number))}, form == Kind::Held ? shown : "out"};
-    if (form == Kind::Record) return {{pack(make(env, kind.cls().c_str()))}, "out"};
+    if (form == Kind::Record || form == Kind::InitArgs)
+        return {{pack(make(env, kind.cls().c_str()))},
+            form == Kind::Record ? "out" : "{null, null, null, null, 0, null}"};
     if (form == Kind::Label)
         return {{pack(bytes(env, size == 0 ? "label" : data))}, "[6c6162656c" + std::string(54, '0') + "]"};
 
@@ -97,16 +88,15 @@ inline Made makeArgument(JNIEnv* env, const Kind& kind, std::size_t place, jsize
     if (form == Kind::Mechanism)
         return {{pack(mechanism(env, number, array, length))}, "{" + shown + ", " + shownData + "}"};
     if (form == Kind::Template) {
-        const jobject bits = attribute(env, 289, boxedLong(env, 2048), 4);
-        return {{pack(attributes(env, {attribute(env, 3, array, length), bits})), pack(HIGH_HALF + 2)},
-            "{{3, " + shownData + "}, {289, [00080000], 4}}, 2"};
+        const jobject label = attribute(env, 3, array, length);
+        return {{pack(attributes(env, {label, label})), pack(HIGH_HALF + 2)},
+            "{{3, " + shownData + "}, {3, " + shownData + "}}, 2"};
     }
     const jlong capacity = HIGH_HALF + (size == 0 ? 4 : size);
     if (kind.path == "long")
         array = longs(env, {7, 7, 7, 7, 7, 7});
     else if (!kind.path.empty())
-        array = objects(
-            env, kind.cls().c_str(), {object(7), object(7), object(7), object(7), object(7), object(7)});
+        array = objects(env, kind.cls().c_str(), std::vector(6, object(7)));
     if (form == Kind::Random) return {{pack(array), pack(capacity)}, "out(4)"};
     if (form == Kind::Found) return {{pack(array), pack(capacity), pack(longRef(env, 99))}, "out(4), out"};
     return {{pack(array), pack(longRef(env, capacity))}, "out(4)"};
@@ -126,7 +116,7 @@ struct Native {
         const LocalFrame frame(env);
         std::string text;
         for (std::size_t i = 0; i < kinds.size(); ++i)
-            text += (i == 0 ? "" : ", ") + (i == changed ? other : makeArgument(env, kinds[i], i, 0).shown);
+            text += (i == 0 ? "" : ", ") + (i == changed ? other : makeArgument(env, kinds[i], i, 0).second);
         return name + "(" + text + ")";
     }
 
@@ -135,8 +125,7 @@ struct Native {
         Call made = native;
         made.arguments.clear();
         for (std::size_t i = 0; i < kinds.size(); ++i)
-            std::ranges::copy(
-                makeArgument(env, kinds[i], i, size).arguments, std::back_inserter(made.arguments));
+            std::ranges::copy(makeArgument(env, kinds[i], i, size).first, std::back_inserter(made.arguments));
         return made;
     }
 
@@ -163,15 +152,16 @@ inline const std::vector<Native>& natives()
 #define CT(name) {"CT_" #name, withoutArguments(Java_halvorn_zerlin_Cryptoki_CT_1##name)}
 #define CTU(name) {"CTU_" #name, withoutArguments(Java_halvorn_zerlin_CTUtil_CTU_1##name)}
     static const Group GROUPS[] = {
-        {{InitArgs}, {C(Initialize)}},
+        {{{Kind::InitArgs, "CK_C_INITIALIZE_ARGS"}}, {C(Initialize)}},
         {{Pointer}, {C(Finalize)}},
         {{{Kind::Record, "CK_INFO", Kind::Null}}, {C(GetInfo)}},
         {{Boolean, {Kind::Output, "long", Kind::Null}}, {C(GetSlotList)}},
         {{Number, {Kind::Record, "CK_SLOT_INFO", Kind::Null}}, {C(GetSlotInfo)}},
         {{Number, {Kind::Record, "CK_TOKEN_INFO", Kind::Null}}, {C(GetTokenInfo)}},
         {{Number, NewLong, Pointer}, {C(WaitForSlotEvent)}},
-        {{Number, MechanismList}, {C(GetMechanismList)}},
-        {{Number, {Kind::Held, "constants/CK_MECHANISM_TYPE"}, {Kind::Record, "CK_MECHANISM_INFO", Kind::Null}}, {C(GetMechanismInfo)}},
+        {{Number, {Kind::Output, "constants/CK_MECHANISM_TYPE", Kind::Null}}, {C(GetMechanismList)}},
+        {{Number, {Kind::Held, "constants/CK_MECHANISM_TYPE"}, {Kind::Record, "CK_MECHANISM_INFO", Kind::Null}},
+            {C(GetMechanismInfo)}},
         {{Number, Pin, Label}, {C(InitToken)}},
         {{Session, Pin}, {C(InitPIN), C(SeedRandom)}},
         {{Session, Pin, Pin}, {C(SetPIN)}},
@@ -181,8 +171,8 @@ inline const std::vector<Native>& natives()
         {{Session}, {C(CloseSession), C(Logout), C(FindObjectsFinal), C(GetFunctionStatus), C(CancelFunction)}},
         {{Number}, {C(CloseAllSessions)}},
         {{Session, {Kind::Record, "CK_SESSION_INFO", Kind::Null}}, {C(GetSessionInfo)}},
-        {{Session, StateOutput}, {C(GetOperationState)}},
-        {{Session, OperationState, Object, Object}, {C(SetOperationState)}},
+        {{Session, {Kind::Output, {}, Kind::Null, true, "", 0}}, {C(GetOperationState)}},
+        {{Session, {Kind::Bytes, {}, Kind::NullOrNoLength, true}, Object, Object}, {C(SetOperationState)}},
         {{Session, {Kind::Held, "constants/CK_USER_TYPE"}, Pin}, {C(Login)}},
         {{Session, Attributes, NewObject}, {C(CreateObject)}},
         {{Session, Object, Attributes, NewObject}, {C(CopyObject)}},
@@ -206,10 +196,10 @@ inline const std::vector<Native>& natives()
         {{Session, ClearText, CipherText}, {C(Verify)}},
         {{Session, Mechanism, Attributes, NewObject}, {C(GenerateKey)}},
         {{Session, Mechanism, Attributes, Attributes, NewObject, NewObject}, {C(GenerateKeyPair)}},
-        {{Session, Mechanism, WrappingKey, Object, CipherOutput}, {C(WrapKey)}},
+        {{Session, Mechanism, {.form = Kind::Held, .path = "CK_OBJECT_HANDLE", .ofNull = "0"}, Object, CipherOutput}, {C(WrapKey)}},
         {{Session, Mechanism, Object, WrappedKey, Attributes, NewObject}, {C(UnwrapKey)}},
-        {{Session, Mechanism, Object, Attributes, OptionalNewKey}, {C(DeriveKey)}},
-        {{Session, RandomBytes}, {C(GenerateRandom)}},
+        {{Session, Mechanism, Object, Attributes, {Kind::New, "CK_OBJECT_HANDLE"}}, {C(DeriveKey)}},
+        {{Session, {Kind::Random, {}, Kind::NullWithLength, true, "", 0}}, {C(GenerateRandom)}},
         {{Session, {Kind::Held, "constants/CK_OBJECT_CLASS"}, LabelText, NewObject}, {CTU(FindObject)}},
         {{Session, Object, AttributeType, ServedValue}, {CTU(GetAttributeValue)}},
         {{Session, Object, AttributeType, Value}, {CTU(SetAttributeValue)}},
@@ -218,13 +208,11 @@ inline const std::vector<Native>& natives()
 #undef CT
 #undef CTU
     // clang-format on
-    static const std::vector<Native> all = [] {
-        std::vector<Native> made;
+    static std::vector<Native> all;
+    if (all.empty())
         for (const auto& [kinds, calls] : GROUPS)
             for (const auto& [name, native] : calls)
-                made.push_back({name, native, kinds});
-        return made;
-    }();
+                all.push_back({name, native, kinds});
     return all;
 }
 
