@@ -20,17 +20,6 @@ public final class TestCallbacks {
         return ending("cdlu", "m", TestCallbacks::fail);
     }
 
-    // LockMutex calls C_Finalize and then throws its name.
-    public static CK_C_INITIALIZE_ARGS finalising() {
-        return ending("l", null, name -> {
-            finalise();
-            return fail(name);
-        });
-    }
-
-    // The test that uses it says which function this is.
-    private static native void finalise();
-
     // The calls since the last time: "CreateMutex() LockMutex(m) ".
     public static String takeCalls() {
         String taken = calls.toString();
