@@ -3,8 +3,6 @@
 #include "native_table.h"
 
 #include <cstdint>
-#include <fstream>
-#include <unistd.h>
 
 namespace {
 
@@ -25,16 +23,6 @@ constexpr char SECRET = 0x17;
         found |=
             (words[i - 3] == WORD) & (words[i - 2] == WORD) & (words[i - 1] == WORD) & (words[i] == WORD);
     return found != 0;
-}
-
-// Where the memory of malloc begins.
-const char* heapStart()
-{
-    std::ifstream maps("/proc/self/maps");
-    std::string line;
-    while (std::getline(maps, line) && !line.ends_with("[heap]"))
-        continue;
-    return reinterpret_cast<const char*>(std::stoul(line, nullptr, 16));
 }
 
 // Calls the native from further down the stack, so that later calls do not overwrite what it leaves there.
@@ -58,11 +46,6 @@ struct Secrets : JniTest {
         return array;
     }
     jbyteArray secret(jsize n) { return fill(env->NewByteArray(n), "([BB)V", jint{SECRET}); }
-    jobjectArray types(jsize n)
-    {
-        return env->NewObjectArray(n / 4, find(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE"),
-            mechanismType(env, SECRET * 0x01010101));
-    }
     jobject holding(jobject value, jsize n) { return attribute(env, CKA_VALUE, value, n); }
 
     Call withSecrets(const Native& native, jsize n);
@@ -75,11 +58,11 @@ Call Secrets::withSecrets(const Native& native, jsize n)
     Call made = native.prepare(env, n);
     for (std::size_t i = 0; i < native.kinds.size(); ++i) {
         const Kind& kind = native.kinds[i];
-        jvalue* const arguments = &made.arguments[native.start(i)];
+        jobject& argument = made.arguments[native.start(i)].l;
         if (!kind.isSecret || kind.isOutput()) continue;
-        arguments[0].l = kind.form == Kind::Mechanism ? mechanism(env, 44, secret(n), n) : secret(n);
+        argument = kind.form == Kind::Mechanism ? mechanism(env, 44, secret(n), n) : secret(n);
         if (kind.form == Kind::Template) // of two values, as its length is
-            arguments[0].l = attributes(env, {holding(secret(n), n), holding(types(n), n)});
+            argument = attributes(env, {holding(secret(n), n), holding(secret(n), n)});
     }
     return made;
 }
@@ -87,9 +70,7 @@ Call Secrets::withSecrets(const Native& native, jsize n)
 // The Cryptoki library writes a secret through every output that may hold one.
 void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds, CK_RV rv)
 {
-    static const char* const heap = heapStart();
-    if (HasFatalFailure()) return; // what is left would be found again
-    bool isBelow = false;          // the call: what the conversions have left, and later calls overwrite
+    bool isBelow = false; // the call: what the conversions have left, and later calls overwrite
     recorder::script().isQuiet = true;
     recorder::script().onCall = [&isBelow] {
         const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
@@ -107,11 +88,13 @@ void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds
         return rv;
     };
     recorder::script().C_FindObjects = [rv](auto, auto, auto, auto count) { return *count = 1, rv; };
+    const HeapWatch heap;
     const jobject returned = callBelow(env, made);
-    recorder::script().onCall = {};
     const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
-    ASSERT_FALSE(hasSecret(heap, static_cast<char*>(sbrk(0)))) << recorder::lastCalled() << ": in the heap";
-    ASSERT_FALSE(hasSecret(here - (1 << 18), here)) << recorder::lastCalled() << ": on the stack";
+    EXPECT_FALSE(hasSecret(here - (1 << 18), here)) << recorder::lastCalled() << ": on the stack";
+    for (const std::string& block : heap.freed)
+        EXPECT_FALSE(hasSecret(block.data(), block.data() + block.size())) << recorder::lastCalled();
+    recorder::script().onCall = {};
     EXPECT_EQ(rvOf(env, returned), rv) << recorder::lastCalled();
     EXPECT_FALSE(isBelow) << recorder::lastCalled() << " is called above a secret on the stack";
 }
@@ -119,36 +102,36 @@ void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds
 // On the stack, in chunks and from malloc, also when the call fails.
 TEST_F(Secrets, noNativeLeavesSecretsInMemory)
 {
-    const std::pair<jsize, CK_RV> cases[] = {{40, CKR_OK}, {400, CKR_FUNCTION_FAILED}, {1024, CKR_OK},
-        {3000, CKR_OK}, {3000, CKR_FUNCTION_FAILED}};
     for (const Native& native : natives()) {
         if (std::ranges::none_of(native.kinds, &Kind::isSecret)) continue;
-        for (const auto& [n, rv] : cases) {
+        for (const auto& [n, rv] : {std::pair(40, CKR_OK), {400, CKR_FUNCTION_FAILED}, {1024, CKR_OK},
+                 {3000, CKR_OK}, {3000, CKR_FUNCTION_FAILED}}) {
             SCOPED_TRACE(native.name + ", " + std::to_string(n) + " bytes");
             const LocalFrame frame(env);
-            expectNothingLeft(withSecrets(native, n), native.kinds, rv);
+            expectNothingLeft(withSecrets(native, n), native.kinds, static_cast<CK_RV>(rv));
         }
     }
 }
 
 // One value at a time, because the next one overwrites what is left on the stack. Many fill more than a
-// chunk. The string is last, so that its memory is not used again.
+// chunk.
 TEST_F(Secrets, noValueLeavesItsBytesInMemory)
 {
     for (const jsize n : {40, 400, 3000}) {
         const auto chars = [&](int element) { return fill(env->NewCharArray(n), "([CC)V", element); };
-        const jlongArray longs = fill(env->NewLongArray(n / 4), "([JJ)V", SECRET * 0x0101010101010101);
-        const jintArray ints = fill(env->NewIntArray(n / 2), "([II)V", SECRET * 0x01010101);
-        const jobject text =
-            callStatic(env, "java/lang/String", "valueOf", "([C)Ljava/lang/String;", chars(SECRET));
-        for (const jobject value :
-            std::vector<jobject>{secret(n), chars(SECRET * 0x0101), longs, ints, types(n), text}) {
-            for (const std::size_t count : {1, 60}) {
+        const jobject values[] = {secret(n), chars(SECRET * 0x0101),
+            fill(env->NewLongArray(n / 4), "([JJ)V", SECRET * 0x0101010101010101),
+            fill(env->NewIntArray(n / 2), "([II)V", SECRET * 0x01010101),
+            env->NewObjectArray(n / 4, find(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE"),
+                mechanismType(env, SECRET * 0x01010101)),
+            callStatic(env, "java/lang/String", "valueOf", "([C)Ljava/lang/String;", chars(SECRET))};
+        for (const jobject value : values) {
+            for (const jlong count : {1, 60}) {
                 SCOPED_TRACE(className(env, value) + ", " + std::to_string(count) + " times");
                 const LocalFrame frame(env);
-                const jobjectArray all = attributes(env, std::vector(count, holding(value, n)));
-                expectNothingLeft(
-                    call(NATIVE(C_1FindObjectsInit), session(env), all, static_cast<jlong>(count)));
+                const jobjectArray all =
+                    attributes(env, {static_cast<std::size_t>(count), holding(value, n)});
+                expectNothingLeft(call(NATIVE(C_1FindObjectsInit), session(env), all, count));
             }
         }
     }
