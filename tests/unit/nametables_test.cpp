@@ -10,56 +10,44 @@ namespace {
 
 using namespace zerlin;
 
-struct NameTable {
-    const NameTableRow* rows;
-    const char* (*nameOf)(CK_ULONG);
-    CK_ULONG (*valueOf)(const char*);
-    std::string prefix;
-    const char* digest; // of the rows in their order, each a line "80000201=MD4"
-};
-const NameTable NAME_TABLES[] = {
-    {ObjClassTable, strObjClass, valObjClass, "CKO_", "12 lines, 531447301"},
-    {KeyTypeTable, strKeyType, valKeyType, "CKK_", "24 lines, 2921923967"},
-    {AttributeTable, strAttribute, valAttribute, "CKA_", "119 lines, 2324626881"},
-    {MechanismTable, strMechanism, valMechanism, "CKM_", "256 lines, 3671781150"},
-    {SesStateTable, strSesState, valSesState, "CKM_", "5 lines, 907118158"}, // not "CKS_": deliberate
-    {ErrorTable, strError, valError, "CKR_", "138 lines, 3231902061"},
-};
+const std::tuple<const NameTableRow*, const char* (*)(CK_ULONG), CK_ULONG (*)(const char*), const char*>
+    NAME_TABLES[] = {{ObjClassTable, strObjClass, valObjClass, "CKO_"},
+        {KeyTypeTable, strKeyType, valKeyType, "CKK_"}, {AttributeTable, strAttribute, valAttribute, "CKA_"},
+        {MechanismTable, strMechanism, valMechanism, "CKM_"}, {ErrorTable, strError, valError, "CKR_"},
+        {SesStateTable, strSesState, valSesState, "CKM_"}}; // not "CKS_": deliberate
 
 TEST(NameTables, eachValueHasItsFirstNameAndEachNameItsValue)
 {
-    for (const auto& [rows, nameOf, valueOf, prefix, expected] : NAME_TABLES) {
-        std::map<CK_ULONG, std::string> firstNames;
-        std::ostringstream lines;
+    std::ostringstream lines; // the rows of all tables in their order: "80000201=MD4"
+    for (const auto& [rows, nameOf, valueOf, prefix] : NAME_TABLES) {
+        std::map<CK_ULONG, std::string> names;
         for (const NameTableRow* row = rows; row->name != nullptr; ++row) {
             lines << std::hex << row->value << '=' << row->name << '\n';
             EXPECT_EQ(valueOf(row->name), row->value) << row->name;
-            EXPECT_EQ(valueOf((prefix + row->name).c_str()), row->value) << row->name;
-            firstNames.emplace(row->value, row->name);
+            EXPECT_EQ(valueOf((prefix + std::string(row->name)).c_str()), row->value) << row->name;
+            names.emplace(row->value, row->name);
         }
-        EXPECT_EQ(digest(lines.str()), expected) << prefix << '\n' << lines.str();
-        for (const auto& [value, first] : firstNames) {
-            for (const CK_ULONG near : {value - 1, value, value + 1, value ^ 0x80000000}) {
-                std::ostringstream miss;
-                miss << (near < 0x80000000 ? "UNKNOWN (0x" : "Vendor defined (0x") << std::hex << near << ')';
-                EXPECT_EQ(nameOf(near), firstNames.contains(near) ? firstNames[near] : miss.str());
-            }
+        for (const auto& [value, name] : names) {
+            std::ostringstream miss;
+            miss << (value < 0x7FFFFFFF ? "UNKNOWN (0x" : "Vendor defined (0x") << std::hex << value + 1
+                 << ')';
+            EXPECT_EQ(nameOf(value), name);
+            EXPECT_EQ(nameOf(value + 1), names.contains(value + 1) ? names[value + 1] : miss.str());
         }
     }
-    EXPECT_STREQ(strMechanism(0x3A5), "PBE_SHA1_CAST128_CBC"); // the second name is PBE_SHA1_CAST5_CBC
-    EXPECT_STREQ(strError(0x80002006), "WLD_ERROR a WLD configuration has the slot description too long ");
+    EXPECT_EQ(digest(lines.str()), "554 lines, 3415412219") << lines.str();
+    EXPECT_STREQ(strMechanism(0x80000000), "Vendor defined (0x80000000)");
 }
 
 TEST(NameTables, namesMatchExactlyAndTheSearchEndsAtTheCount)
 {
     for (const char* name : {"cka_label", "CKM_LABEL", "CKA_CKA_LABEL", "LABE", "LABELS", "CKA_", ""})
-        EXPECT_EQ(valAttribute(name), 0xFFFFFFFF) << '"' << name << '"';
+        EXPECT_EQ(valAttribute(name), ~CK_ULONG{0}) << '"' << name << '"';
     const NameTableRow rows[] = {{7, "first"}, {8, "first"}, {7, "second"}, {9, "last"}, {0, nullptr}};
     EXPECT_STREQ(strTab(7, rows, 4), "first");
     EXPECT_STREQ(strTab(9, rows, 3), "UNKNOWN (0x9)");
     EXPECT_EQ(valTab("first", rows, 4), 7U);
-    EXPECT_EQ(valTab("last", rows, 3), 0xFFFFFFFF);
-    EXPECT_STREQ(strTab(0, rows, 4), "UNKNOWN (0x0)");
+    EXPECT_EQ(valTab("last", rows, 3), ~CK_ULONG{0});
 }
 
 } // namespace
