@@ -36,16 +36,7 @@ constexpr char SECRET = 0x17;
 }
 
 struct Secrets : JniTest {
-    // An array full of the secret.
-    template <typename JArray, typename Element>
-    JArray fill(JArray array, const char* signature, Element element)
-    {
-        const jclass cls = find(env, "java/util/Arrays");
-        env->CallStaticVoidMethod(cls, env->GetStaticMethodID(cls, "fill", signature), array, element);
-        check(env, signature);
-        return array;
-    }
-    jbyteArray secret(jsize n) { return fill(env->NewByteArray(n), "([BB)V", jint{SECRET}); }
+    jbyteArray secret(jsize n) { return bytes(env, std::string(static_cast<std::size_t>(n), SECRET)); }
     jobject holding(jobject value, jsize n) { return attribute(env, CKA_VALUE, value, n); }
 
     Call withSecrets(const Native& native, jsize n);
@@ -118,13 +109,15 @@ TEST_F(Secrets, noNativeLeavesSecretsInMemory)
 TEST_F(Secrets, noValueLeavesItsBytesInMemory)
 {
     for (const jsize n : {40, 400, 3000}) {
-        const auto chars = [&](int element) { return fill(env->NewCharArray(n), "([CC)V", element); };
-        const jobject values[] = {secret(n), chars(SECRET * 0x0101),
-            fill(env->NewLongArray(n / 4), "([JJ)V", SECRET * 0x0101010101010101),
-            fill(env->NewIntArray(n / 2), "([II)V", SECRET * 0x01010101),
+        const std::vector<jchar> chars(n, SECRET * 0x0101);
+        const std::vector<jlong> longs(n / 4, SECRET * 0x0101010101010101);
+        const std::vector<jint> ints(n / 2, SECRET * 0x01010101);
+        const jobject values[] = {secret(n), string(env, std::string(n, SECRET).c_str()),
+            filled(env, env->NewCharArray(n), &JNIEnv::SetCharArrayRegion, chars),
+            filled(env, env->NewLongArray(n / 4), &JNIEnv::SetLongArrayRegion, longs),
+            filled(env, env->NewIntArray(n / 2), &JNIEnv::SetIntArrayRegion, ints),
             env->NewObjectArray(n / 4, find(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE"),
-                mechanismType(env, SECRET * 0x01010101)),
-            callStatic(env, "java/lang/String", "valueOf", "([C)Ljava/lang/String;", chars(SECRET))};
+                mechanismType(env, SECRET * 0x01010101))};
         for (const jobject value : values) {
             for (const jlong count : {1, 60}) {
                 SCOPED_TRACE(className(env, value) + ", " + std::to_string(count) + " times");
