@@ -25,7 +25,7 @@ struct Frame : JniTest, testing::WithParamInterface<Native> {
         }
     }
 };
-INSTANTIATE_TEST_SUITE_P(, Frame, testing::ValuesIn(natives()), [](auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Each, Frame, testing::ValuesIn(natives()), [](auto& row) { return row.param.name; });
 
 constexpr CK_ULONG NEW = 0x80000003;
 constexpr jsize LARGE = 3000; // bytes, more than any buffer on the stack holds
