@@ -1,33 +1,31 @@
-// The recording Cryptoki library: what the arguments of a call are, how each is noted, then the functions.
+// The recording Cryptoki library: how the arguments of a call are noted, then the functions.
 #include "fakes/recorder.h"
 
-#include "cryptoki/functions.h"
 #include "cryptoki/library.h"
 
 #include <algorithm>
-#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
-#include <mutex>
 #include <string_view>
-#include <type_traits>
-#include <utility>
 
 namespace {
 
 using recorder::Argument;
 using recorder::script;
-using recorder::Script;
+using zerlin::Functions;
 
-std::mutex linesMutex;
-std::vector<std::string> lines;
-std::atomic<const char*> last = "none";
+const char* last = "none";
+
+std::string format(const char* pattern, std::size_t value)
+{
+    char made[2 * sizeof value + 3];
+    std::snprintf(made, sizeof made, pattern, value);
+    return made;
+}
 
 std::string number(CK_ULONG value)
 {
-    char digits[2 * sizeof value + 3];
-    std::snprintf(digits, sizeof digits, value < 0x80000000 ? "%lu" : "0x%lx", value);
-    return digits;
+    return format(value < 0x80000000 ? "%zu" : "0x%zx", value);
 }
 
 std::string hex(const void* values, CK_ULONG length)
@@ -35,11 +33,8 @@ std::string hex(const void* values, CK_ULONG length)
     if (values == nullptr) return "null";
     const CK_ULONG readable = std::min(length, script().byteLimit);
     std::string result = "[";
-    for (CK_ULONG i = 0; i < readable; ++i) {
-        char digits[3];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<const std::uint8_t*>(values)[i]);
-        result += digits;
-    }
+    for (CK_ULONG i = 0; i < readable; ++i)
+        result += format("%02zx", static_cast<const CK_BYTE*>(values)[i]);
     return result + (readable < length ? "..]" : "]");
 }
 
@@ -48,7 +43,7 @@ std::string triple(CK_ULONG type, const void* values, CK_ULONG length)
     return "{" + number(type) + ", " + hex(values, length) + ", " + number(length) + "}";
 }
 
-std::string attributes(const CK_ATTRIBUTE* all, CK_ULONG count)
+std::string text(const CK_ATTRIBUTE* all, CK_ULONG count)
 {
     std::string text;
     const CK_ULONG readable = std::min(count, script().attributeLimit);
@@ -57,7 +52,7 @@ std::string attributes(const CK_ATTRIBUTE* all, CK_ULONG count)
     return "{" + text + (readable < count ? ", ..}" : "}");
 }
 
-std::string initArgs(const CK_C_INITIALIZE_ARGS& arguments)
+std::string text(const CK_C_INITIALIZE_ARGS& arguments)
 {
     const auto function = [](auto pointer) { return pointer == nullptr ? "null, " : "set, "; };
     return std::string("{") + function(arguments.CreateMutex) + function(arguments.DestroyMutex) +
@@ -67,48 +62,21 @@ std::string initArgs(const CK_C_INITIALIZE_ARGS& arguments)
 
 std::string text(const Argument& shown)
 {
+    const auto is = [&](Argument::Form form) { return shown.form == form; };
     const auto* const mechanism = static_cast<const CK_MECHANISM*>(shown.data);
-    const bool isNull = shown.data == nullptr;
-    switch (shown.form) {
-    case Argument::Number:
-        return number(shown.number);
-    case Argument::Reference:
-        return recorder::address(shown.data);
-    case Argument::InitArgs:
-        return isNull ? "null" : initArgs(*static_cast<const CK_C_INITIALIZE_ARGS*>(shown.data));
-    case Argument::Mechanism:
-        return isNull ? "null"
-                      : triple(mechanism->mechanism, mechanism->pParameter, mechanism->ulParameterLen);
-    case Argument::Template:
-        return (isNull ? "null" : attributes(static_cast<const CK_ATTRIBUTE*>(shown.data), shown.number)) +
-               ", " + number(shown.number);
-    case Argument::Bytes:
-        return hex(shown.data, shown.number) + ", " + number(shown.number);
-    case Argument::Label:
-        return hex(shown.data, script().labelLength);
-    case Argument::Output:
-        return isNull ? "null" : "out";
-    case Argument::Outputs:
-        return (isNull ? "null(" : "out(") + number(shown.number) + ")";
-    }
-    return {};
-}
-
-// What a parameter of a function is, as far as its type says.
-template <typename T>
-Argument single(T value)
-{
-    if constexpr (std::is_integral_v<T>) {
-        return {Argument::Number, nullptr, value};
-    } else if constexpr (std::is_same_v<T, CK_VOID_PTR> || std::is_same_v<T, CK_NOTIFY>) {
-        return {Argument::Reference, reinterpret_cast<void*>(value)};
-    } else {
-        Argument::Form form = Argument::Output;
-        if (std::is_same_v<T, CK_BYTE_PTR>) form = Argument::Label;
-        if (std::is_same_v<T, CK_ATTRIBUTE_PTR>) form = Argument::Template;
-        if (std::is_same_v<T, CK_MECHANISM_PTR>) form = Argument::Mechanism;
-        return {form, value, 0, sizeof *value};
-    }
+    const std::string count = number(shown.number);
+    if (is(Argument::Number)) return count;
+    if (is(Argument::Reference)) return recorder::address(shown.data);
+    if (is(Argument::Label)) return hex(shown.data, script().labelLength);
+    if (is(Argument::Bytes)) return hex(shown.data, shown.number) + ", " + count;
+    std::string made = shown.data == nullptr ? "null" : "out";
+    if (is(Argument::Outputs)) return made + "(" + count + ")";
+    if (is(Argument::Template) && shown.data != nullptr)
+        made = text(static_cast<const CK_ATTRIBUTE*>(shown.data), shown.number);
+    if (is(Argument::Template)) return made + ", " + count;
+    if (is(Argument::Output) || shown.data == nullptr) return made;
+    if (is(Argument::InitArgs)) return text(*static_cast<const CK_C_INITIALIZE_ARGS*>(shown.data));
+    return triple(mechanism->mechanism, mechanism->pParameter, mechanism->ulParameterLen);
 }
 
 // Joins arrays with their lengths. Returns how many arguments are left.
@@ -116,120 +84,71 @@ std::size_t join(std::string_view name, std::span<Argument> all)
 {
     std::size_t count = 0;
     for (std::size_t i = 0; i < all.size(); ++i) {
-        Argument made = all[i];
-        const Argument* const next = i + 1 < all.size() ? &all[i + 1] : nullptr;
-        const bool isArray =
-            made.form == Argument::Label || made.form == Argument::Template || made.form == Argument::Output;
-        if (name == "C_Initialize") {
-            made.form = Argument::InitArgs;
-        } else if (isArray && next != nullptr && next->form == Argument::Number) {
-            made.number = next->number;
-            const bool isOutput = made.form == Argument::Output || name == "C_GenerateRandom";
-            if (made.form != Argument::Template) made.form = isOutput ? Argument::Outputs : Argument::Bytes;
-            ++i;
-        } else if (isArray && next != nullptr && next->form == Argument::Output &&
-                   name != "C_GenerateKeyPair") {
-            made.reported = static_cast<CK_ULONG*>(next->data);
+        Argument& made = all[count++] = all[i];
+        const bool isInput = made.form == Argument::Label && name != "C_GenerateRandom";
+        if (name == "C_Initialize") made.form = Argument::InitArgs;
+        if (made.form < Argument::Template || i + 1 == all.size()) continue;
+        const Argument& next = all[i + 1];
+        if (next.form == Argument::Number) {
+            made.number = next.number;
+            if (made.form != Argument::Template) made.form = isInput ? Argument::Bytes : Argument::Outputs;
+        } else if (next.form == Argument::Output && name != "C_GenerateKeyPair") {
+            made.reported = static_cast<CK_ULONG*>(next.data);
             made.number = *made.reported;
             made.form = Argument::Outputs;
-            ++i;
+        } else {
+            continue;
         }
-        all[count++] = made;
+        ++i;
     }
     return count;
 }
 
-template <typename... Raw>
-CK_RV note(const char* name, const std::function<CK_RV(Raw...)>& handler, Raw... raw)
+template <typename Handler, typename... Raw>
+CK_RV note(const char* name, const Handler& handler, Raw... raw)
 {
     last = name;
     if (script().onCall) script().onCall();
-    Argument all[sizeof...(Raw)];
-    std::size_t count = 0;
-    ((all[count++] = single(raw)), ...);
+    Argument all[] = {Argument(raw)...};
     const std::span arguments(all, join(name, all));
     if (!script().isQuiet) {
         std::string line;
         for (const Argument& argument : arguments)
             line += (line.empty() ? "" : ", ") + text(argument);
-        const std::lock_guard lock(linesMutex);
-        lines.push_back(name + ("(" + line + ")"));
+        recorder::calls().push_back(name + ("(" + line + ")"));
     }
-    if (handler) return handler(raw...);
+    if constexpr (!std::is_null_pointer_v<Handler>)
+        if (handler) return handler(raw...);
     return script().answer ? script().answer(arguments) : script().result;
-}
-
-// The function that notes the calls of a standard function.
-template <auto handler>
-struct Noting;
-
-template <typename... Raw, std::function<CK_RV(Raw...)> Script::*handler>
-struct Noting<handler> {
-    static inline const char* name = nullptr;
-    static CK_RV call(Raw... raw) { return note(name, script().*handler, raw...); }
-};
-
-zerlin::Functions makeFunctions()
-{
-    zerlin::Functions made{};
-#define NOTE(function)                                                                                       \
-    Noting<& Script::function>::name = #function;                                                            \
-    made.standard.function = Noting<&Script::function>::call;
-    STANDARD_FUNCTIONS(NOTE)
-#undef NOTE
-    return made;
 }
 
 } // namespace
 
-namespace recorder {
-
-Script& script()
-{
-    static Script current;
-    return current;
-}
-
-std::vector<std::string> calls()
-{
-    const std::lock_guard lock(linesMutex);
-    return lines;
-}
-
-std::vector<std::string> takeCalls()
-{
-    const std::lock_guard lock(linesMutex);
-    return std::exchange(lines, {});
-}
-
-const char* lastCalled()
+const char* recorder::lastCalled()
 {
     return last;
 }
 
-void reset()
+std::string recorder::address(const void* reference)
 {
-    const std::lock_guard lock(linesMutex);
-    lines.clear();
-    script() = {};
+    return reference == nullptr ? "null" : format("@%zx", reinterpret_cast<std::uintptr_t>(reference));
 }
 
-std::string address(const void* reference)
+// The recorder is always there. forward.cpp passes the standard functions on to it, vendor.cpp the others.
+std::atomic<const Functions*> zerlin::foundFunctions;
+
+const Functions& zerlin::findFunctions()
 {
-    if (reference == nullptr) return "null";
-    char digits[2 * sizeof reference + 2];
-    std::snprintf(digits, sizeof digits, "@%" PRIxPTR, reinterpret_cast<std::uintptr_t>(reference));
-    return digits;
-}
-
-} // namespace recorder
-
-// The recorder is always there. forward.cpp passes the standard functions on to it.
-std::atomic<const zerlin::Functions*> zerlin::foundFunctions;
-
-const zerlin::Functions& zerlin::findFunctions()
-{
-    static const Functions noting = makeFunctions();
+    static const Functions noting = [] {
+        Functions made{};
+#define NOTE(name) made.standard.name = [](auto... raw) { return note(#name, script().name, raw...); };
+        ZERLIN_STANDARD_FUNCTIONS(NOTE)
+#undef NOTE
+        made.copyObject = [](auto... raw) { return note("CT_CopyObject", nullptr, raw...); };
+        made.initToken = [](auto... raw) { return note("CT_InitToken", nullptr, raw...); };
+        made.resetToken = [](auto... raw) { return note("CT_ResetToken", nullptr, raw...); };
+        return made;
+    }();
     return noting;
 }
 
@@ -239,22 +158,3 @@ std::string zerlin::loadLibrary(const std::string&)
 }
 
 void zerlin::unloadLibrary() {}
-
-CK_RV CT_CopyObject(CK_SESSION_HANDLE hSession1, CK_SESSION_HANDLE hSession2, CK_OBJECT_HANDLE hObject,
-    CK_ATTRIBUTE_PTR pTemplate, CK_ULONG ulCount, CK_OBJECT_HANDLE_PTR phNewObject)
-{
-    return note("CT_CopyObject", script().CT_CopyObject, hSession1, hSession2, hObject, pTemplate, ulCount,
-        phNewObject);
-}
-
-CK_RV CT_InitToken(CK_SESSION_HANDLE hSession, CK_ULONG ulValue, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen,
-    CK_UTF8CHAR_PTR pLabel)
-{
-    return note("CT_InitToken", script().CT_InitToken, hSession, ulValue, pPin, ulPinLen, pLabel);
-}
-
-CK_RV CT_ResetToken(
-    CK_SESSION_HANDLE hSession, CK_UTF8CHAR_PTR pPin, CK_ULONG ulPinLen, CK_UTF8CHAR_PTR pLabel)
-{
-    return note("CT_ResetToken", script().CT_ResetToken, hSession, pPin, ulPinLen, pLabel);
-}

@@ -13,33 +13,14 @@
 // - references that are passed on untouched: recorder::address
 #pragma once
 
-#include "zerlin/cryptoki.h"
+#include "cryptoki/functions.h"
 
 #include <functional>
 #include <limits>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
-
-// clang-format off
-#define STANDARD_FUNCTIONS(EACH) \
-    EACH(C_Initialize) EACH(C_Finalize) EACH(C_GetInfo) EACH(C_GetSlotList) EACH(C_GetSlotInfo) EACH(C_GetTokenInfo) \
-    EACH(C_GetMechanismList) EACH(C_GetMechanismInfo) EACH(C_InitToken) EACH(C_InitPIN) EACH(C_SetPIN) \
-    EACH(C_OpenSession) EACH(C_CloseSession) EACH(C_CloseAllSessions) EACH(C_GetSessionInfo) \
-    EACH(C_GetOperationState) EACH(C_SetOperationState) EACH(C_Login) EACH(C_Logout) EACH(C_CreateObject) \
-    EACH(C_CopyObject) EACH(C_DestroyObject) EACH(C_GetObjectSize) EACH(C_GetAttributeValue) \
-    EACH(C_SetAttributeValue) EACH(C_FindObjectsInit) EACH(C_FindObjects) EACH(C_FindObjectsFinal) \
-    EACH(C_EncryptInit) EACH(C_Encrypt) EACH(C_EncryptUpdate) EACH(C_EncryptFinal) EACH(C_DecryptInit) \
-    EACH(C_Decrypt) EACH(C_DecryptUpdate) EACH(C_DecryptFinal) EACH(C_DigestInit) EACH(C_Digest) \
-    EACH(C_DigestUpdate) EACH(C_DigestKey) EACH(C_DigestFinal) EACH(C_SignInit) EACH(C_Sign) EACH(C_SignUpdate) \
-    EACH(C_SignFinal) EACH(C_SignRecoverInit) EACH(C_SignRecover) EACH(C_VerifyInit) EACH(C_Verify) \
-    EACH(C_VerifyUpdate) EACH(C_VerifyFinal) EACH(C_VerifyRecoverInit) EACH(C_VerifyRecover) \
-    EACH(C_DigestEncryptUpdate) EACH(C_DecryptDigestUpdate) EACH(C_SignEncryptUpdate) EACH(C_DecryptVerifyUpdate) \
-    EACH(C_GenerateKey) EACH(C_GenerateKeyPair) EACH(C_WrapKey) EACH(C_UnwrapKey) EACH(C_DeriveKey) \
-    EACH(C_SeedRandom) EACH(C_GenerateRandom) EACH(C_GetFunctionStatus) EACH(C_CancelFunction) \
-    EACH(C_WaitForSlotEvent)
-#define VENDOR_FUNCTIONS(EACH) EACH(CT_CopyObject) EACH(CT_InitToken) EACH(CT_ResetToken)
-// clang-format on
 
 namespace recorder {
 
@@ -50,6 +31,18 @@ struct Argument {
     CK_ULONG number = 0;          // the value of a number; how many elements an array has
     CK_ULONG elementSize = 1;     // of an output
     CK_ULONG* reported = nullptr; // where the length of an output goes
+
+    // What a parameter of a function is, as far as its type says.
+    explicit Argument(CK_ULONG value) : form(Number), number(value) {}
+    explicit Argument(CK_VOID_PTR value) : form(Reference), data(value) {}
+    explicit Argument(CK_NOTIFY value) : form(Reference), data(reinterpret_cast<void*>(value)) {}
+    explicit Argument(CK_MECHANISM_PTR value) : form(Mechanism), data(value) {}
+    explicit Argument(CK_ATTRIBUTE_PTR value) : form(Template), data(value) {}
+    explicit Argument(CK_BYTE_PTR value) : form(Label), data(value) {}
+    template <typename T>
+    explicit Argument(T* value) : form(Output), data(value), elementSize(sizeof *value)
+    {
+    }
 };
 
 // What the calls do. A handler runs after its call was noted, may write to the output pointers, and returns
@@ -69,24 +62,38 @@ struct Script {
     CK_ULONG attributeLimit = std::numeric_limits<CK_ULONG>::max();
 
 #define HANDLER(name) std::function<decltype(::name)> name;
-    STANDARD_FUNCTIONS(HANDLER)
-    VENDOR_FUNCTIONS(HANDLER)
+    ZERLIN_STANDARD_FUNCTIONS(HANDLER)
 #undef HANDLER
 };
 
 // May be changed only while no call runs.
-Script& script();
+inline Script& script()
+{
+    static Script current;
+    return current;
+}
 
-std::vector<std::string> calls();
+inline std::vector<std::string>& calls()
+{
+    static std::vector<std::string> lines;
+    return lines;
+}
 
 // Returns the calls and forgets them; the script stays.
-std::vector<std::string> takeCalls();
+inline std::vector<std::string> takeCalls()
+{
+    return std::exchange(calls(), {});
+}
 
 // The name of the last call, noted or not.
 const char* lastCalled();
 
 // Forgets the calls and the script.
-void reset();
+inline void reset()
+{
+    calls().clear();
+    script() = {};
+}
 
 // The text of an untouched reference: "@f6c01234", or "null".
 std::string address(const void* reference);
