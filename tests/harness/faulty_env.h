@@ -12,7 +12,7 @@ struct Fault {
     // The n-th of the calls that can raise an exception, counted from 1, only raises
     // java.lang.RuntimeException: injected.
     int call = 0;
-    // FindClass of this path, or GetFieldID or GetMethodID of this name, fails as if it did not exist.
+    // FindClass of this path fails as if the class did not exist.
     std::string_view lookup = {};
     // This function, which creates a reference, returns null without an exception.
     std::string_view silent = {};
@@ -21,8 +21,8 @@ struct Fault {
 struct Watched {
     int calls = 0;      // those that can raise an exception
     std::string failed; // the function that the fault hit last; "" when the fault was not met
-    // Calls that JNI forbids while an exception is pending, and deletions of local references that belong to
-    // the caller or are deleted already.
+    // Deletions of local references that belong to the caller or are deleted already. What else JNI forbids,
+    // -Xcheck:jni reports: see takeJniWarnings.
     std::vector<std::string> violations;
     // The numbers that were read from fields, and the lengths of the bytes that were read, in their order.
     std::vector<jlong> read;
@@ -34,6 +34,6 @@ struct Watched {
     std::vector<const void*> buffers;
 };
 
-// Runs the work and watches this thread's environment. Calls that Java's own natives make meanwhile, for
-// example when NewObject runs a constructor, are neither counted nor made to fail.
-Watched watch(JNIEnv* env, const Fault& fault, const std::function<void()>& work);
+// Runs the work, which must not throw, and watches this thread's environment. Calls that Java's own natives
+// make meanwhile, for example when NewObject runs a constructor, are neither counted nor made to fail.
+Watched watch(JNIEnv* env, const Fault& fault, const std::function<void()>& work) noexcept;
