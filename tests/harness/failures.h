@@ -15,11 +15,6 @@
 
 namespace jni {
 
-inline bool isPrefix(const Lines& shorter, const Lines& longer)
-{
-    return std::ranges::mismatch(shorter, longer).in1 == shorter.end();
-}
-
 // Fails each JNI call in turn, once with no lookup remembered and once with all. Each time the exception
 // comes out, no JNI call follows that it forbids, the Cryptoki library is called as if nothing failed or not
 // at all, and nothing native is left. The work is prepared again each time; a native returns null. Returns
@@ -57,7 +52,7 @@ int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = fals
             // A native still returns its CK_RV when only its value could not be set.
             const bool isUnset = number == calls && watched.failed == "GetFieldID";
             EXPECT_TRUE(!wasMet || !isNative || hasReturned == isUnset);
-            EXPECT_TRUE(callsAnyway || isPrefix(seen, lines)) << seen.back();
+            EXPECT_TRUE(callsAnyway || std::ranges::mismatch(seen, lines).in1 == seen.end());
             EXPECT_EQ(watched.violations, Lines{});
             EXPECT_EQ(heap.blocks.size(), 0U);
             EXPECT_TRUE(watched.buffers.empty() && watched.globalRefs.empty());

@@ -3,24 +3,61 @@
 // Java exception.
 #pragma once
 
+#include "harness/jvm.h"
 #include "zerlin/cryptoki.h"
 
 #include <cstdint>
 #include <initializer_list>
-#include <jni.h>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace jni {
 
-// Clears the pending exception and returns its text, "java.lang.NoSuchFieldError: m_value", or "".
-std::string takeException(JNIEnv* env);
-// Throws if an exception is pending. Its text starts with `what`, which says what was being done.
-void check(JNIEnv* env, std::string_view what);
+using Bytes = std::vector<std::uint8_t>;
+using Longs = std::vector<jlong>;
 
-jclass find(JNIEnv* env, const char* path);
-jobject alloc(JNIEnv* env, const char* path);
+inline std::string toString(JNIEnv* env, jstring text)
+{
+    const char* const characters = env->GetStringUTFChars(text, nullptr);
+    const std::string copied = characters;
+    env->ReleaseStringUTFChars(text, characters);
+    return copied;
+}
+
+// Clears the pending exception and returns its text, "java.lang.NoSuchFieldError: m_value", or "".
+inline std::string takeException(JNIEnv* env)
+{
+    const jthrowable pending = env->ExceptionOccurred();
+    if (pending == nullptr) return "";
+    env->ExceptionClear();
+    const LocalFrame frame(env);
+    const jclass cls = env->FindClass("java/lang/Throwable");
+    const jmethodID method = env->GetMethodID(cls, "toString", "()Ljava/lang/String;");
+    const jobject text = env->CallObjectMethod(pending, method);
+    if (env->ExceptionCheck()) throw std::runtime_error("an exception without a text");
+    env->DeleteLocalRef(pending);
+    return toString(env, static_cast<jstring>(text));
+}
+
+// Throws if an exception is pending. Its text starts with `what`, which says what was being done.
+inline void check(JNIEnv* env, std::string_view what)
+{
+    if (env->ExceptionCheck()) throw std::runtime_error(std::string(what) + ": " + takeException(env));
+}
+
+inline jclass find(JNIEnv* env, const char* path)
+{
+    const jclass cls = env->FindClass(path);
+    check(env, path);
+    return cls;
+}
+
+inline jobject alloc(JNIEnv* env, const char* path)
+{
+    return env->AllocObject(find(env, path));
+}
 
 template <typename... Arguments>
 jobject make(JNIEnv* env, const char* path, const char* signature = "()V", Arguments... arguments)
@@ -34,47 +71,84 @@ jobject make(JNIEnv* env, const char* path, const char* signature = "()V", Argum
     return object;
 }
 
-jfieldID field(JNIEnv* env, jobject object, const char* name, const char* signature);
-
-template <auto access, char type, typename... Value>
-auto accessField(JNIEnv* env, jobject object, const char* name, Value... value)
+inline jfieldID field(JNIEnv* env, jobject object, const char* name, const char* signature)
 {
-    const char signature[] = {type, '\0'};
-    const jfieldID id = field(env, object, name, signature);
-    return (env->functions->*access)(env, object, id, value...);
+    const jclass cls = env->GetObjectClass(object);
+    const jfieldID id = env->GetFieldID(cls, name, signature);
+    check(env, name);
+    env->DeleteLocalRef(cls);
+    return id;
 }
-constexpr auto getLong = accessField<&JNINativeInterface_::GetLongField, 'J'>;
-constexpr auto getInt = accessField<&JNINativeInterface_::GetIntField, 'I'>;
-constexpr auto getByte = accessField<&JNINativeInterface_::GetByteField, 'B'>;
-constexpr auto getBool = accessField<&JNINativeInterface_::GetBooleanField, 'Z'>;
-constexpr auto setLong = accessField<&JNINativeInterface_::SetLongField, 'J', jlong>;
-constexpr auto setInt = accessField<&JNINativeInterface_::SetIntField, 'I', jint>;
-constexpr auto setByte = accessField<&JNINativeInterface_::SetByteField, 'B', jbyte>;
+
+inline jlong getLong(JNIEnv* env, jobject object, const char* name)
+{
+    return env->GetLongField(object, field(env, object, name, "J"));
+}
+inline void setLong(JNIEnv* env, jobject object, const char* name, jlong value)
+{
+    env->SetLongField(object, field(env, object, name, "J"), value);
+}
 inline jobject getObject(JNIEnv* env, jobject object, const char* name, const char* signature)
 {
     return env->GetObjectField(object, field(env, object, name, signature));
 }
-
 inline void setObject(JNIEnv* env, jobject object, const char* name, const char* signature, jobject value)
 {
     env->SetObjectField(object, field(env, object, name, signature), value);
 }
 
-using Bytes = std::vector<std::uint8_t>;
-using Longs = std::vector<jlong>;
+inline jbyteArray bytes(JNIEnv* env, std::string_view text)
+{
+    const auto length = static_cast<jsize>(text.size());
+    const jbyteArray array = env->NewByteArray(length);
+    env->SetByteArrayRegion(array, 0, length, reinterpret_cast<const jbyte*>(text.data()));
+    return array;
+}
+inline jbyteArray bytes(JNIEnv* env, std::initializer_list<int> values)
+{
+    return bytes(env, std::string(values.begin(), values.end()));
+}
+inline jbyteArray bytes(JNIEnv* env, const Bytes& values)
+{
+    return bytes(env, std::string(values.begin(), values.end()));
+}
+inline jlongArray longs(JNIEnv* env, std::initializer_list<jlong> values)
+{
+    const auto length = static_cast<jsize>(values.size());
+    const jlongArray array = env->NewLongArray(length);
+    env->SetLongArrayRegion(array, 0, length, values.begin());
+    return array;
+}
+inline jstring string(JNIEnv* env, const char* text)
+{
+    return env->NewStringUTF(text);
+}
+inline jobjectArray objects(JNIEnv* env, const char* elementPath, const std::vector<jobject>& elements)
+{
+    const jclass cls = find(env, elementPath);
+    const jobjectArray array = env->NewObjectArray(static_cast<jsize>(elements.size()), cls, nullptr);
+    env->DeleteLocalRef(cls);
+    jsize index = 0;
+    for (const jobject element : elements)
+        env->SetObjectArrayElement(array, index++, element);
+    check(env, elementPath);
+    return array;
+}
 
-jbyteArray bytes(JNIEnv* env, std::string_view text);
-jbyteArray bytes(JNIEnv* env, std::initializer_list<int> values);
-jbyteArray bytes(JNIEnv* env, const Bytes& values);
-jlongArray longs(JNIEnv* env, std::initializer_list<jlong> values);
-jstring string(JNIEnv* env, const char* text);
-jobjectArray objects(JNIEnv* env, const char* elementPath, const std::vector<jobject>& elements);
-
-Bytes toVector(JNIEnv* env, jbyteArray array);
-Longs toVector(JNIEnv* env, jlongArray array);
-std::string toString(JNIEnv* env, jstring text);
+inline Bytes toVector(JNIEnv* env, jbyteArray array)
+{
+    Bytes values(static_cast<std::size_t>(env->GetArrayLength(array)));
+    env->GetByteArrayRegion(array, 0, env->GetArrayLength(array), reinterpret_cast<jbyte*>(values.data()));
+    return values;
+}
 
 // The value of the CK_RV object that a native returned.
-CK_RV rvOf(JNIEnv* env, jobject ckRv);
+inline CK_RV rvOf(JNIEnv* env, jobject ckRv)
+{
+    check(env, "CK_RV");
+    const jlong value = getLong(env, ckRv, "m_value");
+    EXPECT_EQ(value, static_cast<jlong>(static_cast<CK_RV>(value)));
+    return static_cast<CK_RV>(value);
+}
 
 } // namespace jni

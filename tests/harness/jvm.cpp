@@ -5,11 +5,7 @@
 #include "fakes/recorder.h"
 #include "harness/jni_helpers.h"
 
-#include <array>
-#include <cstdarg>
-#include <cstdio>
 #include <mutex>
-#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -32,20 +28,17 @@ jint JNICALL collectPrinted(FILE* stream, const char* format, va_list arguments)
 
 JavaVM* startJvm()
 {
-    std::string classPath = std::string("-Djava.class.path=") + CLASS_PATH;
-    const auto option = [](const char* text) { return JavaVMOption{const_cast<char*>(text), nullptr}; };
-    std::array options = {
-        JavaVMOption{const_cast<char*>("vfprintf"), reinterpret_cast<void*>(collectPrinted)},
-        option(classPath.c_str()),
-        option("-Xcheck:jni"),
-        option("-Xint"), // no compiler threads: starts faster, and the leak checker reports nothing
-        option("-XX:+UseSerialGC"),
-    };
-    JavaVMInitArgs arguments{JNI_VERSION_1_8, static_cast<jint>(options.size()), options.data(), JNI_FALSE};
+    // -Xint: no compiler threads, so it starts faster, and the leak checker reports nothing.
+    std::string texts[] = {"vfprintf", std::string("-Djava.class.path=") + CLASS_PATH, "-Xcheck:jni", "-Xint",
+        "-XX:+UseSerialGC"};
+    JavaVMOption options[std::size(texts)] = {};
+    for (std::size_t i = 0; i < std::size(texts); ++i)
+        options[i].optionString = texts[i].data();
+    options[0].extraInfo = reinterpret_cast<void*>(collectPrinted);
+    JavaVMInitArgs arguments{JNI_VERSION_1_8, std::size(texts), options, JNI_FALSE};
     JavaVM* vm = nullptr;
     JNIEnv* env = nullptr;
-    const jint created = JNI_CreateJavaVM(&vm, reinterpret_cast<void**>(&env), &arguments);
-    if (created != JNI_OK) throw std::runtime_error("no JVM could be started");
+    EXPECT_EQ(JNI_CreateJavaVM(&vm, reinterpret_cast<void**>(&env), &arguments), JNI_OK);
     return vm;
 }
 
