@@ -5,7 +5,7 @@ extern "C" {
 
 [[gnu::visibility("default")]] const char* __asan_default_options()
 {
-    return "handle_segv=0:allow_user_segv_handler=1:allocator_may_return_null=1";
+    return "handle_segv=0:allow_user_segv_handler=1:allocator_may_return_null=1:abort_on_error=1";
 }
 
 [[gnu::visibility("default")]] const char* __lsan_default_options()
