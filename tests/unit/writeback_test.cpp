@@ -1,222 +1,149 @@
 // Mechanism parameters from native to Java: the results that key-producing calls leave in the caller's
 // parameter object, whatever the Cryptoki library and the caller have changed meanwhile, and the new objects
 // that are made of a native mechanism.
-#include "harness/failures.h"
+#include "digest.h"
 #include "helper/convToCK.h"
 #include "helper/convToJava.h"
 #include "param_text.h"
+#include "values.h"
+
+#include <set>
 
 namespace {
 
 using namespace jni;
+using WriteBack = JniTest;
 
-template <typename Structure>
-struct Case {
+struct Row {
     const char* name;
+    jlong type;
     std::string before;         // the caller's parameter
-    void (*work)(Structure&);   // what the Cryptoki library does with it
+    std::string written;        // what the Cryptoki library writes there
     std::string after;          // what the caller's mechanism has then
-    std::string exchanged = {}; // the parameter that the caller puts there during the call
-    jlong exchangedLen = sizeof(Structure);
+    std::string exchanged = {}; // the parameter that the caller puts there during the call, with length 1
 };
 
-struct WriteBack : JniTest {
-    std::size_t sweeps = 0;
-
-    Call producer(std::size_t number, jobject jMechanism)
-    {
-        const jobject on = session(env), key = object(env, 1);
-        const Call calls[] = {
-            call(NATIVE(C_1GenerateKey), on, jMechanism, nullptr, 0, key),
-            call(NATIVE(C_1GenerateKeyPair), on, jMechanism, nullptr, 0, nullptr, 0, key, key),
-            call(NATIVE(C_1UnwrapKey), on, jMechanism, key, bytes(env, {1}), 1, nullptr, 0, key),
-            call(NATIVE(C_1DeriveKey), on, jMechanism, key, nullptr, 0, key),
-        };
-        return calls[number % 4];
+// Numbers, bytes and what pointers point to; - leaves a number or a pointer alone, and @ moves a pointer.
+void write(CK_BYTE* place, std::istream& words)
+{
+    static CK_BYTE elsewhere[64] = {0xee, 0xee, 0xee, 0xee};
+    for (std::string word; words >> word && word != ")"; place += WORD) {
+        CK_BYTE* pointer = elsewhere;
+        if (word != "@") std::memcpy(&pointer, place, WORD);
+        if (word == "(") write(pointer, words);
+        for (std::size_t i = 1; word[0] == '[' && i + 1 < word.size(); i += 2)
+            *pointer++ = static_cast<CK_BYTE>(std::stoul(word.substr(i, 2), nullptr, 16));
+        const CK_ULONG number = std::isdigit(word[0]) ? std::stoul(word) : 0;
+        if (number != 0 || word == "@")
+            std::memcpy(place, word == "@" ? static_cast<void*>(&pointer) : &number, WORD);
     }
-
-    // All producers write the results of each case back, on CKR_OK alone. The first case is also swept.
-    template <typename Structure>
-    void expectWrittenBack(CK_MECHANISM_TYPE type, const std::vector<Case<Structure>>& cases)
-    {
-        const char* const anyObject = "Ljava/lang/Object;";
-        for (const Case<Structure>& row : cases) {
-            SCOPED_TRACE(row.name);
-            jobject jMechanism = nullptr;
-            CK_RV rv = CKR_OK;
-            const auto results = [&](auto, CK_MECHANISM_PTR made, auto...) {
-                row.work(*static_cast<Structure*>(made->pParameter));
-                if (!row.exchanged.empty()) {
-                    setObject(env, jMechanism, "pParameter", anyObject, read(env, row.exchanged));
-                    setLong(env, jMechanism, "parameterLen", row.exchangedLen);
-                }
-                return rv;
-            };
-            recorder::Script& script = recorder::script();
-            script.byteLimit = 0;
-            script.C_GenerateKey = results;
-            script.C_GenerateKeyPair = results;
-            script.C_UnwrapKey = results;
-            script.C_DeriveKey = results;
-            const auto prepare = [&](std::size_t number) {
-                const jobject parameter = read(env, row.before);
-                jMechanism = mechanism(env, static_cast<jlong>(type), parameter, sizeof(Structure));
-                return producer(number, jMechanism);
-            };
-            for (std::size_t number = 0; number < 8; ++number) {
-                const LocalFrame frame(env);
-                rv = number < 4 ? CKR_DEVICE_ERROR : CKR_OK;
-                EXPECT_EQ(rvOf(env, prepare(number)(env)), rv);
-                const std::string& unwritten = row.exchanged.empty() ? row.before : row.exchanged;
-                EXPECT_EQ(show(env, getObject(env, jMechanism, "pParameter", anyObject)),
-                    rv == CKR_OK ? row.after : unwritten);
-            }
-            if (&row != cases.data()) continue;
-            ++sweeps;
-            failEachJniCall(env, [&] { return [this, made = prepare(sweeps)] { return made(env); }; });
-            recorder::reset(); // it refers to local variables
-        }
-    }
-};
-
-// Leaves another address in place of the pointers.
-template <auto... MEMBERS>
-const auto redirect = [](auto& structure) {
-    static CK_BYTE elsewhere[64];
-    std::memset(elsewhere, 0xee, sizeof elsewhere);
-    const auto set = [](auto*& pointer) {
-        pointer = reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(elsewhere);
-    };
-    (set(structure.*MEMBERS), ...);
-};
-
-const std::string ZEROES(180, '0'); // more bytes than the caller's arrays had before the call
-
-TEST_F(WriteBack, initialisationVectors)
-{
-    const std::string pbe = "CK_PBE_PARAMS [0102030405060708] null 0 [01] 1 0";
-    const std::string other = "CK_RSA_PKCS_PSS_PARAMS 1 2 3";
-    expectWrittenBack<CK_PBE_PARAMS>(CKM_PBE_MD2_DES_CBC,
-        {{"8 bytes of a longer one", "CK_PBE_PARAMS [00000000000000000000] null 0 null 0 0",
-             [](auto& made) { std::memset(made.pInitVector, 0xaa, 10); },
-             "CK_PBE_PARAMS [aaaaaaaaaaaaaaaa0000] null 0 null 0 0"},
-            {"a longer array", "CK_PBE_PARAMS [010203] null 0 null 0 0", [](auto&) {},
-                "CK_PBE_PARAMS [010203" + ZEROES + "] null 0 null 0 0",
-                "CK_PBE_PARAMS [000000" + ZEROES + "] null 0 null 0 0"},
-            {"other pointers", pbe, redirect<&CK_PBE_PARAMS::pInitVector, &CK_PBE_PARAMS::pSalt>, pbe},
-            {"another class", pbe, [](auto&) {}, other, other},
-            {"bytes that become a structure", "[" + std::string(48, '6') + "]", [](auto&) {}, pbe, pbe}});
 }
 
-TEST_F(WriteBack, keysAndInitialisationVectorsOfSSL3)
+TEST_F(WriteBack, resultsGoIntoTheCallersObjects)
 {
-    const auto keys = [](const std::string& bits, const std::string& out) {
-        return "CK_SSL3_KEY_MAT_PARAMS 0 0 " + bits +
-               " 0 CK_SSL3_RANDOM_DATA null 0 null 0 CK_SSL3_KEY_MAT_OUT " + out;
-    };
-    using Params = CK_SSL3_KEY_MAT_PARAMS;
-    expectWrittenBack<Params>(CKM_SSL3_KEY_AND_MAC_DERIVE,
-        {{"25 bits are 4 bytes", keys("25", "1 2 3 4 [0000000000] [0000000000]"),
-             [](auto& made) {
-                 CK_SSL3_KEY_MAT_OUT* const out = made.pReturnedKeyMaterial;
-                 *out = {11, 12, 13, 0xffffffff, out->pIVClient, out->pIVServer};
-                 std::memset(out->pIVClient, 0xaa, 5);
-                 std::memset(out->pIVServer, 0xbb, 5);
-             },
-             keys("25", "11 12 13 4294967295 [aaaaaaaa00] [bbbbbbbb00]")},
-            {"longer arrays", keys("24", "1 2 3 4 [010203] [040506]"), [](auto&) {},
-                keys("800", "1 2 3 4 [010203] [040506" + ZEROES + "]"),
-                keys("800", "0 0 0 0 [000000] [000000" + ZEROES + "]")},
-            {"another pointer to a vector", keys("16", "1 2 3 4 [0102] [0304]"),
-                [](auto& made) {
-                    made.pReturnedKeyMaterial->hServerKey = 9;
-                    redirect<&CK_SSL3_KEY_MAT_OUT::pIVClient>(*made.pReturnedKeyMaterial);
-                },
-                keys("16", "1 2 3 9 [0102] [0304]")},
-            {"another pointer to all", keys("16", "1 2 3 4 [0102] [0304]"),
-                redirect<&Params::pReturnedKeyMaterial>, keys("16", "1 2 3 4 [0102] [0304]")}});
-}
-
-TEST_F(WriteBack, versions)
-{
-    const std::string master =
-        "CK_SSL3_MASTER_KEY_DERIVE_PARAMS CK_SSL3_RANDOM_DATA null 0 null 0 CK_VERSION ";
-    using Params = CK_SSL3_MASTER_KEY_DERIVE_PARAMS;
-    expectWrittenBack<Params>(CKM_SSL3_MASTER_KEY_DERIVE,
-        {{"both numbers", master + "1 2",
-             [](auto& made) {
-                 *made.pVersion = {3, 254};
-             },
-             master + "3 -2"},
-            {"another pointer", master + "1 2", redirect<&Params::pVersion>, master + "1 2"},
-            {"room in the declared length", master + "1 2", [](auto&) {}, master + "1 2", master + "5 6", 2},
-            {"no room", master + "1 2", [](auto&) {}, master + "5 6", master + "5 6", 1}});
-}
-
-TEST_F(WriteBack, wrappedSets)
-{
+    const std::string none = " null 0 null 0 0", random = "CK_SSL3_RANDOM_DATA null 0 null 0 ";
+    const std::string zeroes(180, '0'); // more bytes than the caller's array had before the call
+    const std::string pbe = "CK_PBE_PARAMS ", vector = pbe + "[0102030405060708]" + none;
+    const std::string pss = "CK_RSA_PKCS_PSS_PARAMS 1 2 3", six(2 * sizeof(CK_PBE_PARAMS), '6');
+    const std::string keys = "CK_SSL3_KEY_MAT_PARAMS 0 0 25 0 " + random + "CK_SSL3_KEY_MAT_OUT ";
+    const std::string fourKeys = keys + "1 2 3 4 [0000000000] [0000000000]";
+    const std::string version = "CK_SSL3_MASTER_KEY_DERIVE_PARAMS " + random + "CK_VERSION ";
+    const std::string import = "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 null 0 ",
+                      two = import + "( 1 2 ) 2";
     const std::string wrap = "CK_KEY_WRAP_SET_OAEP_PARAMS 0 ";
-    using Params = CK_KEY_WRAP_SET_OAEP_PARAMS;
-    expectWrittenBack<Params>(CKM_KEY_WRAP_SET_OAEP,
-        {{"as long as it reports", wrap + "[0102] 2",
-             [](auto& made) {
-                 std::memset(made.pX, 0xaa, 2);
-                 made.XLen = 1;
-             },
-             wrap + "[aa02] 1"},
-            {"longer than it was", wrap + "[0102] 2", [](auto& made) { made.XLen = 92; },
-                wrap + "[0102" + ZEROES + "] 92", wrap + "[0000" + ZEROES + "] 7"},
-            {"another pointer", wrap + "[0102] 2", redirect<&Params::pX>, wrap + "[0102] 2"}});
-}
-
-TEST_F(WriteBack, handlesAndTheirCount)
-{
-    const std::string import = "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 null 0 ";
-    const std::string three = import + "( 0 0 0 ) 3", two = import + "( 1 2 ) 2";
-    using Params = CK_PKCS12_PBE_IMPORT_PARAMS;
-    expectWrittenBack<Params>(CKM_PKCS12_PBE_IMPORT,
-        {{"three of four, one of them null", import + "( 0 null 0 6 ) 4",
-             [](auto& made) {
-                 const CK_OBJECT_HANDLE handles[] = {7, 8, 9, 10};
-                 std::copy_n(handles, 4, made.hCert);
-                 *made.hCertCount = 3;
-             },
-             import + "( 7 null 9 6 ) 3"},
-            {"more than there were", two, [](auto& made) { *made.hCertCount = 1000; },
-                import + "( 1 2 0 ) 1000", three},
-            {"no longer any", two, [](auto& made) { *made.hCertCount = 0; }, import + "( 0 0 0 ) 0", three},
-            {"another pointer to them", two, redirect<&Params::hCert>, two},
-            {"another pointer to their count", two, redirect<&Params::hCertCount>, two}});
+    const jlong PBE = CKM_PBE_MD2_DES_CBC, KEYS = CKM_SSL3_KEY_AND_MAC_DERIVE,
+                VERSION = CKM_SSL3_MASTER_KEY_DERIVE, WRAP = CKM_KEY_WRAP_SET_OAEP,
+                IMPORT = CKM_PKCS12_PBE_IMPORT;
+    const Row rows[] = {{"8 bytes of a longer vector", PBE, pbe + "[00000000000000000000]" + none,
+                            "[aaaaaaaaaaaaaaaaaaaa]", pbe + "[aaaaaaaaaaaaaaaa0000]" + none},
+        {"a longer array", PBE, pbe + "[010203]" + none, "", pbe + "[010203" + zeroes + "]" + none,
+            pbe + "[000000" + zeroes + "]" + none},
+        {"another pointer to a vector", PBE, vector, "@", vector},
+        {"another class", PBE, vector, "", pss, pss},
+        {"bytes that become a structure", PBE, "[" + six + "]", "", vector, vector},
+        {"25 bits are 4 bytes", KEYS, fourKeys,
+            "- - - - - - - - ( 11 12 13 4294967295 [aaaaaaaaaa] [bbbbbbbbbb] )",
+            keys + "11 12 13 4294967295 [aaaaaaaa00] [bbbbbbbb00]"},
+        {"another pointer to keys", KEYS, fourKeys, "- - - - - - - - @", fourKeys},
+        {"a version", VERSION, version + "1 2", "- - - - [03fe]", version + "3 -2"},
+        {"no room for a version", VERSION, version + "1 2", "", version + "5 6", version + "5 6"},
+        {"a wrapped set as long as reported", WRAP, wrap + "[0102] 2", "- [aa] 1", wrap + "[aa02] 1"},
+        {"three handles of four, one of them null", IMPORT, import + "( 0 null 0 6 ) 4",
+            "- - - - - - ( 7 8 9 10 ) ( 3 )", import + "( 7 null 9 6 ) 3"},
+        {"more handles than there were", IMPORT, two, "- - - - - - - ( 1000 )", import + "( 1 2 0 ) 1000",
+            import + "( 0 0 0 ) 3"},
+        {"another pointer to handles", IMPORT, two, "- - - - - - @", two},
+        {"another pointer to their count", IMPORT, two, "- - - - - - - @", two}};
+    const char* const anyObject = "Ljava/lang/Object;";
+    const jobject on = session(env), key = object(env, 1);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        jobject jMechanism = nullptr;
+        CK_RV rv = CKR_OK;
+        recorder::script().byteLimit = 0;
+        recorder::script().answer = [&](std::span<const recorder::Argument> all) {
+            std::istringstream words(row.written);
+            write(static_cast<CK_BYTE*>(static_cast<CK_MECHANISM_PTR>(all[1].data)->pParameter), words);
+            if (!row.exchanged.empty()) {
+                setObject(env, jMechanism, "pParameter", anyObject, read(env, row.exchanged));
+                setLong(env, jMechanism, "parameterLen", 1);
+            }
+            return rv;
+        };
+        const auto prepare = [&](std::size_t number) {
+            jMechanism = mechanism(env, row.type, read(env, row.before),
+                rowOf(row.before[0] == '[' ? row.after : row.before).size);
+            const Call producers[] = {call(NATIVE(C_1GenerateKey), on, jMechanism, nullptr, 0, key),
+                call(NATIVE(C_1GenerateKeyPair), on, jMechanism, nullptr, 0, nullptr, 0, key, key),
+                call(NATIVE(C_1UnwrapKey), on, jMechanism, key, bytes(env, {1}), 1, nullptr, 0, key),
+                call(NATIVE(C_1DeriveKey), on, jMechanism, key, nullptr, 0, key)};
+            return producers[number % 4];
+        };
+        for (std::size_t number = 0; number < 8; ++number) {
+            const LocalFrame frame(env);
+            rv = number < 4 ? CKR_DEVICE_ERROR : CKR_OK;
+            EXPECT_EQ(rvOf(env, prepare(number)(env)), rv);
+            const std::string& unwritten = row.exchanged.empty() ? row.before : row.exchanged;
+            EXPECT_EQ(show(env, getObject(env, jMechanism, "pParameter", anyObject)),
+                rv == CKR_OK ? row.after : unwritten);
+        }
+        if (row.exchanged.empty())
+            failEachJniCall(env, [&] { return [this, made = prepare(0)] { return made(env); }; });
+    }
 }
 
 TEST_F(WriteBack, mechanismAndSizeDecideTheClassOfANewParameter)
 {
-    std::vector<ParamRow> rows(std::begin(PARAMS), std::end(PARAMS));
-    rows.push_back({"CK_OBJECT_HANDLE 9", 4, "09000000", "", {0x360, 0x80000364}});
-    std::size_t count = 0;
-    for (const ParamRow& row : rows) {
-        const bool isDerive = row.makers.front() == 0x1043; // the length of its public key is unknown
-        const char* const native = isDerive ? "01000000 02000000 [0102] 00000000 null" : row.native;
-        const jobject parameter = read(env, row.java);
-        for (const CK_ULONG type : row.makers) {
-            SCOPED_TRACE(row.java + " of " + std::to_string(type));
-            ++count;
+    std::set<std::string> classes;
+    const jclass byteArray = find(env, "[B");
+    for (const ParamRow& row : PARAMS) {
+        SCOPED_TRACE(row.java);
+        const jobject expected = read(env, row.java), source = mechanism(env, 4225, expected, row.size);
+        CK_MECHANISM raw = zerlin::jMechanismToCKMechanism(env, source);
+        bool isMade = false;
+        for (CK_ULONG type = 0; type < 0x80000b00; type += type == 0x1100 ? 0x7fffef00 : 1) {
             const LocalFrame frame(env);
-            const jobject source = mechanism(env, static_cast<jlong>(type), parameter, row.size);
-            CK_MECHANISM raw = zerlin::jMechanismToCKMechanism(env, source);
-            const jobject made = zerlin::ckMechanismParameterToJMechanismParameter(env, &raw);
-            EXPECT_TRUE(env->IsSameObject(env->GetObjectClass(made), env->GetObjectClass(parameter)));
+            CK_BYTE zeroes[100] = {};
+            const CK_MECHANISM empty = {type, zeroes, raw.ulParameterLen};
+            jobject made = zerlin::ckMechanismParameterToJMechanismParameter(env, &empty);
+            if (env->IsInstanceOf(made, byteArray)) continue;
+            classes.insert(std::to_string(type) + " " + className(env, made) + "\n");
+            if (isMade || className(env, made) != className(env, expected)) continue;
+            isMade = true;
+            raw.mechanism = type;
+            made = zerlin::ckMechanismParameterToJMechanismParameter(env, &raw);
+            // Deliberate: the length of a new CK_ECDH1_DERIVE_PARAMS' public key is unknown.
+            const std::string native = row.java.starts_with("CK_ECDH1") ? "1 2 [0102] 0 null" : row.native;
             EXPECT_EQ(given(env, made, row.size, native), native);
-            if (type == row.makers.front())
-                failEachJniCall(env, [&] { return [&] { zerlin::ckMechanismToJMechanism(env, &raw); }; });
-            zerlin::FreeCKMechanismParameter(env, source, &raw);
-            CK_BYTE bytesOnly[100] = {};
-            raw = {type, bytesOnly, static_cast<CK_ULONG>(row.size) + 1};
-            const jobject bare = zerlin::ckMechanismParameterToJMechanismParameter(env, &raw);
-            EXPECT_EQ(toVector(env, static_cast<jbyteArray>(bare)), Bytes(raw.ulParameterLen));
+            failEachJniCall(env, [&] { return [&] { zerlin::ckMechanismToJMechanism(env, &raw); }; });
         }
+        EXPECT_TRUE(isMade);
+        zerlin::FreeCKMechanismParameter(env, source, &raw);
     }
-    EXPECT_EQ(count, 57U);
+    std::string lines;
+    for (const std::string& line : classes)
+        lines += line;
+    EXPECT_EQ(digest(lines), "57 lines, 1186305234") << lines;
 }
 
 } // namespace

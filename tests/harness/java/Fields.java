@@ -43,7 +43,7 @@ public final class Fields {
                 words.next();
                 return elements.toArray((Object[]) Array.newInstance(expected.getComponentType(), 0));
             case 'C':
-                boolean isParameter = !word.matches("CK_(ATTRIBUTE|OBJECT_HANDLE|VERSION)");
+                boolean isParameter = !word.matches("CK_(ATTRIBUTE|OBJECT_HANDLE|VERSION|.*INFO)");
                 return object(words, Class.forName("halvorn.zerlin." + (isParameter ? "params." : "") + word));
             default:
                 Long value = Long.valueOf(word);
