@@ -7,8 +7,6 @@
 #include "param_text.h"
 #include "values.h"
 
-#include <set>
-
 namespace {
 
 using namespace jni;
@@ -159,42 +157,35 @@ TEST_F(Attributes, nullElementsAreUnavailableAndABadValueEndsTheTemplate)
     EXPECT_EQ(copied.type, 3U);
 }
 
-TEST_F(Attributes, theTypeDecidesTheClassOfANewValue)
+TEST_F(Attributes, theTypeDecidesTheClassOfANewValueAndItsFirstBytesFillIt)
 {
-    const Bytes value(8, '1');
-    std::vector<CK_ATTRIBUTE> all;
-    std::set<std::string> classes;
+    const auto made = [&](const CK_ATTRIBUTE& source) {
+        const jobjectArray all = ckAttributeArrayToJAttributeArray(env, &source, 1);
+        return describe(env, env->GetObjectArrayElement(all, 0));
+    };
+    const Bytes value = {'2', '0', '2', '4', 0, 0, 0, 0};
     std::string lines; // the types that become something else than byte[]
     for (CK_ULONG type = 0; type <= 0x80000400; type += type == 0x400 ? 0x7ffffc00 : 1) {
         const LocalFrame frame(env);
-        const CK_ATTRIBUTE source = native(type, value);
-        const std::string cls = className(env, ckAttributeValueToJObject(env, &source));
-        if (cls != "[B") lines += std::to_string(type) + " " + cls + "\n";
-        if (classes.insert(cls).second) all.push_back(source);
+        const std::string shown = made(native(type, value));
+        if (type != CKA_MECHANISM_LIST && shown.find(" [50, 48") == shown.npos) lines += shown + '\n';
     }
-    EXPECT_EQ(digest(lines), "69 lines, 1721962090") << lines;
-    failEach(env, "new attributes",
-        [&] { return ckAttributeArrayToJAttributeArray(env, all.data(), all.size()) != nullptr; });
-}
-
-TEST_F(Attributes, newAttributesHaveTheirFirstBytesAndTheirLength)
-{
+    EXPECT_EQ(digest(lines), "68 lines, 3730744211") << lines;
     const std::tuple<CK_ULONG, Bytes, CK_ULONG, std::string> rows[] = {
         {0x080, words({0xfedcba98, 0xee}), WORD + 1, "CKA_CERTIFICATE_TYPE (0x80), 0xfedcba98"},
-        {0x001, {1, 7}, 2, "CKA_TOKEN (0x1), CK_TRUE"}, {0x001, {2}, 1, "CKA_TOKEN (0x1), CK_FALSE"},
-        {0x110, {'2', '0', '2', '4', '0', '7', '1', '5', '9'}, 9, "CKA_START_DATE (0x110), 2024-07-15"},
+        {0x001, {1, 7}, 2, "CKA_TOKEN (0x1), CK_TRUE"},
         {0x161, {5, 1, 9, 9}, 2, "CKA_VALUE_LEN (0x161), 261"},
-        {0x80000104, words({8, 0x90000009, 1}), 3 * WORD - 1,
+        {CKA_MECHANISM_LIST, words({8, 0x90000009, 1}), 3 * WORD - 1,
             "CKA_MECHANISM_LIST (0x80000104), [CKM_RIPEMD160_RSA_PKCS (0x8), 0x90000009]"},
-        {0x003, {'a', 255}, 2, "CKA_LABEL (0x3), [97, -1]"}, {0x003, {1}, 0, "CKA_LABEL (0x3), null"},
-        {0x003, {}, ~CK_ULONG{0}, "CKA_LABEL (0x3), null"}};
-    for (const auto& [type, value, length, shown] : rows) {
-        const CK_ATTRIBUTE source = {type, const_cast<CK_BYTE*>(value.data()), length};
-        const jobjectArray made = ckAttributeArrayToJAttributeArray(env, &source, 1);
-        EXPECT_EQ(describe(env, env->GetObjectArrayElement(made, 0)),
-            "[" + shown + "] " + std::to_string(static_cast<jlong>(length)));
+        {0x003, {1}, 0, "CKA_LABEL (0x3), null"}, {0x003, {}, 77, "CKA_LABEL (0x3), null"}};
+    std::vector<CK_ATTRIBUTE> all = {native(0x110, value), native(0x100, value)};
+    for (const auto& [type, bytes, length, shown] : rows) {
+        all.push_back({type, const_cast<CK_BYTE*>(bytes.data()), length});
+        EXPECT_EQ(made(all.back()), "[" + shown + "] " + std::to_string(length));
     }
     EXPECT_EQ(ckAttributeArrayToJAttributeArray(env, nullptr, 3), nullptr);
+    failEach(env, "new attributes",
+        [&] { return ckAttributeArrayToJAttributeArray(env, all.data(), all.size()) != nullptr; });
 }
 
 TEST_F(Attributes, aWriteTakesTheLengthAndAWildcardTheTypeUpToAnEndOrAnException)

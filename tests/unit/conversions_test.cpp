@@ -19,8 +19,8 @@ constexpr CK_ULONG ALL_ONES = ~CK_ULONG{0};
 // of any other constant.
 TEST_F(Conversions, nullsAndOtherObjectsHoldNoHandleOrConstant)
 {
-    CK_ULONG(*const rows[])
-    (JNIEnv*, jobject) = {jObjectHandleToCKObjectHandle, jSessionHandleToCKSessionHandle,
+    using Converter = CK_ULONG (*)(JNIEnv*, jobject);
+    const Converter rows[] = {jObjectHandleToCKObjectHandle, jSessionHandleToCKSessionHandle,
         jAttributeTypeToCKAttributeType, jCertificateTypeToCKCertificateType, jHWFeatureTypeToCKHWFeatureType,
         jKeyTypeToCKKeyType, jMechanismTypeToCKMechanismType, jObjectClassToCKObjectClass,
         jRsaPkcsOaepSourceTypeToCKRsaPkcsOaepSourceType, jRVToCKRV, jStateToCKState, jUserTypeToCKUserType};
@@ -81,9 +81,8 @@ void convertArray(JNIEnv* env, const char* shown, CK_ULONG unit,
         data = nullptr;
         toCK(env, array, &data, &length);
         std::free(data); // it may be there all the same
-        return !env->ExceptionCheck();
+        return !env->ExceptionCheck() && toJava(env, natives.data(), 20) != nullptr;
     });
-    failEach(env, shown, [&] { return toJava(env, natives.data(), 20) != nullptr; });
 }
 
 TEST_F(Conversions, arrays)
@@ -124,11 +123,10 @@ void convertRecord(JNIEnv* env, std::string java, const std::vector<int>& widths
     std::string native;
     for (int number = 1; const int width : widths) {
         const std::string digit = std::to_string(number % 10);
-        std::string bytes;
-        for (int i = 0; i < width; ++i)
-            bytes += width == 2 && i == 0 ? "05" : "0" + digit;
-        const std::string shown = width == 0 ? std::to_string(number) : bytes;
-        java += width == 0 ? " " + shown : width == 2 ? " CK_VERSION 5 " + digit : " [" + bytes + "]";
+        std::string shown = width == 0 ? std::to_string(number) : "05";
+        for (int i = 1; i < width; ++i)
+            shown += "0" + digit;
+        java += width == 0 ? " " + shown : width == 2 ? " CK_VERSION 5 " + digit : " [" + shown + "]";
         native += (width == 0 ? " " : " .") + shown;
         ++number;
     }
@@ -141,8 +139,10 @@ void convertRecord(JNIEnv* env, std::string java, const std::vector<int>& widths
     for (const jobject object : {again, jobject{}, other})
         EXPECT_TRUE(toJava(env, &converted, object) && toJava(env, nullptr, object));
     EXPECT_EQ(show(env, again), java);
-    failEach(env, "to native", [&] { return toCK(env, made, &converted), !env->ExceptionCheck(); });
-    failEach(env, "to Java", [&] { return toJava(env, &converted, again); });
+    failEach(env, java, [&] {
+        toCK(env, made, &converted);
+        return !env->ExceptionCheck() && toJava(env, &converted, again);
+    });
 }
 
 TEST_F(Conversions, informationRecords)
