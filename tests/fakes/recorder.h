@@ -3,7 +3,7 @@
 //
 // A call is noted as one line, C_Login(5, 1, [31323334], 4). It is written while the call runs, so it stays
 // valid when the caller's memory changes:
-// - numbers: decimal below 0x80000000, else hexadecimal: 5, 0xffffffff
+// - numbers: decimal below 0x80000000, -1 for all ones, else hexadecimal: 5, 0xfffffffe
 // - input bytes: [31323334] or null, then the length; [3132..] where a limit cut them
 // - templates: {{0, [03000000], 4}, {3, [6d79], 2}} or null, then the count; {{0, [03], 1}, ..} when cut
 // - mechanisms: {4226, [00010203], 4} or null
@@ -94,6 +94,9 @@ inline void reset()
     calls().clear();
     script() = {};
 }
+
+// How a number is noted as the value of an attribute: "[05000000], 4" in 32 bits.
+std::string value(CK_ULONG number);
 
 // The text of an untouched reference: "@f6c01234", or "null".
 std::string address(const void* reference);

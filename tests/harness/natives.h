@@ -17,6 +17,9 @@ namespace jni {
 
 using Lines = std::vector<std::string>;
 
+// Bits of a Java long that a CK_ULONG loses; none where it has 64 bits.
+constexpr jlong LOST_BITS = 0x7'0000'0000 & ~static_cast<jlong>(~CK_ULONG{0});
+
 inline jobject session(JNIEnv* env, jlong value = 41)
 {
     return make(env, "halvorn/zerlin/CK_SESSION_HANDLE", "(J)V", value);

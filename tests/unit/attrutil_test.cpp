@@ -94,6 +94,7 @@ TEST(Attrutil, assignmentStaysWithinTheCapacity)
 {
     // Type, value and capacity; then what is returned, the length, and what the target's eight dots become.
     using Result = std::tuple<CK_RV, CK_ULONG, std::string>;
+    const std::string longer(sizeof(CK_ULONG) + 3, 'a'); // than any number
     const std::tuple<CK_ATTRIBUTE_TYPE, std::string, CK_ULONG, Result> rows[] = {
         {CKA_CLASS, "\x3", 2, {CKR_OK, 2, "\x3\0......"s}},
         {CKA_CLASS, "\x3", 3, {CKR_GENERAL_ERROR, 3, "........"}},
@@ -103,7 +104,7 @@ TEST(Attrutil, assignmentStaysWithinTheCapacity)
         {CKA_LABEL, "?abc", 2, {CKR_OK, NO_LENGTH, "........"}},
         {CKA_LABEL, "abc", NO_LENGTH, {CKR_BUFFER_TOO_SMALL, NO_LENGTH, "........"}}};
     for (const auto& [type, value, capacity, expected] : rows) {
-        std::string buffer(8, '.');
+        std::string buffer(16, '.');
         CK_ATTRIBUTE targets[] = {
             {CKA_WILDCARD, buffer.data(), capacity}, {CKA_ID, nullptr, 9}, {CKA_CLASS, nullptr, 0}};
         const OwnedSet source = make({{type, value}, {CKA_ID, "id"}, {CKA_LABEL, "other"}});
