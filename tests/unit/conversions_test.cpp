@@ -81,8 +81,9 @@ void convertArray(JNIEnv* env, const char* shown, CK_ULONG unit,
         data = nullptr;
         toCK(env, array, &data, &length);
         std::free(data); // it may be there all the same
-        return !env->ExceptionCheck() && toJava(env, natives.data(), 20) != nullptr;
+        return !env->ExceptionCheck();
     });
+    failEach(env, shown, [&] { return toJava(env, natives.data(), 20) != nullptr; });
 }
 
 TEST_F(Conversions, arrays)
@@ -139,10 +140,8 @@ void convertRecord(JNIEnv* env, std::string java, const std::vector<int>& widths
     for (const jobject object : {again, jobject{}, other})
         EXPECT_TRUE(toJava(env, &converted, object) && toJava(env, nullptr, object));
     EXPECT_EQ(show(env, again), java);
-    failEach(env, java, [&] {
-        toCK(env, made, &converted);
-        return !env->ExceptionCheck() && toJava(env, &converted, again);
-    });
+    failEach(env, "to native", [&] { return toCK(env, made, &converted), !env->ExceptionCheck(); });
+    failEach(env, "to Java", [&] { return toJava(env, &converted, again); });
 }
 
 TEST_F(Conversions, informationRecords)
