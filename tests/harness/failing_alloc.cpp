@@ -2,6 +2,7 @@
 #include "harness/failing_alloc.h"
 
 #include <cstddef>
+#include <cstring>
 
 namespace {
 
@@ -50,7 +51,8 @@ void __real_free(void* block);
 
 void* __wrap_malloc(std::size_t size)
 {
-    return isToFail() ? nullptr : allocated(__real_malloc(size), size);
+    void* const block = isToFail() ? nullptr : __real_malloc(size);
+    return block == nullptr ? nullptr : allocated(std::memset(block, 0xee, size), size);
 }
 
 void* __wrap_calloc(std::size_t count, std::size_t size)

@@ -1,6 +1,7 @@
 // Replaces malloc, calloc, realloc and free in this program's own objects, by linking with --wrap: an
-// allocation fails on request, and every block is watched. Both concern the calling thread only. What shared
-// libraries allocate, operator new included, is neither counted nor watched.
+// allocation fails on request, every block is watched, and nothing of malloc's is zero by chance. Both
+// concern the calling thread only. What shared libraries allocate, operator new included, is neither counted
+// nor watched.
 #pragma once
 
 #include <map>
