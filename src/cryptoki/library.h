@@ -6,8 +6,9 @@
 
 namespace zerlin {
 
-// Loads the Cryptoki library for Java, unless it is loaded: the file that is chosen, the embedded one if that is
-// "embedded", or what the search finds if nothing is chosen. Returns an empty text, or why it cannot be used.
+// Loads the Cryptoki library for Java, unless it is loaded: the file that is chosen, the embedded one if that
+// is "embedded", or what the search finds if nothing is chosen. Returns an empty text, or why it cannot be
+// used.
 std::string loadLibrary(const std::string& chosen);
 
 // Closes it: no native may run until loadLibrary has succeeded again. For a program that is linked with us it

@@ -73,7 +73,10 @@ struct Wrapped<canRaise, Member> {
         bool isMissing = false;
         if constexpr (function == "FindClass") isMissing = wanted.lookup == last;
         if constexpr (canRaise)
-            if (failsNow(env, function, isMissing)) return R(function == "PushLocalFrame" ? JNI_ERR : 0);
+            if (failsNow(env, function, isMissing)) {
+                if constexpr (function == "PushLocalFrame") return JNI_ERR;
+                return R();
+            }
         if constexpr (std::is_convertible_v<R, jobject>)
             if (wanted.silent == function) return nullptr;
         if constexpr (function == "GetByteArrayRegion") seen.read.push_back(std::get<3>(all));

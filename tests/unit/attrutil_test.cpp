@@ -109,6 +109,7 @@ TEST(Attrutil, assignmentStaysWithinTheCapacity)
             {CKA_WILDCARD, buffer.data(), capacity}, {CKA_ID, nullptr, 9}, {CKA_CLASS, nullptr, 0}};
         const OwnedSet source = make({{type, value}, {CKA_ID, "id"}, {CKA_LABEL, "other"}});
         const CK_RV rv = TransferAttr(targets, source->attrs, 1);
+        buffer.resize(std::get<2>(expected).size());
         EXPECT_EQ(Result(rv, targets->ulValueLen, buffer), expected) << text(source.get());
         EXPECT_EQ(TransferAttr(targets, source->attrs, 2), CKR_OK); // the last one's result
         EXPECT_EQ(TransferAttr(targets, source->attrs, 3), CKR_GENERAL_ERROR);

@@ -136,6 +136,11 @@ struct Native {
     }
 };
 
+inline void PrintTo(const Native& native, std::ostream* out)
+{
+    *out << native.name;
+}
+
 template <typename... Parameters>
 Call withoutArguments(jobject(JNICALL* native)(JNIEnv*, jclass, Parameters...))
 {

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <regex>
 #include <sstream>
 
 namespace jni {
@@ -31,11 +30,22 @@ inline jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong param
     return made;
 }
 
+// The first piece of such a text.
+inline std::string firstPiece(std::string_view text)
+{
+    const std::string_view digits = text[0] == '.' ? ".0123456789abcdef" : "0123456789";
+    const std::size_t length = text[0] == ' '   ? 1
+                               : text[0] == 'n' ? 4
+                               : text[0] == '[' ? text.find(']') + 1
+                               : text[0] == '(' ? text.find(')') + 1
+                                                : text.find_first_not_of(digits);
+    return std::string(text.substr(0, length));
+}
+
 // The text of the memory. The expected text gives its layout, so the two are equal if the memory is as
 // expected.
 inline std::string nativeText(const void* memory, const std::string& expected)
 {
-    static const std::regex PIECE(R"( |null|\d+|\.+[0-9a-f]*|\[[^\]]*\]|\([^)]*\))");
     std::string text;
     const auto* data = static_cast<const CK_BYTE*>(memory);
     const auto take = [&](auto value) {
@@ -44,8 +54,9 @@ inline std::string nativeText(const void* memory, const std::string& expected)
         data += sizeof value;
         return value;
     };
-    for (std::sregex_iterator i(expected.begin(), expected.end(), PIECE), end; i != end; ++i) {
-        const std::string piece = i->str();
+    std::string piece;
+    for (std::size_t at = 0; at < expected.size(); at += piece.size()) {
+        piece = firstPiece(std::string_view(expected).substr(at));
         if (piece == " ") {
             text += piece;
         } else if (piece[0] == '.') {
