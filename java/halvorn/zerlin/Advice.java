@@ -72,8 +72,8 @@ final class Advice {
         put(CKR.ARGUMENTS_BAD, "an argument is null or has an impossible value");
 
         // Mechanisms
-        put(CKR.MECHANISM_INVALID, "the token does not have this mechanism, or not for this operation; see"
-                + " C_GetMechanismInfo, and in CKM which of two values with the same name it is");
+        put(CKR.MECHANISM_INVALID, "the token does not have this mechanism, or not for this operation or with this"
+                + " parameter; see C_GetMechanismInfo, and in CKM which of two values with one name it is");
         put(CKR.MECHANISM_PARAM_INVALID, "the parameter has the wrong class, length or content for this mechanism");
         put(CKR.DOMAIN_PARAMS_INVALID, "the token does not take these domain parameters");
         put(CKR.CURVE_NOT_SUPPORTED, "the token does not have this curve");

@@ -109,7 +109,7 @@ public final class NativeLibrary {
     }
 
     // The library calls this while it is loaded. Returns the value of the property, or null if nothing is chosen.
-    private static byte[] onLoad(byte[] version, byte[] file) {
+    static byte[] onLoad(byte[] version, byte[] file) {
         String found = new String(version, StandardCharsets.US_ASCII);
         if (!found.equals(VERSION)) {
             throw new UnsatisfiedLinkError("zerlin.jar " + VERSION + " needs libzerlin.so " + VERSION + ", found "

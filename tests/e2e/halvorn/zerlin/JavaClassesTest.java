@@ -168,15 +168,6 @@ class JavaClassesTest {
         assertEquals(CKR.MUTEX_BAD, java.lockMutex.LockMutex("mutex"));
     }
 
-    @ParameterizedTest
-    @CsvSource({"x/libzerlin.so: wrong ELF class: ELFCLASS64, '\n- x/libzerlin.so is a 64-bit library, and this JVM is 32'",
-        "Illegal native access from x, --enable-native-access=ALL-UNNAMED",
-        "Can't load library: x, -Dhalvorn.zerlin.library", "Expecting an absolute path, must be an absolute"})
-    void aFailedLoadIsExplained(String loaderText, String help) {
-        String text = NativeLibrary.explain(loaderText, "Linux i386", "32");
-        assertTrue(text.matches("(?s)[^\n]*" + loaderText + "\n- [^\n]*") && text.contains(help), text);
-    }
-
     // CKN_ has no class, because this library passes on no notification callbacks.
     private static final Pattern DEFINE =
             Pattern.compile("^#define ((?!CKN_)CK[A-Z]_\\w+)\\s+(0x[0-9A-F]+)UL\\b", Pattern.MULTILINE);
@@ -206,8 +197,6 @@ class JavaClassesTest {
         CK_RV bad = new CK_RV(CKR.PIN_INCORRECT);
         assertSame(bad, bad.orThrow(CKR.CANCEL, CKR.PIN_INCORRECT));
         CryptokiException thrown = assertThrows(CryptokiException.class, () -> bad.orThrow("C_Login", CKR.CANCEL));
-        assertTrue(thrown.getMessage().startsWith("C_Login: CKR_PIN_INCORRECT (0xa0): the PIN is wrong;"));
-        assertEquals("Vendor defined (0x80000129)", new CryptokiException(new CK_RV(0x80000129L)).getMessage());
         assertTrue(thrown.is(CKR.PIN_INCORRECT) && thrown.getRV().equals(bad) && thrown.getCall().equals("C_Login"));
     }
 }

@@ -14,7 +14,7 @@ import token.*;
 class SoftTokenTest {
     @Test
     void objectsAreCopiedToOtherTokensAndTokensInitialised() {
-        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
+        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow(CKR.CRYPTOKI_ALREADY_INITIALIZED);
         Session own = new Session(create("own"));
         Session other = new Session(create("other"));
         login(own.handle, CKU.USER, USER_PIN).orThrow();
