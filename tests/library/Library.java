@@ -9,6 +9,7 @@ import java.nio.file.*;
 import java.util.*;
 
 public final class Library {
+    private static final String CHOICE = "halvorn.zerlin.cryptoki";
     private static final List<Object> LOADED = new ArrayList<>(); // so that no class loader is collected
 
     /** What each class loader runs: makes one Cryptoki call and asks for one name. */
@@ -26,6 +27,15 @@ public final class Library {
         expect("libcryptoki.so is already loaded in this process, from " + work + "/namesake/libcryptoki.so, and would be"
                 + " used instead of " + work + "/other/libcryptoki.so", work, "other", arguments[1], arguments[4]);
         expect("0x80000005, CKR_PIN_INCORRECT", work, "same", arguments[1], work + "/namesake/libcryptoki.so");
+        String taken = "libcryptoki.so is already loaded in this process, from " + work + "/namesake/libcryptoki.so,";
+        System.setProperty(CHOICE, work + "/namesake/libcryptoki.so");
+        expect("0x80000005, CKR_PIN_INCORRECT", work, "chosen", arguments[1], arguments[2]);
+        System.setProperty(CHOICE, arguments[4]);
+        expect(taken + " and would be used instead of " + arguments[4], work, "another", arguments[1], null);
+        System.setProperty(CHOICE, "embedded");
+        expect(taken + " and would be used instead of " + work + "/embedded/zerlin/", work, "embedded", arguments[1], null);
+        System.setProperty(CHOICE, "libcryptoki.so");
+        expect(CHOICE + " must be \"embedded\" or an absolute path", work, "relative", arguments[1], null);
     }
 
     private static void expect(String text, Path work, String name, String zerlin, String cryptoki) throws Exception {

@@ -35,10 +35,9 @@ void operator delete[](void* memory, std::size_t) noexcept
 
 namespace {
 
-// Works in a child process, because a process loads one module only. The reason why the module cannot be used
-// is a regular expression, empty if it can.
+// Works in a child process, because a process loads one module only. What is printed is a regular expression.
 template <typename Work>
-void inChild(const char* module, const std::string& reason, Work work)
+void inChild(const char* module, const std::string& printed, Work work)
 {
     const auto run = [&] {
         setenv("ZERLIN_MODULE", module, 1);
@@ -46,8 +45,7 @@ void inChild(const char* module, const std::string& reason, Work work)
         work();
         std::_Exit(0);
     };
-    const std::string line = "zerlin: cannot use the PKCS#11 module [^\n]* \\(" + reason + "\\);[^\n]*\n";
-    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "^" + (reason.empty() ? "" : line) + "$") << module;
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "^" + printed + "$") << module;
 }
 
 template <typename T>
@@ -216,6 +214,40 @@ TEST(SoftToken, anObjectIsCopiedCompletelyOrNotAtAll)
     });
 }
 
+// ---- the start of a module
+
+// The structure that some modules take has the parameters before its last member.
+TEST(SoftToken, aModuleGetsItsParametersAndItsRefusalIsExplained)
+{
+    const struct {
+        const char* parameters;
+        CK_RV rv;
+        std::string line;
+    } rows[] = {{"", CKR_OK, ""}, {"", CKR_CRYPTOKI_ALREADY_INITIALIZED, ""}, {"a=b", CKR_CANT_LOCK, ""},
+        {"", CKR_DEVICE_ERROR,
+            "zerlin: the PKCS#11 module [^\n]* does not start \\(C_Initialize returns 0x30\\); "
+            "see its documentation; if it needs parameters, set ZERLIN_MODULE_ARGS\n"},
+        {"a=b", CKR_DEVICE_ERROR, "zerlin: [^\n]* look at the parameters in ZERLIN_MODULE_ARGS\n"}};
+    for (const auto& [parameters, rv, line] : rows) {
+        inChild(RECORDING_MODULE, line, [&] {
+            setenv("ZERLIN_MODULE_ARGS", parameters, 1);
+            static const CK_RV returned = rv;
+            variable<Answer>(RECORDING_MODULE, "onCall") = [](std::size_t, const CK_ULONG* words) {
+                const auto* const args = &at<CK_ULONG>(words[0]);
+                const bool isLonger = *std::getenv("ZERLIN_MODULE_ARGS") != '\0';
+                EXPECT_STREQ(isLonger ? &at<char>(args[5]) : "a=b", "a=b");
+                EXPECT_EQ(args[4], CKF_OS_LOCKING_OK);
+                EXPECT_EQ(args[isLonger ? 6 : 5], 9U);
+                return returned;
+            };
+            CK_C_INITIALIZE_ARGS args = {};
+            args.flags = CKF_OS_LOCKING_OK;
+            args.pReserved = MADE_AT;
+            EXPECT_EQ(C_Initialize(&args), rv);
+        });
+    }
+}
+
 // ---- forwarding
 
 constexpr CK_RV FIRST = CKR_CRYPTOKI_ALREADY_INITIALIZED; // nothing is printed if C_Initialize returns it
@@ -272,7 +304,8 @@ TEST(SoftToken, modulesThatLackSomethingAreReportedOrUsedWithoutIt)
         {RECORDING_MODULE, "", CK_VERSION{2, 1}, FIRST + 67},
         {RECORDING_MODULE, "", CK_VERSION{3, 0}, FIRST + 67}};
     for (const auto& [module, reason, version, rv] : rows) {
-        inChild(module, reason, [&] {
+        const std::string line = "zerlin: cannot use the PKCS#11 module [^\n]* \\(" + reason + "\\);[^\n]*\n";
+        inChild(module, reason.empty() ? "" : line, [&] {
             if (version) {
                 auto*& list = variable<CK_FUNCTION_LIST*>(module, "offeredList");
                 variable<Answer>(module, "onCall") = record;
