@@ -1,4 +1,7 @@
 // Attribute templates from Java to native: the value by its Java class, the length by the attribute's type.
+#include <algorithm>
+#include <cstring>
+
 #include "helper/attributeFields.h"
 #include "helper/convToCK.h"
 #include "helper/elements.h"
@@ -51,18 +54,19 @@ NewValue elements(JNIEnv* env, CallMemory* memory, jobject value,
     return made;
 }
 
-// The long[] that the memory of an int[] would make (on i386 it would begin one int later): each element the
-// low half of two ints. Deliberate; but it is a long[] that is read, since an int[] has no memory for the
-// second half of the elements. Null with an exception pending.
+// The long[] that the memory of an int[] would make (on i386 it would begin one int later): each element two
+// ints, the first in its low half. Deliberate; but it is a long[] that is read, since an int[] has no memory
+// for the second half of the elements. Null with an exception pending.
 jlongArray longsOfInts(JNIEnv* env, jintArray array)
 {
     const jsize count = env->GetArrayLength(array);
     const jlongArray longs = env->NewLongArray(count);
     if (longs == nullptr) return nullptr;
     for (jsize i = 0; 2 * i < count; ++i) {
-        jint low = 0;
-        env->GetIntArrayRegion(array, 2 * i, 1, &low);
-        const jlong element = low;
+        jint pair[2] = {};
+        env->GetIntArrayRegion(array, 2 * i, std::min<jsize>(2, count - 2 * i), pair);
+        jlong element = 0;
+        std::memcpy(&element, pair, sizeof element);
         if (!env->ExceptionCheck()) env->SetLongArrayRegion(longs, i, 1, &element);
         if (env->ExceptionCheck()) {
             env->DeleteLocalRef(longs);

@@ -71,8 +71,8 @@ inline std::vector<Value> values(JNIEnv* e)
         {string(e, "my\xc3\xa9"), {'m', 'y', 0xc3, 0xa9, 0}, 4},
         {make(e, "java/lang/Integer", "(I)V", -2), words({-2})},
         // Read as a long[] of the same memory; what lies behind the array counts as zero.
-        {filled(e, e->NewIntArray(3), &JNIEnv::SetIntArrayRegion, {1, 9, -2}), words({1, -2, 0}), 3, {},
-            REFUSED, words({1, 9, -2})},
+        {filled(e, e->NewIntArray(3), &JNIEnv::SetIntArrayRegion, {1, 9, -2}),
+            words({0x9'00000001, 0xfffffffe, 0}), 3, {}, REFUSED, words({1, 9, -2})},
         {filled(e, e->NewBooleanArray(2), &JNIEnv::SetBooleanArrayRegion, {1, 0}), {1, 0}},
         {filled(e, e->NewCharArray(2), &JNIEnv::SetCharArrayRegion, {'a', 0x1ff}), {'a', 0xff}},
         {make(e, "java/lang/Byte", "(B)V", -1), {255}},
