@@ -3,6 +3,7 @@ package halvorn.zerlin;
 
 import java.io.File;
 import java.nio.charset.StandardCharsets;
+import java.util.List;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 
@@ -13,8 +14,10 @@ import java.util.regex.Pattern;
  * wrong; later uses throw {@code NoClassDefFoundError}. A program that wants to see the first error more
  * often calls {@link #load} before it uses those classes.
  *
- * <p>The JVM searches the library on {@code java.library.path}. If the system property {@value #PROPERTY} is
- * set, the library is the file that it names.
+ * <p>If the system property {@value #PROPERTY} is set, the library is the file that it names. Otherwise
+ * {@code zerlin-all.jar} unpacks the library that it brings for this JVM into a new folder that only this user
+ * can read, and removes the folder when the library is loaded; with {@code zerlin.jar} the JVM searches the
+ * library on {@code java.library.path}.
  *
  * <p>One file of the library serves one class loader at a time. A second class loader can load it when the
  * first one has been collected.
@@ -33,6 +36,13 @@ public final class NativeLibrary {
      * {@code embedded} for the one that comes with Zerlin and drives an ordinary PKCS#11 module.
      */
     public static final String CRYPTOKI_PROPERTY = "halvorn.zerlin.cryptoki";
+
+    /**
+     * The system property that may contain the directory in which {@code zerlin-all.jar} unpacks its libraries,
+     * for machines whose temporary directory must not contain code that runs (noexec). The default is
+     * {@code java.io.tmpdir}.
+     */
+    public static final String WORKDIR_PROPERTY = "halvorn.zerlin.workdir";
 
     /** The version of these classes, which libzerlin.so must have too. */
     static final String VERSION = "3.10.0";
@@ -61,8 +71,12 @@ public final class NativeLibrary {
         {"Expecting an absolute path", PROPERTY + " must be an absolute path."},
         {"needs libzerlin\\.so",
             "zerlin.jar and libzerlin.so must be of the same version: take both from one package."},
+        {"cannot unpack",
+            "zerlin-all.jar needs a directory in which this user may write 2 MB, and run code: name one with -D"
+            + WORKDIR_PROPERTY + "=<the directory>."},
         {"failed to map segment|Operation not permitted",
-            "the file system of the library forbids to run code (noexec): put the library elsewhere."},
+            "the file system of the library forbids to run code (noexec): put the library elsewhere; with"
+            + " zerlin-all.jar name another directory with -D" + WORKDIR_PROPERTY + "=<the directory>."},
         {"(?i)relocating|ld-linux|GLIBC|musl",
             "the library needs the C library of Debian 12 (glibc 2.36) or later: it does not run on musl (Alpine Linux)"
             + " or on older systems."},
@@ -91,10 +105,10 @@ public final class NativeLibrary {
     private static synchronized void loadOrExplain() {
         String file = System.getProperty(PROPERTY);
         try {
-            if (file == null) {
-                System.loadLibrary("zerlin");
-            } else {
+            if (file != null) {
                 System.load(file);
+            } else if (!Bundled.load()) {
+                System.loadLibrary("zerlin");
             }
             loaded = true;
         } catch (UnsatisfiedLinkError e) {
@@ -127,9 +141,14 @@ public final class NativeLibrary {
     }
 
     private static UnsatisfiedLinkError explained(Throwable cause) {
-        UnsatisfiedLinkError clear = new UnsatisfiedLinkError(explain(cause.getMessage(),
-                System.getProperty("os.name") + " " + System.getProperty("os.arch"),
-                System.getProperty("sun.arch.data.model", "unknown")));
+        String text = explain(cause.getMessage(), System.getProperty("os.name") + " " + System.getProperty("os.arch"),
+                System.getProperty("sun.arch.data.model", "unknown"));
+        List<String> abis = Bundled.abis();
+        if (!abis.isEmpty() && !abis.contains(Bundled.abi())) {
+            text += "\n- this zerlin-all.jar has the libraries for " + String.join(" and ", abis) + " only, and this JVM is "
+                    + Bundled.abi() + ".";
+        }
+        UnsatisfiedLinkError clear = new UnsatisfiedLinkError(text);
         clear.initCause(cause);
         return clear;
     }
