@@ -1,6 +1,10 @@
 // The operations through the binding inside the JDK, called as its own callers do.
 
+import static java.lang.invoke.MethodType.methodType;
 import static sun.security.pkcs11.wrapper.PKCS11Constants.*;
+
+import java.lang.invoke.MethodHandle;
+import java.lang.invoke.MethodHandles;
 
 import sun.security.pkcs11.wrapper.CK_ATTRIBUTE;
 import sun.security.pkcs11.wrapper.CK_C_INITIALIZE_ARGS;
@@ -10,6 +14,8 @@ import sun.security.pkcs11.wrapper.PKCS11;
 import sun.security.pkcs11.wrapper.PKCS11Exception;
 
 final class JdkBinding implements Binding {
+    private static final MethodHandle FREE_HANDLE = findFreeHandle();
+
     private final PKCS11 p11;
     private final long session;
     private final byte[] data = new byte[DATA];
@@ -38,6 +44,26 @@ final class JdkBinding implements Binding {
         this.p11 = p11;
         session = p11.C_OpenSession(SLOT, CKF_SERIAL_SESSION | CKF_RW_SESSION, null, null);
         pss.setParameter(new CK_RSA_PKCS_PSS_PARAMS("SHA-256", "MGF1", "SHA-256", DIGEST));
+    }
+
+    // Where the binding keeps a native mechanism (Java 17 does), the caller must free it.
+    private static void free(CK_MECHANISM mechanism) {
+        if (FREE_HANDLE == null) {
+            return;
+        }
+        try {
+            FREE_HANDLE.invokeExact(mechanism);
+        } catch (Throwable e) {
+            throw new IllegalStateException(e);
+        }
+    }
+
+    private static MethodHandle findFreeHandle() {
+        try {
+            return MethodHandles.lookup().findVirtual(CK_MECHANISM.class, "freeHandle", methodType(void.class));
+        } catch (ReflectiveOperationException e) {
+            return null;
+        }
     }
 
     /** Loads the Cryptoki library. With any other argument every call would be synchronized. */
@@ -75,7 +101,7 @@ final class JdkBinding implements Binding {
             case SIGN_PSS -> () -> {
                 p11.C_SignInit(session, pss, KEY);
                 p11.C_Sign(session, data);
-                pss.freeHandle(); // the caller must free the native mechanism
+                free(pss);
             };
         };
     }
