@@ -55,10 +55,10 @@ void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds
         for (std::size_t i = 0; i < all.size(); ++i) {
             const auto* const attributes = static_cast<CK_ATTRIBUTE*>(all[i].data);
             if (all[i].form == recorder::Argument::Outputs && kinds[i].isSecret)
-                std::memset(all[i].data, SECRET, all[i].number);
+                std::fill_n(static_cast<char*>(all[i].data), all[i].number, SECRET);
             if (all[i].form == recorder::Argument::Template)
                 for (CK_ULONG k = 0; k < all[i].number; ++k)
-                    std::memset(attributes[k].pValue, SECRET, attributes[k].ulValueLen);
+                    std::fill_n(static_cast<char*>(attributes[k].pValue), attributes[k].ulValueLen, SECRET);
         }
         return rv;
     };
