@@ -4,6 +4,7 @@
 import static token.FreshToken.*;
 
 import halvorn.zerlin.CK_ATTRIBUTE;
+import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 import halvorn.zerlin.CK_MECHANISM;
 import halvorn.zerlin.CK_OBJECT_HANDLE;
 import halvorn.zerlin.CK_SESSION_HANDLE;
@@ -56,7 +57,7 @@ public final class Cryptography {
     }
 
     public static void main(String[] arguments) throws Exception {
-        Demo.inSession(session -> {
+        Demo.inSession(CK_C_INITIALIZE_ARGS.osLocking(), session -> {
             // All objects created here are session objects, which end with the session.
             Cryptography cryptography = new Cryptography(session);
             cryptography.aes();

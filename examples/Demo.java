@@ -19,8 +19,8 @@ final class Demo {
     }
 
     /** Runs a program in a read/write session in which the user is logged in. */
-    static void inSession(Program program) throws Exception {
-        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
+    static void inSession(CK_C_INITIALIZE_ARGS locking, Program program) throws Exception {
+        Cryptoki.C_Initialize(locking).orThrow();
         try {
             long slot = FreshToken.find(TOKEN_LABEL); // no other token is ever changed
             if (!FreshToken.isInitialised(FreshToken.tokenInfo(slot))) {

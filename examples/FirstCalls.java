@@ -23,9 +23,8 @@ public final class FirstCalls {
     private static final byte[] FIRST_PIN = ascii("first-secret");
 
     public static void main(String[] arguments) {
-        // The library uses Java's own locks; CK_C_INITIALIZE_ARGS.osLocking() is faster
-        // if the Cryptoki library supports it.
-        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.javaLocking()).orThrow();
+        // The library uses the system's locks; with CK_C_INITIALIZE_ARGS.javaLocking() it uses Java's own.
+        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow();
         try {
             showLibrary();
             showSlots();

@@ -4,6 +4,7 @@
 import static token.FreshToken.*;
 
 import halvorn.zerlin.CK_ATTRIBUTE;
+import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
 import halvorn.zerlin.CK_OBJECT_HANDLE;
 import halvorn.zerlin.CK_SESSION_HANDLE;
 import halvorn.zerlin.CTUtil;
@@ -30,7 +31,7 @@ public final class Objects {
     private static final String APPLICATION = "Zerlin example";
 
     public static void main(String[] arguments) throws Exception {
-        Demo.inSession(session -> {
+        Demo.inSession(CK_C_INITIALIZE_ARGS.javaLocking(), session -> {
             List<CK_OBJECT_HANDLE> made = new ArrayList<>();
             try {
                 make(session, made);
