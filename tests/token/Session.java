@@ -8,6 +8,8 @@ import halvorn.zerlin.constants.*;
 
 /** A read/write session. Every call that fails throws. */
 public final class Session {
+    /** Whether the tokens are those of NSS. */
+    public static final boolean IS_NSS = String.valueOf(System.getenv("ZERLIN_MODULE")).contains("softokn");
     public final CK_SESSION_HANDLE handle;
 
     public Session(long slot) {
