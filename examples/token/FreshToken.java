@@ -14,9 +14,9 @@ import java.nio.charset.StandardCharsets;
 import java.util.Arrays;
 
 public final class FreshToken {
-    /** NSS lets the security officer log in only with an empty PIN, and only as long as the user has none. */
+    // NSS lets the security officer log in only with an empty PIN; some tokens are delivered with PINs.
     public static final byte[] SO_PIN = ascii(System.getenv().getOrDefault("TOKEN_SO_PIN", "so-secret"));
-    public static final byte[] USER_PIN = ascii("user-secret");
+    public static final byte[] USER_PIN = ascii(System.getenv().getOrDefault("TOKEN_USER_PIN", "user-secret"));
     public static final long READ_ONLY = CKF.SERIAL_SESSION;
     public static final long READ_WRITE = CKF.SERIAL_SESSION | CKF.RW_SESSION;
 
