@@ -88,9 +88,10 @@ const char* modulePath()
 void printRefusal(CK_RV rv)
 {
     const char* const path = modulePath();
+    const bool hasParameters = variable("ZERLIN_MODULE_ARGS") != nullptr;
     std::fprintf(
         stderr, "zerlin: the PKCS#11 module %s does not start (C_Initialize returns 0x%lx); ", path, rv);
-    if (std::strstr(path, "softhsm") != nullptr) {
+    if (std::strstr(path, "softhsm") != nullptr && !hasParameters) {
         const char* const configuration = variable("SOFTHSM2_CONF");
         std::fprintf(stderr,
             "SoftHSM reads %s%s: this user must be able to read that file, and to write in the folder that "
@@ -98,10 +99,12 @@ void printRefusal(CK_RV rv)
             "names in directories.tokendir\n",
             configuration != nullptr ? configuration : "/etc/softhsm/softhsm2.conf",
             configuration != nullptr ? "" : ", because SOFTHSM2_CONF is not set");
-    } else if (variable("ZERLIN_MODULE_ARGS") == nullptr) {
+    } else if (!hasParameters) {
         std::fprintf(stderr, "see its documentation; if it needs parameters, set ZERLIN_MODULE_ARGS\n");
     } else {
-        std::fprintf(stderr, "see its documentation, and look at the parameters in ZERLIN_MODULE_ARGS\n");
+        std::fprintf(stderr,
+            "see its documentation, whether it takes parameters at all, and look at the parameters in "
+            "ZERLIN_MODULE_ARGS\n");
     }
 }
 
