@@ -17,10 +17,8 @@ public final class Hostile {
 
     static {
         try (JarFile jar = new JarFile(System.getProperty("java.class.path").split(":")[0])) {
-            for (JarEntry entry : Collections.list(jar.entries())) {
-                if (entry.getName().endsWith(".class")) {
-                    CLASSES.add(Class.forName(entry.getName().replace('/', '.').replace(".class", "")));
-                }
+            for (Object name : jar.stream().map(JarEntry::getName).filter(name -> name.endsWith(".class")).toArray()) {
+                CLASSES.add(Class.forName(name.toString().replace('/', '.').replace(".class", "")));
             }
         } catch (Exception e) {
             throw new ExceptionInInitializerError(e);
@@ -37,8 +35,6 @@ public final class Hostile {
             CK_SSL3_KEY_MAT_PARAMS.class, CKM.SSL3_KEY_AND_MAC_DERIVE, CK_KEY_WRAP_SET_OAEP_PARAMS.class,
             CKM.KEY_WRAP_SET_OAEP, CK_SSL3_MASTER_KEY_DERIVE_PARAMS.class, CKM.SSL3_MASTER_KEY_DERIVE,
             CK_PKCS12_PBE_IMPORT_PARAMS.class, CKM.PKCS12_PBE_IMPORT);
-    private static final List<Class<?>> VALUES = List.of(byte[].class, String.class, Long.class, CK_BBOOL.class,
-            CK_DATE.class, CK_OBJECT_HANDLE.class, CK_KEY_TYPE.class, CK_MECHANISM_TYPE[].class);
 
     // What overridden methods and, now and then, locking callbacks do.
     static LongSupplier action = () -> {
@@ -83,15 +79,11 @@ public final class Hostile {
     private Object make(Class<?> type) throws ReflectiveOperationException {
         long number = around(random.nextInt(200));
         if (type == Object.class) {
-            return make(oneOf(VALUES));
-        } else if (type == long.class) {
-            return number;
-        } else if (type == int.class) {
-            return (int) number & 0xFF;
-        } else if (type == byte.class) {
-            return (byte) number;
-        } else if (type == boolean.class) {
-            return chance(2);
+            return make(oneOf(List.of(byte[].class, String.class, Long.class, CK_BBOOL.class, CK_DATE.class,
+                    CK_OBJECT_HANDLE.class, CK_KEY_TYPE.class, CK_MECHANISM_TYPE[].class)));
+        } else if (type.isPrimitive()) {
+            return type == long.class ? (Object) number : type == int.class ? (Object) ((int) number & 0xFF)
+                    : type == byte.class ? (Object) (byte) number : (Object) chance(2);
         } else if (chance(10)) {
             return null;
         } else if (type == Long.class) {
@@ -99,7 +91,7 @@ public final class Hostile {
         } else if (type == String.class) {
             return "caf\u00e9\0\ud83d\ude00";
         } else if (type == CK_KEY_TYPE.class && chance(2)) {
-            return new Throwing();
+            return new CK_KEY_TYPE() { @Override public void setValue(long value) { action.getAsLong(); } };
         } else if (type.isInterface()) { // a locking callback
             return Proxy.newProxyInstance(type.getClassLoader(), new Class<?>[] {type}, (proxy, method, given) ->
                     chance(6) ? action.getAsLong() : method.getReturnType() == long.class ? (Object) number : "mutex");
@@ -120,7 +112,7 @@ public final class Hostile {
 
     private Object object(Class<?> type) throws ReflectiveOperationException {
         if (type == CK_MECHANISM.class) {
-            Class<?> one = chance(2) ? Object.class : oneOf(chance(2) ? STRUCTURES : List.copyOf(WRITING.keySet()));
+            Class<?> one = chance(2) ? Object.class : oneOf(STRUCTURES);
             CK_MECHANISM made = new CK_MECHANISM(WRITING.getOrDefault(one, around(CKM.AES_CBC)), make(one));
             boolean isStructure = made.pParameter != null && STRUCTURES.contains(made.pParameter.getClass());
             made.parameterLen = isStructure ? made.parameterLen : around(made.parameterLen);
@@ -131,17 +123,17 @@ public final class Hostile {
             made.pValue = chance(16) ? made : made.pValue;
             return made;
         }
-        Constructor<?> constructor = type.getDeclaredConstructor();
         if (STRUCTURES.contains(type)) { // the full constructor makes the lengths right
-            constructor = Collections.max(Arrays.asList(type.getConstructors()),
+            Constructor<?> full = Collections.max(Arrays.asList(type.getConstructors()),
                     Comparator.comparing(Constructor::getParameterCount));
+            List<Object> given = new ArrayList<>();
+            for (Class<?> one : full.getParameterTypes()) {
+                given.add(make(one));
+            }
+            return full.newInstance(given.toArray());
         }
-        Object[] given = new Object[constructor.getParameterCount()];
-        for (int i = 0; i < given.length; i++) {
-            given[i] = make(constructor.getParameterTypes()[i]);
-        }
-        Object made = constructor.newInstance(given);
-        for (Field field : given.length > 0 ? new Field[0] : type.getFields()) {
+        Object made = type.getDeclaredConstructor().newInstance();
+        for (Field field : type.getFields()) {
             field.set(made, make(field.getType()));
         }
         return made;
@@ -160,7 +152,6 @@ public final class Hostile {
             CK_MECHANISM mechanism = (CK_MECHANISM) target;
             Object kept = mechanism.pParameter;
             mechanism.pParameter = make(byte[].class);
-            change(mechanism.mechanism);
             mechanism.pParameter = kept;
         } else if (target != null && CLASSES.contains(target.getClass()) && !STRUCTURES.contains(target.getClass())) {
             Field[] fields = target.getClass().getFields();
@@ -168,6 +159,4 @@ public final class Hostile {
             field.set(target, make(field.getType()));
         }
     }
-
-    private static class Throwing extends CK_KEY_TYPE { @Override public void setValue(long v) { action.getAsLong(); } }
 }

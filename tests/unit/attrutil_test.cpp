@@ -4,6 +4,7 @@
 #include "zerlin/attrutil.h"
 
 #include <memory>
+#include <span>
 #include <sstream>
 
 namespace {
@@ -29,14 +30,14 @@ OwnedSet make(const Entries& entries)
 // " 3=ab" for each attribute, " 3=null" without a value.
 std::string text(const AttributeSet* set)
 {
+    if (set == nullptr) return " no set";
     std::ostringstream out;
-    for (CK_ULONG i = 0; set != nullptr && i < set->count; ++i) {
-        const auto [type, value, length] = set->attrs[i];
-        const auto* const bytes = static_cast<const char*>(value == nullptr ? "null" : value);
+    for (const auto& [type, value, length] : std::span(set->attrs, set->count)) {
         out << ' ' << std::hex << type << '=';
+        const auto* const bytes = static_cast<const char*>(value == nullptr ? "null" : value);
         out.write(bytes, value == nullptr ? 4 : length == NO_LENGTH ? 1 : static_cast<long>(length));
     }
-    return set == nullptr ? " no set" : out.str();
+    return out.str();
 }
 
 TEST(Attrutil, lookupsFindTheFirstOfATypeAndItsNumber)
@@ -52,8 +53,8 @@ TEST(Attrutil, lookupsFindTheFirstOfATypeAndItsNumber)
 
 TEST(Attrutil, programmingErrorsAbort)
 {
-    CK_ATTRIBUTE id = {CKA_ID, nullptr, 0}, label = {CKA_LABEL, nullptr, 0};
-    EXPECT_EQ(jni::lastWords([&] { at_assign(&id, &label); }),
+    const OwnedSet set = make({{1, ""}, {2, ""}});
+    EXPECT_EQ(jni::lastWords([&] { at_assign(set->attrs, set->attrs + 1); }),
         jni::assertion("attrutil.c", "at_assign", "tgtNa->type == srcNa->type"));
     EXPECT_EQ(
         jni::lastWords([] { FindAttr(1, nullptr); }), jni::assertion("findattr.c", "FindAttr", "attrData"));
@@ -100,7 +101,7 @@ TEST(Attrutil, assignmentStaysWithinTheCapacity)
         {CKA_CLASS, "\x3", 3, {CKR_GENERAL_ERROR, 3, "........"}},
         {CKA_CLASS, "\xFE\xFF", 4, {CKR_OK, 4, "\xFE\xFF\0\0...."s}},
         {CKA_CLASS, longer, 16, {CKR_OK, longer.size(), longer + "."}},
-        {CKA_LABEL, "abc", 8, {CKR_OK, 3, "abc....."}}, {CKA_LABEL, "abc", 3, {CKR_OK, 3, "abc....."}},
+        {CKA_LABEL, "abc", 3, {CKR_OK, 3, "abc....."}},
         {CKA_LABEL, "abc", 2, {CKR_BUFFER_TOO_SMALL, 2, "........"}},
         {CKA_LABEL, "?abc", 2, {CKR_OK, NO_LENGTH, "........"}},
         {CKA_LABEL, "abc", NO_LENGTH, {CKR_BUFFER_TOO_SMALL, NO_LENGTH, "........"}}};
@@ -170,8 +171,7 @@ TEST(AttrutilSets, changesFollowTheRulesOverwriteValuesAndSurviveFailedAllocatio
             std::string result = std::to_string(rv) + text(set.get());
             for (std::string block : std::exchange(heap.freed, {})) {
                 std::ranges::replace(block, '\xAA', '#');
-                if (block.size() > 6) continue; // an array or a set
-                if (!allocationFailed()) result += '|' + block;
+                if (!allocationFailed() && block.size() <= 6) result += '|' + block; // no array or set
                 EXPECT_TRUE(!allocationFailed() || block[0] != 's') << failed << block;
             }
             EXPECT_EQ(result, allocationFailed() ? failed : expected);
@@ -183,20 +183,19 @@ TEST(AttrutilSets, changesFollowTheRulesOverwriteValuesAndSurviveFailedAllocatio
 
 TEST(AttrutilSets, readsAreCutOrFilledUpToTheBuffer)
 {
-    const OwnedSet set = make({{CKA_VALUE, "secret"}, {CKA_ID, "?id"}, {CKA_CLASS, "\3\1"}});
-    // The type, the buffer's size, the result, what becomes of 8 dots and of the length 77.
-    const std::tuple<CK_ATTRIBUTE_TYPE, CK_ULONG, int, std::string, CK_ULONG> rows[] = {
-        {CKA_VALUE, 3, 1, "sec.....", 6}, {CKA_VALUE, 8, 1, "secret\0\0"s, 6},
-        {CKA_ID, 2, 1, "\0\0......"s, NO_LENGTH}, {CKA_LABEL, 8, 0, "........", 77}};
-    for (const auto& [type, size, found, result, length] : rows) {
+    const OwnedSet set =
+        make({{CKA_VALUE, "secret"}, {CKA_ID, "?id"}, {CKA_CLASS, "\3\1"}, {CKA_KEY_TYPE, "\x1F\1"}});
+    // The type, the buffer's size, what becomes of 8 dots and of the length 77.
+    const std::tuple<CK_ATTRIBUTE_TYPE, CK_ULONG, std::string, CK_ULONG> rows[] = {
+        {CKA_VALUE, 3, "sec.....", 6}, {CKA_VALUE, 8, "secret\0\0"s, 6},
+        {CKA_ID, 2, "\0\0......"s, NO_LENGTH}, {CKA_LABEL, 8, "........", 77}};
+    for (const auto& [type, size, result, length] : rows) {
         std::string out(8, '.');
         CK_ULONG seen = 77;
-        EXPECT_EQ(ReadAttr(out.data(), size, &seen, type, set.get()), found) << result;
+        EXPECT_EQ(ReadAttr(out.data(), size, &seen, type, set.get()), type != CKA_LABEL);
         EXPECT_TRUE(out == result && seen == length) << result;
     }
     CK_ULONG objectClass = 77, keyType = 77;
-    EXPECT_EQ(GetObjectClassAndKeyType(set.get(), &objectClass, &keyType), CKR_KEY_HANDLE_INVALID);
-    WriteAttr("\x1F\1", 2, CKA_KEY_TYPE, set.get());
     EXPECT_EQ(GetObjectClassAndKeyType(set.get(), &objectClass, &keyType), CKR_OK);
     EXPECT_TRUE(objectClass == 0x103 && keyType == 0x11F);
 }
@@ -207,36 +206,31 @@ TEST(AttrutilSets, nullSetsAreAnswered)
     AttributeSet* out = nullptr;
     EXPECT_EQ(AddAttributeSets(&out, set.get(), nullptr), CKR_HOST_MEMORY);
     EXPECT_EQ(text(OwnedSet(out, FreeAttributeSet).get()), " 11=secret"); // the caller's to free: deliberate
-    EXPECT_EQ(DelAttr(CKA_ID, nullptr), CKR_HOST_MEMORY);
-    EXPECT_EQ(CopyAttr("", 1, CKA_ID, nullptr), CKR_HOST_MEMORY);
+    EXPECT_TRUE(DelAttr(CKA_ID, nullptr) && CopyAttr("", 1, CKA_ID, nullptr));
     EXPECT_FALSE(canModifyAttr(nullptr, set->attrs, 1) || canModifyAttr(set.get(), nullptr, 1) ||
                  isSensitiveAttr(nullptr, set->attrs) || isBooleanAttr(nullptr) || isNumericAttr(nullptr) ||
                  isEnumeratedAttr(nullptr) || ReadAttr(&out, 4, nullptr, CKA_ID, nullptr));
 }
 
+// For each pair of sets: attrcmp and CmpAttributes (with and without the values) of the first ones,
+// SearchAttribute of one's first in the other, CmpAttributeSets, MatchAttributeSet. One final NUL of a label
+// does not count for a match. In sets with doubles every pair of equal types counts, and the first entry is
+// the one that must match. Of unread values only the lengths are compared.
 TEST(AttrutilSets, comparisonsReturnTheirCodes)
 {
-    // One, other, and the results: attrcmp and CmpAttributes of the first ones, SearchAttribute of one's
-    // first in the other, CmpAttributeSets, MatchAttributeSet. One final NUL of a label does not count for a
-    // match. In sets with doubles every pair of equal types counts, and the first entry is the one that must
-    // match. Of unread values only the lengths are compared.
-    using Codes = std::vector<int>;
-    const std::tuple<Entries, Entries, Codes> rows[] = {{{{2, "b"}}, {{2, "abcde"}}, {-1, 2, 2, 0, 0}},
-        {{{2, "a\xFF"}}, {{2, "ab"}}, {1, 2, 2, 0, 0}}, {{{3, "ab"}}, {{4, "ab"}}, {0, 1, 1, 2, 0}},
-        {{{3, "c"}}, {{3, "c\0"s}}, {-1, 2, 2, 0, 1}}, {{{2, "c\0"s}}, {{2, "c"}}, {1, 2, 2, 0, 0}},
-        {{{3, "c"}}, {{3, "cd"}}, {-1, 2, 2, 0, 0}}, {{{3, "b"}}, {{1, "a"}, {3, "b"}}, {1, 1, 0, 1, 1}},
-        {{{3, "b"}, {3, "a"}}, {{3, "b"}, {3, "a"}}, {0, 0, 0, 2, 0}},
-        {{{3, "b"}, {3, "b"}}, {{3, "b"}, {4, "a"}}, {0, 0, 0, 0, 1}},
-        {{{3, "?y"}}, {{3, "?x"}}, {0, 0, 0, 0, 1}}};
-    for (const auto& [one, other, expected] : rows) {
-        const OwnedSet a = make(one), b = make(other);
+    const Entries sets[] = {{{3, "c"}}, {{3, "c\0"s}}, {{3, "cd"}}, {{2, "c"}}, {{2, "c\0"s}}, {{2, "\xFF"}},
+        {{1, "a"}, {3, "c"}}, {{3, "c"}, {3, "a"}}, {{3, "c"}, {3, "c"}}, {{3, "?y"}}, {{3, "?x"}}};
+    std::string lines;
+    for (std::size_t i = 0; i < std::size(sets) * std::size(sets); ++i) {
+        const OwnedSet a = make(sets[i % std::size(sets)]), b = make(sets[i / std::size(sets)]);
         const int order = attrcmp(a->attrs, b->attrs);
-        const Codes codes = {(order > 0) - (order < 0), CmpAttributes(a->attrs, b->attrs, 1),
-            SearchAttribute(b.get(), a->attrs, 1), CmpAttributeSets(a.get(), b.get()),
-            MatchAttributeSet(a.get(), b.get())};
-        EXPECT_EQ(codes, expected) << text(a.get()) << " and" << text(b.get());
-        EXPECT_EQ(CmpAttributes(a->attrs, b->attrs, 0), one[0].first != other[0].first);
+        for (const int code : {(order > 0) - (order < 0), CmpAttributes(a->attrs, b->attrs, 1),
+                 CmpAttributes(a->attrs, b->attrs, 0), SearchAttribute(b.get(), a->attrs, 1),
+                 CmpAttributeSets(a.get(), b.get()), MatchAttributeSet(a.get(), b.get())})
+            lines += std::to_string(code) + ' ';
+        lines += text(a.get()) + " and" + text(b.get()) + '\n';
     }
+    EXPECT_EQ(digest(lines), "121 lines, 3910141152") << lines;
     const OwnedSet empty = make({}), label = make({{CKA_LABEL, "\0"s}});
     EXPECT_TRUE(MatchAttributeSet(nullptr, empty.get()) && !MatchAttributeSet(nullptr, label.get()));
     CK_ATTRIBUTE missing = {CKA_LABEL, nullptr, 1}; // less than any other value of its length

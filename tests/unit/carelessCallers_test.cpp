@@ -24,20 +24,16 @@ std::size_t readableFrom(const void* place)
 
 TEST_F(CarelessCallers, sizesThatWrapAreNotAllocated)
 {
-    static jsize reportedLength; // stands in for a length that no test can afford
     const jobjectArray array = attributes(env, {attribute(env, 3, bytes(env, "x"), 1)});
     const Call made = call(NATIVE(C_1FindObjectsInit), session(env), array, 1);
     const JNINativeInterface_* const real = env->functions;
     JNINativeInterface_ table = *real;
-    table.GetArrayLength = [](JNIEnv*, jarray) { return reportedLength; };
-    // In 32 bits the records of both would come to a few bytes.
-    for (const jsize length : {357913942, 0x7FFFFFFF}) {
-        reportedLength = length;
-        env->functions = &table;
-        EXPECT_EQ(made(env), nullptr);
-        env->functions = real;
-        EXPECT_EQ(takeException(env), NO_MEMORY) << length;
-    }
+    // A length that no test can afford: in 32 bits its records would come to a few bytes.
+    table.GetArrayLength = [](JNIEnv*, jarray) { return 357913942; };
+    env->functions = &table;
+    EXPECT_EQ(made(env), nullptr);
+    env->functions = real;
+    EXPECT_EQ(takeException(env), NO_MEMORY);
     EXPECT_EQ(recorder::calls().size(), 0U);
 }
 
@@ -65,14 +61,10 @@ TEST_F(CarelessCallers, whatIsNotWrittenIsZeroAndCostsNoMemory)
 // the structure's size ends the process after the call, unless an exception is pending.
 TEST_F(CarelessCallers, declaredLengthsMeetZeroesAndThenAFence)
 {
-    struct Row {
-        std::string name;
-        Call made;
-        std::size_t size;                     // of what is there
-        std::uint64_t declared;               // at most 64 KiB of it are there
-        std::vector<std::size_t> places = {}; // which word points to it, in what the one before points to
-    };
-    std::vector<Row> rows;
+    // What is declared, the call, the size of what is there, the declared size, of which at most 64 KiB are
+    // there, and which word points to it, in what the one before points to.
+    using Places = std::vector<std::size_t>;
+    std::vector<std::tuple<std::string, Call, std::size_t, std::uint64_t, Places>> rows;
     const jobject on = session(env), key = object(env, 1);
     const jbyteArray eight = bytes(env, "12345678");
     const jobject type = make(env, "halvorn/zerlin/constants/CK_ATTRIBUTE_TYPE", "(J)V", jlong{17});
@@ -83,59 +75,57 @@ TEST_F(CarelessCallers, declaredLengthsMeetZeroesAndThenAFence)
         const jobjectArray one = attributes(env, {attribute(env, 17, eight, length)});
         const jobject cipher = mechanism(env, 44, eight, length);
         const auto size = static_cast<std::uint64_t>(length);
-        rows.push_back({"a value", call(NATIVE(C_1CreateObject), on, one, 1, key), 8, size, {1}});
-        rows.push_back({"data", call(NATIVE(C_1DigestUpdate), on, eight, length), 8, size});
-        rows.push_back({"a bare parameter", call(NATIVE(C_1DigestInit), on, cipher), 8, size, {1}});
-        rows.push_back({"a bare value", call(setValue, on, key, type, eight, length), 8, size, {1}});
-        rows.push_back({"records", call(NATIVE(C_1FindObjectsInit), on, empty, length), ONE, size * ONE});
+        rows.push_back({"a value", call(NATIVE(C_1CreateObject), on, one, 1, key), 8, size, Places{1}});
+        rows.push_back({"data", call(NATIVE(C_1DigestUpdate), on, eight, length), 8, size, Places{}});
+        rows.push_back({"a bare parameter", call(NATIVE(C_1DigestInit), on, cipher), 8, size, Places{1}});
+        rows.push_back({"a bare value", call(setValue, on, key, type, eight, length), 8, size, Places{1}});
+        rows.push_back(
+            {"records", call(NATIVE(C_1FindObjectsInit), on, empty, length), ONE, size * ONE, Places{}});
     }
-    const auto add = [&](jlong mechanismType, const std::string& java, std::size_t size, std::size_t declared,
-                         const std::vector<std::size_t>& places, jlong longer = 0) {
-        const jobject jMechanism = mechanism(env, mechanismType, read(env, java), rowOf(java).size + longer);
+    const auto add = [&](const std::string& java, std::size_t size, std::size_t declared,
+                         const Places& places, jlong longer = 0) {
+        const jobject jMechanism = mechanism(env, CKM_DES_CBC, read(env, java), rowOf(java).size + longer);
         rows.push_back({java, call(NATIVE(C_1DigestInit), on, jMechanism), size, declared, places});
     };
-    const char* const data = "CK_KEY_DERIVATION_STRING_DATA [0102] 4000";
-    add(CKM_DES_CBC, data, 2, 4000, {1, 0});
-    add(CKM_RSA_PKCS_KEY_PAIR_GEN, data, 2, 4000, {1, 0});
+    add("CK_KEY_DERIVATION_STRING_DATA [0102] 4000", 2, 4000, {1, 0});
     const char* const import =
         "CK_PKCS12_PBE_IMPORT_PARAMS [6175] 5000 [686d61] -1 ( CK_ATTRIBUTE 3 [6d79] 6000 ) 700 ( 7 8 ) 900";
-    add(CKM_DES_CBC, import, 2, 5000, {1, 0});
-    add(CKM_DES_CBC, import, 3, 65536, {1, 2});
-    add(CKM_DES_CBC, import, ONE, 700 * ONE, {1, 4});
-    add(CKM_DES_CBC, import, 2, 6000, {1, 4, 1});
-    add(CKM_DES_CBC, import, 2 * WORD, 900 * WORD, {1, 6});
-    add(CKM_DES_CBC, "CK_ECIES_PARAMS 1 2 4000 [] 3 4 5 6 7 -1 []", 0, 4000, {1, 3});
+    add(import, 2, 5000, {1, 0});
+    add(import, 3, 65536, {1, 2});
+    add(import, ONE, 700 * ONE, {1, 4});
+    add(import, 2, 6000, {1, 4, 1});
+    add(import, 2 * WORD, 900 * WORD, {1, 6});
+    add("CK_ECIES_PARAMS 1 2 4000 [] 3 4 5 6 7 -1 []", 0, 4000, {1, 3});
     // The mechanism says how long these are, or a number elsewhere in the parameter.
-    add(CKM_DES_CBC, "CK_PBE_PARAMS [010203] null 0 null 0 1000", 3, 8, {1, 0});
+    add("CK_PBE_PARAMS [010203] null 0 null 0 1000", 3, 8, {1, 0});
     const char* const keys = "CK_SSL3_KEY_MAT_PARAMS 0 0 8001 0 CK_SSL3_RANDOM_DATA null 0 null 0 "
                              "CK_SSL3_KEY_MAT_OUT 1 2 3 4 [010203] [01]";
-    add(CKM_DES_CBC, keys, 3, 1001, {1, 8, 4});
-    add(CKM_DES_CBC, "CK_RSA_PKCS_PSS_PARAMS 544 1 20", sizeof(CK_RSA_PKCS_PSS_PARAMS),
+    add(keys, 3, 1001, {1, 8, 4});
+    add("CK_RSA_PKCS_PSS_PARAMS 544 1 20", sizeof(CK_RSA_PKCS_PSS_PARAMS),
         sizeof(CK_RSA_PKCS_PSS_PARAMS) + 4000, {1}, 4000);
 
     initialiseWithCallbacks(env);
     recorder::script().isQuiet = true;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name + ", declared as " + std::to_string(row.declared));
-        const auto fenced = static_cast<std::size_t>(std::min<std::uint64_t>(row.declared, 64 << 10));
+    for (const auto& [name, made, size, declared, places] : rows) {
+        SCOPED_TRACE(name + ", declared as " + std::to_string(declared));
+        const auto fenced = static_cast<std::size_t>(std::min<std::uint64_t>(declared, 64 << 10));
         recorder::script().answer = [&](std::span<const recorder::Argument> all) {
             const auto isInput = [](const auto& one) { return one.form >= recorder::Argument::Mechanism; };
             const char* place = static_cast<const char*>(std::ranges::find_if(all, isInput)->data);
-            for (const std::size_t word : row.places)
+            for (const std::size_t word : places)
                 std::memcpy(&place, place + word * WORD, WORD);
             EXPECT_EQ(reinterpret_cast<std::uintptr_t>(place) % 16, 0U);
             const std::size_t readable = readableFrom(place);
             EXPECT_EQ(readable / 16, (fenced + 15) / 16);
-            EXPECT_EQ(std::count(place + row.size, place + std::min(readable, fenced), 0),
-                static_cast<std::ptrdiff_t>(fenced - row.size));
+            EXPECT_EQ(std::count(place + size, place + std::min(readable, fenced), 0),
+                static_cast<std::ptrdiff_t>(fenced - size));
             env->ThrowNew(find(env, "java/lang/IllegalStateException"), "from within");
             return CKR_OK;
         };
-        HeapWatch heap;
-        EXPECT_EQ(row.made(env), nullptr);
+        const HeapWatch heap;
+        EXPECT_EQ(made(env), nullptr);
         EXPECT_EQ(takeException(env), "java.lang.IllegalStateException: from within");
-        while (!heap.blocks.empty())
-            std::free(heap.blocks.begin()->first); // the parameter of type 0 is left over: deliberate
+        EXPECT_TRUE(heap.blocks.empty());
     }
 }
 
@@ -154,7 +144,7 @@ TEST_F(CarelessCallers, attributesAreWrittenBackFromTheirOwnBuffersOnly)
         pTemplate[0] = {17, &pTemplate, 100000};
         pTemplate[1].ulValueLen = CK_UNAVAILABLE_INFORMATION;
         setObject(env, attr, "pValue", "Ljava/lang/Object;", longer);
-        return CKR_ATTRIBUTE_SENSITIVE;
+        return CKR_DEVICE_ERROR; // results are written back whatever the return value
     };
     call(NATIVE(C_1GetAttributeValue), session(env), object(env, 1), attributes(env, {attr, other}), 2)(env);
     EXPECT_EQ(getLong(env, attr, "valueLen"), 100000);

@@ -7,8 +7,7 @@
 
 namespace {
 
-// What JNI_GetCreatedJavaVMs returns, and how many JVMs it reports.
-std::pair<jint, jsize> createdVMs = {JNI_OK, 1};
+jsize createdVMs = 1;
 
 } // namespace
 
@@ -16,15 +15,15 @@ std::pair<jint, jsize> createdVMs = {JNI_OK, 1};
 jint JNICALL JNI_GetCreatedJavaVMs(JavaVM** vms, jsize, jsize* count)
 {
     *vms = jvm();
-    *count = createdVMs.second;
-    return createdVMs.first;
+    *count = createdVMs;
+    return JNI_OK;
 }
 
 namespace {
 
 using namespace jni;
 
-const char* const CALLBACKS = "TestCallbacks";
+const char *const CALLBACKS = "TestCallbacks", *const TEXT = "()Ljava/lang/String;";
 const std::string NAMES[] = {"CreateMutex", "LockMutex", "UnlockMutex", "DestroyMutex"};
 
 struct MutexCallbacks : JniTest {
@@ -35,11 +34,6 @@ struct MutexCallbacks : JniTest {
         return callStatic(env, CALLBACKS, "answering",
             "(Ljava/lang/String;Ljava/lang/Object;J)Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;",
             string(env, initials), mutex == nullptr ? nullptr : string(env, mutex), answer);
-    }
-    std::string takeCalls()
-    {
-        const jobject calls = callStatic(env, CALLBACKS, "takeCalls", "()Ljava/lang/String;");
-        return toString(env, static_cast<jstring>(calls));
     }
 
     // Returns the line of the Cryptoki call.
@@ -60,9 +54,9 @@ struct MutexCallbacks : JniTest {
     // Calls one of the four functions, in the order of NAMES. CreateMutex replaces the mutex.
     static CK_RV callFunction(const CK_C_INITIALIZE_ARGS& functions, std::size_t index, CK_VOID_PTR& mutex)
     {
-        if (index == 0) return functions.CreateMutex(mutex == nullptr ? nullptr : &mutex);
-        const auto function = index == 1 ? functions.LockMutex : functions.UnlockMutex;
-        return (index == 3 ? functions.DestroyMutex : function)(mutex);
+        if (index == 0) return functions.CreateMutex(&mutex);
+        if (index == 3) return functions.DestroyMutex(mutex);
+        return (index == 1 ? functions.LockMutex : functions.UnlockMutex)(mutex);
     }
 };
 
@@ -96,44 +90,39 @@ TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackOnAnyThread)
         callStatic(env, CALLBACKS, "throwing", "()Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;");
     initialise(working);
     const CK_C_INITIALIZE_ARGS functions = given;
-    // What happens, the arguments, what CreateMutex and the others return, which callbacks are called,
-    // whether there is a mutex, and what the JVM reports about itself.
-    using VMs = std::pair<jint, jsize>;
-    const VMs one = {JNI_OK, 1};
-    const std::tuple<const char*, jobject, CK_RV, CK_RV, std::string, bool, VMs> rows[] = {
-        {"success", working, CKR_OK, CKR_OK, all, true, one},
-        {"a negative answer", answering(-1), CKR_OK, ~CK_RV{0}, all, true, one},
-        {"exceptions", throwing, BAD, BAD, all, true, one}, {"no mutex", working, BAD, BAD, "", false, one},
-        {"only CreateMutex, of null", answering(0, nullptr, "c"), BAD, BAD, "CreateMutex() ", true, one},
-        {"no registration", nullptr, BAD, BAD, "", true, one},
-        {"an error of the JVM", working, BAD, CKR_OK, "", true, {JNI_ERR, 1}}, // deliberate
-        {"no JVM", working, BAD, CKR_OK, "", true, {JNI_OK, 0}}};
-    for (const auto& [name, args, created, rv, calls, hasMutex, vms] : rows) {
+    // What happens, the arguments, what CreateMutex and the others return, which callbacks are called, and
+    // how many JVMs there are.
+    const std::tuple<const char*, jobject, CK_RV, CK_RV, std::string, jsize> rows[] = {
+        {"success", working, CKR_OK, CKR_OK, all, 1},
+        {"a negative answer", answering(-1), CKR_OK, ~CK_RV{0}, all, 1},
+        {"exceptions", throwing, BAD, BAD, all, 1},
+        {"only CreateMutex, of null", answering(0, nullptr, "c"), BAD, BAD, "CreateMutex() ", 1},
+        {"no registration", nullptr, BAD, BAD, "", 1}, {"no JVM", working, BAD, CKR_OK, "", 0}}; // deliberate
+    for (const auto& [name, args, created, rv, calls, vms] : rows) {
         for (const bool isKnown : {true, false}) {
             SCOPED_TRACE(name);
             const bool throws = args == throwing;
             finalise();
             initialise(args);
             createdVMs = vms;
-            CK_VOID_PTR mutex = hasMutex ? env->NewGlobalRef(string(env, "m")) : nullptr;
+            CK_VOID_PTR mutex = env->NewGlobalRef(string(env, "m"));
             for (std::size_t index = 0; index < 4; ++index) {
                 std::thread([&, used = mutex, expected = index == 0 ? created : rv]() mutable {
                     void* attached = nullptr;
                     if (isKnown) jvm()->AttachCurrentThread(&attached, nullptr);
                     EXPECT_EQ(callFunction(functions, index, used), expected);
-                    EXPECT_EQ(used == nullptr, !mutex || (index == 0 && expected != CKR_OK));
+                    EXPECT_EQ(used == nullptr, index == 0 && expected != CKR_OK);
                     if (used != nullptr) mutex = used;
-                    const bool isAttached = jvm()->GetEnv(&attached, JNI_VERSION_1_8) == JNI_OK;
-                    EXPECT_EQ(isAttached, isKnown || throws);
+                    EXPECT_EQ(jvm()->GetEnv(&attached, JNI_VERSION_1_8) == JNI_OK, isKnown || throws);
                     const AttachedThread thread;                               // its destructor detaches
                     EXPECT_TRUE(!throws || functions.LockMutex(mutex) == BAD); // calls nothing meanwhile
-                    const std::string exception = takeException(thread.env);
-                    EXPECT_EQ(exception, throws ? "java.lang.IllegalStateException: " + NAMES[index] : "");
+                    EXPECT_EQ(takeException(thread.env),
+                        throws ? "java.lang.IllegalStateException: " + NAMES[index] : "");
                 }).join();
             }
             if (throws) env->DeleteGlobalRef(static_cast<jobject>(mutex)); // DestroyMutex has not
-            EXPECT_EQ(takeCalls(), calls);
-            createdVMs = {JNI_OK, 1};
+            EXPECT_EQ(text(env, {callStatic(env, CALLBACKS, "takeCalls", TEXT)}), "[" + calls + "]");
+            createdVMs = 1;
         }
     }
 }
@@ -153,7 +142,7 @@ TEST_F(MutexCallbacks, aCallbackOutlivesItsRegistration)
     env->functions = &table;
     EXPECT_EQ(given.LockMutex(string(env, "m")), CKR_OK);
     EXPECT_EQ(env->functions, real);
-    EXPECT_EQ(takeCalls(), "LockMutex(m) ");
+    EXPECT_EQ(text(env, {callStatic(env, CALLBACKS, "takeCalls", TEXT)}), "[LockMutex(m) ]");
 }
 
 TEST_F(MutexCallbacks, aFailedInitialisationLeavesNothing)
@@ -197,6 +186,8 @@ TEST_F(MutexCallbacks, eachFailedJniCallReturnsMutexBad)
     }
     CK_VOID_PTR mutex = this;
     watch(env, {.silent = "NewGlobalRef"}, [&] { EXPECT_EQ(given.CreateMutex(&mutex), CKR_MUTEX_BAD); });
+    EXPECT_EQ(given.CreateMutex(nullptr), CKR_MUTEX_BAD);
+    EXPECT_EQ(given.LockMutex(nullptr), CKR_MUTEX_BAD);
 }
 
 } // namespace

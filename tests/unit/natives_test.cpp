@@ -1,5 +1,6 @@
 // What is special about single natives; frame_test.cpp has what all have in common.
-#include "harness/failures.h"
+#include "halvorn_zerlin_CK_MECHANISM.h"
+#include "halvorn_zerlin_constants_CK.h"
 #include "native_table.h"
 
 namespace {
@@ -14,15 +15,13 @@ TEST_F(Natives, unusualArgumentsReachTheLibrary)
     const jobject label = attribute(env, 3, nullptr, 0);
     const jbyteArray longLabel = bytes(env, std::string(40, 'f')); // must be neither cut nor refused
     recorder::script().labelLength = 40;
-    const std::string address = recorder::address(any);
     const std::pair<Call, std::string> rows[] = {
-        {call(NATIVE(C_1Finalize), any), "C_Finalize(" + address + ")"},
         {call(NATIVE(C_1GetSlotList), 2, nullptr, longRef(env, 6)), "C_GetSlotList(0, null(6))"},
         {call(NATIVE(C_1InitToken), 1, nullptr, 0, longLabel),
             "C_InitToken(1, null, 0, [" + std::string(80, '6') + "])"},
         {call(NATIVE(C_1InitToken), 1, nullptr, 0, nullptr), "C_InitToken(1, null, 0, null)"},
         {call(NATIVE(C_1OpenSession), 3, 4, any, other, session(env)),
-            "C_OpenSession(3, 4, " + address + ", " + recorder::address(other) + ", out)"},
+            "C_OpenSession(3, 4, " + recorder::address(any) + ", " + recorder::address(other) + ", out)"},
         {call(NATIVE(C_1FindObjectsInit), session(env), attributes(env, {label, label}), 1),
             "C_FindObjectsInit(41, {{3, null, 0}}, 1)"},
         {call(NATIVE(C_1DeriveKey), session(env), mechanism(env, 44, nullptr, 0), object(env, 42), nullptr, 0,
@@ -76,18 +75,6 @@ TEST_F(Natives, setAttributeValueConvertsItsObjectLast)
     EXPECT_EQ(watch(env, {}, [&] { made(env); }).read, (Longs{41, 17, 5, 42}));
 }
 
-TEST_F(Natives, getAttributeValueWritesBackWhateverTheReturnValue)
-{
-    recorder::script().C_GetAttributeValue = [](auto, auto, CK_ATTRIBUTE_PTR pTemplate, auto) {
-        std::memcpy(pTemplate->pValue, "\1\2", 2);
-        return pTemplate->ulValueLen = 2, CKR_DEVICE_ERROR;
-    };
-    const jobject label = attribute(env, 3, bytes(env, {7, 7, 7}), 3);
-    const Call made = call(NATIVE(C_1GetAttributeValue), session(env), nullptr, attributes(env, {label}), 1);
-    EXPECT_EQ(rvOf(env, made(env)), CKR_DEVICE_ERROR);
-    EXPECT_EQ(describe(env, label), "[CKA_LABEL (0x3), [1, 2, 7]] 2");
-}
-
 // Each ends with the first call that fails, and writes only if all succeed.
 TEST_F(Natives, findObjectAndGetAttributeValueMakeSeveralCalls)
 {
@@ -131,6 +118,76 @@ TEST_F(Natives, findObjectAndGetAttributeValueMakeSeveralCalls)
         EXPECT_EQ(recorder::calls().size(), count) << after;
         EXPECT_TRUE(made.objects(env).ends_with(after)) << made.objects(env);
     }
+}
+
+// The natives that name constants and return the sizes of mechanism parameters.
+struct Names : JniTest {};
+
+constexpr jlong NONE{static_cast<jlong>(~CK_ULONG{0})};
+
+using NameOf = decltype(&Java_halvorn_zerlin_CTUtil_CTU_1GetErrorString);
+using ValueOf = decltype(&Java_halvorn_zerlin_CTUtil_CTU_1GetErrorValue);
+#define CTU(kind)                                                                                            \
+    Java_halvorn_zerlin_CTUtil_CTU_1Get##kind##String, Java_halvorn_zerlin_CTUtil_CTU_1Get##kind##Value
+const std::tuple<std::string, NameOf, ValueOf, jlong, std::string> NAMED_CLASSES[] = {
+    {"ATTRIBUTE_TYPE", CTU(AttributeType), 3, "LABEL"}, {"RV", CTU(Error), 0xa3, "PIN expiered"},
+    {"KEY_TYPE", CTU(KeyType), 0x18, "CAST128"}, {"MECHANISM_TYPE", CTU(MechanismType), 0x80000201, "MD4"},
+    {"OBJECT_CLASS", CTU(ObjectClass), 0x80000202, "CRL"},
+    {"STATE", CTU(SessionState), 1, "Read Only User Functions"}};
+
+TEST_F(Names, ofEachClassAreItsOwnAndLeadBackToItsValues)
+{
+    for (const auto& [cls, nameOf, valueOf, number, name] : NAMED_CLASSES) {
+        SCOPED_TRACE(cls);
+        const std::string path = "halvorn/zerlin/constants/CK_" + cls, dots(name.size(), '.');
+        const auto size = static_cast<jlong>(name.size());
+        const jobject value = make(env, path.c_str(), "(J)V", number + HIGH_HALF), length = longRef(env, 99);
+        const jbyteArray room = bytes(env, name);
+        // The object, the array, its capacity; then what is returned, the array, and the name's length.
+        const std::tuple<jobject, std::string, jlong, CK_RV, std::string, jlong> rows[] = {
+            {value, dots, size, CKR_OK, name, size}, {value, dots, size - 1, CKR_DATA_LEN_RANGE, dots, size},
+            {nullptr, "......", 5, CKR_OK, "null..", 4}, {nullptr, "...", -1, CKR_DATA_LEN_RANGE, "...", 4}};
+        for (const auto& [named, before, capacity, rv, after, lengthAfter] : rows) {
+            const jbyteArray array = bytes(env, before);
+            setLong(env, length, "value", capacity);
+            EXPECT_EQ(rvOf(env, nameOf(env, nullptr, named, array, length)), rv);
+            EXPECT_EQ(text(env, {array, length}), text(env, {bytes(env, after), longRef(env, lengthAfter)}));
+        }
+        EXPECT_EQ(rvOf(env, nameOf(env, nullptr, value, nullptr, length)), CKR_OK);
+        EXPECT_EQ(getLong(env, length, "value"), size);
+        EXPECT_EQ(rvOf(env, nameOf(env, nullptr, value, nullptr, nullptr)), CKR_ARGUMENTS_BAD);
+        EXPECT_EQ(rvOf(env, valueOf(env, nullptr, nullptr)), CKR_ARGUMENTS_BAD);
+
+        const auto numberOf = [&, from = valueOf](const std::string& given) {
+            return getLong(env, from(env, nullptr, bytes(env, given)), "m_value");
+        };
+        EXPECT_EQ(numberOf(name + '\0' + std::string(600, 'A')), number);
+        EXPECT_EQ(numberOf(std::string(512, 'A')), NONE);
+        failEachJniCall(env, [&] { return [&] { return nameOf(env, nullptr, value, room, length); }; });
+        failEachJniCall(env, [&] { return [&] { return valueOf(env, nullptr, room); }; });
+    }
+}
+
+TEST_F(Names, onlyOneConstantIsKnownAndEveryParameterHasTheSizeOfItsNativeForm)
+{
+    const auto constant = [this](const char* name) {
+        return Java_halvorn_zerlin_constants_CK_GetConstantValue(env, nullptr, string(env, name));
+    };
+    const auto sizeOf = [this](jobject parameter) {
+        return Java_halvorn_zerlin_CK_1MECHANISM_getMechanismParameterSize(env, nullptr, parameter);
+    };
+    EXPECT_EQ(constant("UNAVAILABLE_INFORMATION"), NONE);
+    EXPECT_EQ(constant("unknown"), 0);
+    EXPECT_EQ(takeException(env), "java.lang.UnsupportedOperationException: Constant unknown not recognised");
+    for (const ParamRow& row : PARAMS)
+        EXPECT_EQ(sizeOf(read(env, row.java)), row.size) << row.java;
+    EXPECT_EQ(sizeOf(nullptr), 0);
+    EXPECT_EQ(sizeOf(string(env, "abc")), 3);
+    EXPECT_EQ(sizeOf(longs(env, {1})), 0);
+    EXPECT_EQ(
+        takeException(env), "java.lang.UnsupportedOperationException: No Conversion from [J to a CK type");
+    failEach(env, "constant", [&] { return constant("unknown"); });
+    failEach(env, "size", [&, wrong = longs(env, {1})] { return sizeOf(wrong); });
 }
 
 } // namespace
