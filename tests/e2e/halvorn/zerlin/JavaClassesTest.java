@@ -111,12 +111,11 @@ class JavaClassesTest {
 
     // Values, their native lengths, and whether the JVM shares the box: a native would change it for the whole JVM.
     static Object[][] values() {
-        return new Object[][] {{null, 0, false}, {new byte[5], 5, false}, {"a\0b\u07ff\u0800", 9, false},
-            {"\ud83d\ude00", 6, false}, {1L << 40, ULONG, false}, {-128L, ULONG, true}, {127, ULONG, true},
-            {(byte) 1, 1, true}, {true, 1, true}, {false, 1, true}, {new CK_BBOOL(true), 1, false},
-            {new CK_DATE(2024, 7, 15), 8, false}, {new CK_OBJECT_HANDLE(1), ULONG, false},
-            {new CK_KEY_TYPE(CKK.AES), ULONG, false}, {CK_MECHANISM_TYPE.array(3), 3 * ULONG, false},
-            {new long[2], 2 * ULONG, false}, {new boolean[3], 3, false}, {new char[3], 3, false}};
+        return new Object[][] {{null, 0, false}, {new byte[5], 5, false}, {"a\0b\u07ff\u0800\ud83d\ude00", 15, false},
+            {1L << 40, ULONG, false}, {-128L, ULONG, true}, {127, ULONG, true}, {(byte) 1, 1, true}, {true, 1, true},
+            {false, 1, true}, {new CK_BBOOL(true), 1, false}, {new CK_DATE(2024, 7, 15), 8, false},
+            {new CK_OBJECT_HANDLE(1), ULONG, false}, {new CK_KEY_TYPE(CKK.AES), ULONG, false},
+            {CK_MECHANISM_TYPE.array(3), 3 * ULONG, false}, {new long[2], 2 * ULONG, false}, {new char[3], 3, false}};
     }
 
     @ParameterizedTest
@@ -183,11 +182,9 @@ class JavaClassesTest {
 
     @Test
     void typedValuesPrintTheirNamesAndThrow() {
-        assertEquals("[CKR_BUFFER_TOO_SMALL (0x150), 0x80001234, CKM_AES_CBC (0x1082), CKU_USER (0x1), CKK_AES (0x1f),"
-                + " CKA_LABEL (0x3), CKO_SECRET_KEY (0x4), CKC_X_509 (0x0), CKS_RW_SO_FUNCTIONS (0x4)]",
-                List.of(new CK_RV(0x150), new CK_RV(0x80001234L), new CK_MECHANISM_TYPE(0x1082), new CK_USER_TYPE(1),
-                    new CK_KEY_TYPE(0x1f), new CK_ATTRIBUTE_TYPE(3), new CK_OBJECT_CLASS(4), new CK_CERTIFICATE_TYPE(0),
-                    new CK_STATE(4)).toString());
+        assertEquals("[CKR_OK (0x0), 0x80001234, CKM_AES_CBC (0x1082), CKU_USER (0x1), CKK_AES (0x1f), CKA_LABEL (0x3)]",
+                List.of(new CK_RV(0), new CK_RV(0x80001234L), new CK_MECHANISM_TYPE(0x1082), new CK_USER_TYPE(1),
+                    new CK_KEY_TYPE(0x1f), new CK_ATTRIBUTE_TYPE(3)).toString());
         CK_RV bad = new CK_RV(CKR.PIN_INCORRECT);
         assertSame(bad, bad.orThrow(CKR.CANCEL, CKR.PIN_INCORRECT));
         CryptokiException thrown = assertThrows(CryptokiException.class, () -> bad.orThrow("C_Login", CKR.CANCEL));
