@@ -40,7 +40,7 @@ std::string text(const AttributeSet* set)
     return out.str();
 }
 
-TEST(Attrutil, lookupsFindTheFirstOfATypeAndItsNumber)
+TEST(Attrutil, lookupsFindTheFirstOfATypeAndProgrammingErrorsAbort)
 {
     const OwnedSet set = make({{1, "\xFE"}, {2, "\xFE\xFF"}, {3, "abc"}, {4, "\1\0\0\x80"s}, {1, "x"}});
     const CK_LONG numbers[] = {0xFE, 0xFFFE, -1, static_cast<CK_LONG>(0x80000001), -1};
@@ -49,15 +49,10 @@ TEST(Attrutil, lookupsFindTheFirstOfATypeAndItsNumber)
         EXPECT_EQ(intAttrLookup(type, set->attrs, set->count), numbers[type - 1]) << type;
     }
     EXPECT_EQ(FindAttr(CKA_WILDCARD, set.get()), set->attrs);
-}
-
-TEST(Attrutil, programmingErrorsAbort)
-{
-    const OwnedSet set = make({{1, ""}, {2, ""}});
+    EXPECT_EQ(
+        jni::lastWords([] { FindAttr(1, nullptr); }), jni::assertion("findattr.c", "FindAttr", "attrData"));
     EXPECT_EQ(jni::lastWords([&] { at_assign(set->attrs, set->attrs + 1); }),
         jni::assertion("attrutil.c", "at_assign", "tgtNa->type == srcNa->type"));
-    EXPECT_NE(jni::lastWords([] { FindAttr(1, nullptr); }).find("FindAttr: Assertion `attrData'"),
-        std::string::npos);
 }
 
 // For each object its types, and for each type numbers for several values. A number adds up 1 for a boolean,
@@ -181,7 +176,7 @@ TEST(AttrutilSets, changesFollowTheRulesOverwriteValuesAndSurviveFailedAllocatio
     }
 }
 
-TEST(AttrutilSets, readsAreCutOrFilledUpToTheBuffer)
+TEST(AttrutilSets, readsAreCutOrFilledUpToTheBufferAndNullSetsAreAnswered)
 {
     const OwnedSet set =
         make({{CKA_VALUE, "secret"}, {CKA_ID, "?id"}, {CKA_CLASS, "\3\1"}, {CKA_KEY_TYPE, "\x1F\1"}});
@@ -198,14 +193,10 @@ TEST(AttrutilSets, readsAreCutOrFilledUpToTheBuffer)
     CK_ULONG objectClass = 77, keyType = 77;
     EXPECT_EQ(GetObjectClassAndKeyType(set.get(), &objectClass, &keyType), CKR_OK);
     EXPECT_TRUE(objectClass == 0x103 && keyType == 0x11F);
-}
 
-TEST(AttrutilSets, nullSetsAreAnswered)
-{
-    const OwnedSet set = make({{CKA_VALUE, "secret"}});
     AttributeSet* out = nullptr;
     EXPECT_EQ(AddAttributeSets(&out, set.get(), nullptr), CKR_HOST_MEMORY);
-    EXPECT_EQ(text(OwnedSet(out, FreeAttributeSet).get()), " 11=secret"); // the caller's to free: deliberate
+    EXPECT_EQ(OwnedSet(out, FreeAttributeSet)->count, 4U); // the caller's to free: deliberate
     EXPECT_TRUE(DelAttr(CKA_ID, nullptr) && CopyAttr("", 1, CKA_ID, nullptr));
     EXPECT_FALSE(canModifyAttr(nullptr, set->attrs, 1) || canModifyAttr(set.get(), nullptr, 1) ||
                  isSensitiveAttr(nullptr, set->attrs) || isBooleanAttr(nullptr) || isNumericAttr(nullptr) ||

@@ -145,7 +145,7 @@ TEST_F(MutexCallbacks, aCallbackOutlivesItsRegistration)
     EXPECT_EQ(text(env, {callStatic(env, CALLBACKS, "takeCalls", TEXT)}), "[LockMutex(m) ]");
 }
 
-TEST_F(MutexCallbacks, aFailedInitialisationLeavesNothing)
+TEST_F(MutexCallbacks, aFailedInitialisationOrLoadLeavesNothing)
 {
     const auto work = [&, args = answering(0)] {
         const jobject returned = NATIVE(C_1Initialize)(env, nullptr, args);
@@ -157,10 +157,6 @@ TEST_F(MutexCallbacks, aFailedInitialisationLeavesNothing)
     EXPECT_EQ(outcomes, Lines(2, NO_MEMORY));
     watch(env, {.silent = "NewGlobalRef"}, [&] { EXPECT_EQ(work(), nullptr); });
     EXPECT_EQ(takeException(env), NO_MEMORY);
-}
-
-TEST_F(MutexCallbacks, aFailedLoadRaisesAnException)
-{
     for (int number = 1; number < 20; ++number) {
         JNI_OnUnload(jvm(), nullptr);
         jint version = 0;

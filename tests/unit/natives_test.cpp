@@ -27,6 +27,7 @@ TEST_F(Natives, unusualArgumentsReachTheLibrary)
             "C_FindObjectsInit(41, {{3, null, 0}}, 1)"},
         {call(NATIVE(C_1DeriveKey), on, mechanism(env, 44, nullptr, 0), key, nullptr, 0, nullptr),
             "C_DeriveKey(41, {44, null, 0}, 42, null, 0, out)"},
+        {call(set, on, key, any, bytes(env, "abc"), 2), "C_SetAttributeValue(41, 42, {{0, [6162], 2}}, 1)"},
         {call(set, on, key, nullptr, bytes(env, "abc"), 2),
             "C_SetAttributeValue(41, 42, {{" + std::string(ALL_ONES) + ", [6162], 2}}, 1)"},
     };

@@ -162,13 +162,11 @@ class JavaClassesTest {
     }
 
     // CKN_ has no class, because this library passes on no notification callbacks.
-    private static final Pattern DEFINE =
-            Pattern.compile("^#define ((?!CKN_)CK[A-Z]_\\w+)\\s+(0x[0-9A-F]+)UL\\b", Pattern.MULTILINE);
-
     @Test
     void constantsAreThoseOfTheHeader() throws Exception {
         Set<String> header = new TreeSet<>();
-        DEFINE.matcher(Files.readString(Path.of(System.getProperty("zerlin.header")))).results()
+        Pattern.compile("(?m)^#define ((?!CKN_)CK[A-Z]_\\w+)\\s+(0x[0-9A-F]+)UL\\b")
+            .matcher(Files.readString(Path.of(System.getProperty("zerlin.header")))).results()
             .forEach(define -> header.add(define.group(1) + " = " + Long.decode(define.group(2))));
         Set<String> java = new TreeSet<>();
         for (Class<?> holder : findAllClassesInPackage("halvorn.zerlin.constants",
