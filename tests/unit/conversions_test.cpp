@@ -174,27 +174,23 @@ TEST_F(Attributes, theClassOfAValueDecidesItsNativeForm)
             expected.resize(32, UNTOUCHED);
             EXPECT_EQ(buffer, expected) << capacity;
         }
-        failEach(env, cls, [&] {
+        const std::string before = text(env, {row.object});
+        for (std::size_t shorter = 0; shorter < row.written.size(); ++shorter)
+            EXPECT_EQ(after(Bytes(&row.written[0], &row.written[shorter]), row.object), before) << shorter;
+        EXPECT_TRUE(CopyCKObjectPtrToJObjectPrimitive(env, nullptr, 64, row.object));
+        EXPECT_EQ(after(row.written.empty() ? Bytes{1} : row.written, row.object), row.after);
+        if (row.written.empty()) expectRefused("Can not copy from CK type to ", cls, "");
+        failEach(env, "a failure", [&] {
             data = nullptr;
             jObjectToPrimitiveCKObjectPtrPtr(env, row.object, &data, &length);
             std::free(data);
             buffer[0] = UNTOUCHED;
             if (!env->ExceptionCheck()) CopyJObjectPrimativeToCKObjectPtr(env, row.object, buffer.data(), 8);
             EXPECT_TRUE(!env->ExceptionCheck() || row.length > 4 || buffer[0] == UNTOUCHED);
-            return !env->ExceptionCheck();
+            return !env->ExceptionCheck() &&
+                   (row.written.empty() || CopyCKObjectPtrToJObjectPrimitive(
+                                               env, row.written.data(), row.written.size(), row.object));
         });
-
-        const std::string before = text(env, {row.object});
-        for (std::size_t shorter = 0; shorter < row.written.size(); ++shorter)
-            EXPECT_EQ(after(Bytes(&row.written[0], &row.written[shorter]), row.object), before) << shorter;
-        EXPECT_TRUE(CopyCKObjectPtrToJObjectPrimitive(env, nullptr, 64, row.object));
-        EXPECT_EQ(after(row.written.empty() ? Bytes{1} : row.written, row.object), row.after);
-        if (row.written.empty())
-            expectRefused("Can not copy from CK type to ", cls, "");
-        else
-            failEach(env, "written", [&, size = row.written.size()] {
-                return CopyCKObjectPtrToJObjectPrimitive(env, row.written.data(), size, row.object);
-            });
     }
     // Deliberate: a Boolean takes the byte, of which the JVM keeps the lowest bit.
     EXPECT_EQ(after({2}, make(env, "java/lang/Boolean", "(Z)V", JNI_TRUE)), "[false]");
@@ -217,12 +213,11 @@ TEST_F(Attributes, theGivenLengthIsKeptExceptForNumbersOfTheirSize)
     }
     // The length of a number array counts elements; its bytes arrive whole, and zeroes up to a greater
     // length.
-    const Bytes native = words({1, 2, 3, 0});
-    expectCall(env,
-        call(NATIVE(C_1FindObjectsInit), session(env), attributes(env, {attribute(env, 3, three, 4 * ONE)}),
-            1),
-        "C_FindObjectsInit(41, {{3, [" + nativeText(native.data(), std::string(8 * WORD, '.')) + "], " +
-            std::to_string(4 * WORD) + "}}, 1)");
+    const std::string shown = nativeText(words({1, 2, 3, 0}).data(), std::string(8 * WORD, '.'));
+    const Call made = call(
+        NATIVE(C_1FindObjectsInit), session(env), attributes(env, {attribute(env, 3, three, 4 * ONE)}), 1);
+    expectCall(
+        env, made, "C_FindObjectsInit(41, {{3, [" + shown + "], " + std::to_string(4 * WORD) + "}}, 1)");
 }
 
 TEST_F(Attributes, nullElementsAreUnavailableAndABadValueEndsTheTemplate)

@@ -23,7 +23,6 @@ const std::pair<std::string, std::string> EDGES[] = {
     {"CK_DES2_CBC_PARAMS [] [1112131415161718111213141516171821]",
         ".000000000000000011121314151617181112131415161718"},
     {"CK_PP_LOAD_SECRET_PARAMS null 255 -200 null", ".00ff38 null"},
-    {"CK_REPLICATE_TOKEN_PARAMS [0102]", ".01020000000000000000000000000000"},
     {"CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 null 0 ( 7 ) 0", "null 0 null 0 null 0 null (0)"},
     {"CK_ECIES_PARAMS 0 0 4 [] 0 0 0 0 0 5 null", "0 0 4 [] 0 0 0 0 0 5 null"},
 };
