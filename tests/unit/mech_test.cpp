@@ -61,9 +61,7 @@ TEST(Mech, listsAreFilteredSearchedAndFreed)
         {pairs, {CKM_ECDSA, CKM_RSA_PKCS, CKM_ECIES}, {CKM_EC_KEY_PAIR_GEN, CKM_RSA_PKCS_KEY_PAIR_GEN}},
         {rsa, {CKM_RSA_PKCS, CKM_DES_CBC, CKM_RSA_X_509}, {CKM_RSA_X_509, CKM_RSA_PKCS}},
         // A match behind the first m mechanisms of the key type leaves its slot as it was initialised.
-        {rsa, {CKM_RSA_PKCS_OAEP, CKM_RSA_X_509}, {CKM_RSA_X_509, ~CK_ULONG{0}}},
-        {rsa, {CKM_DES_CBC}, {}},
-    };
+        {rsa, {CKM_RSA_PKCS_OAEP, CKM_RSA_X_509}, {CKM_RSA_X_509, ~CK_ULONG{0}}}, {rsa, {CKM_DES_CBC}, {}}};
     for (const auto& [function, input, output] : rows) {
         SCOPED_TRACE(testing::PrintToString(input) + testing::PrintToString(output));
         const HeapWatch heap;

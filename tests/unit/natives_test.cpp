@@ -29,8 +29,7 @@ TEST_F(Natives, unusualArgumentsReachTheLibrary)
             "C_DeriveKey(41, {44, null, 0}, 42, null, 0, out)"},
         {call(set, on, key, any, bytes(env, "abc"), 2), "C_SetAttributeValue(41, 42, {{0, [6162], 2}}, 1)"},
         {call(set, on, key, nullptr, bytes(env, "abc"), 2),
-            "C_SetAttributeValue(41, 42, {{" + std::string(ALL_ONES) + ", [6162], 2}}, 1)"},
-    };
+            "C_SetAttributeValue(41, 42, {{" + std::string(ALL_ONES) + ", [6162], 2}}, 1)"}};
     for (const auto& [made, line] : rows)
         expectCall(env, made, line);
 }
@@ -83,9 +82,7 @@ TEST_F(Natives, findObjectAndGetAttributeValueMakeSeveralCalls)
     const jobject on = session(env), key = object(env, 42);
     const jbyteArray label = bytes(env, {'m', 0, 'y'}), value = bytes(env, "abcd"); // ends at the first zero
     const auto finding = [&] { return call(find, on, nullptr, label, object(env, 7)); };
-    const auto getting = [&](jlong room) {
-        return call(get, on, key, nullptr, value, room, longRef(env, 77));
-    };
+    const auto getting = [&](int room) { return call(get, on, key, nullptr, value, room, longRef(env, 77)); };
     finding()(env);
     const std::string width = std::to_string(sizeof(CK_ULONG)), none(2 * sizeof(CK_ULONG), 'f');
     EXPECT_EQ(recorder::takeCalls(),
@@ -93,13 +90,11 @@ TEST_F(Natives, findObjectAndGetAttributeValueMakeSeveralCalls)
             "C_FindObjects(41, out(1), out)", "C_FindObjectsFinal(41)"}));
     // How many calls are made, what they report, what the native returns, and the result.
     const std::tuple<Call, std::size_t, CK_ULONG, CK_RV, std::string> rows[] = {
-        {finding(), 3, 1, CKR_OK, "object 4294967289]"},
-        {finding(), 3, 0, CKR_GENERAL_ERROR, "object 7]"},
+        {finding(), 3, 1, CKR_OK, "object 4294967289]"}, {finding(), 3, 0, CKR_GENERAL_ERROR, "object 7]"},
         {finding(), 3, 1, CKR_DEVICE_REMOVED, "object 7]"},
         {getting(4), 2, 3, CKR_DEVICE_REMOVED, "[97, 98, 99, 100], 77]"},
         {getting(0), 1, 3, CKR_OK, "[97, 98, 99, 100], 3]"},
-        {getting(4), 2, 3, CKR_OK, "[110, 101, 119, 100], 3]"},
-    };
+        {getting(4), 2, 3, CKR_OK, "[110, 101, 119, 100], 3]"}};
     for (const auto& [made, count, reported, rv, after] : rows) {
         recorder::takeCalls();
         recorder::script().answer = [&](std::span<const recorder::Argument> all) {
