@@ -40,8 +40,8 @@ TEST_F(OnLoad, onlySuccessfulLookupsAreRememberedUntilTheyAreForgotten)
         ++forgotten, real->DeleteWeakGlobalRef(e, gone);
     };
     env->functions = &table;
-    watch(env, {.lookup = "halvorn/zerlin/LongRef"}, [&] { FindClass(env, java::LONG_REF.cls); });
-    EXPECT_EQ(takeException(env), "java.lang.NoClassDefFoundError: halvorn/zerlin/LongRef");
+    watch(env, {.call = 1}, [&] { FindClass(env, java::LONG_REF.cls); });
+    EXPECT_EQ(takeException(env), "java.lang.RuntimeException: injected");
     for (const int calls : {6, 0, 6}) { // two classes, two weak references, a field and a method
         const Watched watched = watch(env, {}, [&] {
             EXPECT_NE(zerlin::GetFieldID(env, java::LONG_REF.value), nullptr);
