@@ -15,6 +15,7 @@ using Table = JNINativeInterface_;
 const Table* real = nullptr;
 Fault wanted;
 Watched seen;
+std::vector<jobject> localRefs;  // that the work created and that are alive
 std::vector<std::size_t> frames; // how many local references there were when each was pushed
 bool inReal = false;             // calls that arrive now come from Java's own natives
 
@@ -31,14 +32,12 @@ constexpr std::string_view name()
     return text.substr(begin, text.find(';', begin) - begin);
 }
 
-bool failsNow(JNIEnv* env, std::string_view function, bool isMissing)
+bool failsNow(JNIEnv* env, std::string_view function)
 {
-    const bool isInjected = ++seen.calls == wanted.call;
-    if (!isInjected && !isMissing) return false;
+    if (++seen.calls != wanted.call) return false;
     seen.failed = function;
-    const jclass cls =
-        real->FindClass(env, isInjected ? "java/lang/RuntimeException" : "java/lang/NoClassDefFoundError");
-    real->ThrowNew(env, cls, isInjected ? "injected" : wanted.lookup.data());
+    const jclass cls = real->FindClass(env, "java/lang/RuntimeException");
+    real->ThrowNew(env, cls, "injected");
     real->DeleteLocalRef(env, cls);
     return true;
 }
@@ -48,8 +47,8 @@ R noted(std::string_view function, R result)
 {
     if constexpr (std::is_convertible_v<R, jobject>) {
         if (result == nullptr || function == "NewWeakGlobalRef") return result;
-        (function == "NewGlobalRef" ? seen.globalRefs : seen.localRefs).push_back(result);
-        seen.maxLocalRefs = std::max(seen.maxLocalRefs, seen.localRefs.size());
+        (function == "NewGlobalRef" ? seen.globalRefs : localRefs).push_back(result);
+        seen.maxLocalRefs = std::max(seen.maxLocalRefs, localRefs.size());
     } else if constexpr (std::is_same_v<R, const char*>) {
         if (result != nullptr) seen.buffers.push_back(result);
     } else if constexpr (std::is_same_v<R, jlong>) {
@@ -70,25 +69,23 @@ struct Wrapped<canRaise, Member> {
         constexpr std::string_view function = name<Member>();
         const std::tuple<JNIEnv*, A...> all(env, arguments...);
         [[maybe_unused]] const auto last = std::get<sizeof...(A)>(all);
-        bool isMissing = false;
-        if constexpr (function == "FindClass") isMissing = wanted.lookup == last;
         if constexpr (canRaise)
-            if (failsNow(env, function, isMissing)) {
+            if (failsNow(env, function)) {
                 if constexpr (function == "PushLocalFrame") return JNI_ERR;
                 return R();
             }
         if constexpr (std::is_convertible_v<R, jobject>)
             if (wanted.silent == function) return nullptr;
         if constexpr (function == "GetByteArrayRegion") seen.read.push_back(std::get<3>(all));
-        if constexpr (function == "PushLocalFrame") frames.push_back(seen.localRefs.size());
+        if constexpr (function == "PushLocalFrame") frames.push_back(localRefs.size());
         if constexpr (function == "PopLocalFrame") {
-            seen.localRefs.resize(frames.back());
+            localRefs.resize(frames.back());
             frames.pop_back();
         }
         if constexpr (function == "ReleaseStringUTFChars") std::erase(seen.buffers, last);
         if constexpr (function == "DeleteGlobalRef") std::erase(seen.globalRefs, last);
         if constexpr (function == "DeleteLocalRef")
-            if (last != nullptr && std::erase(seen.localRefs, last) == 0)
+            if (last != nullptr && std::erase(localRefs, last) == 0)
                 seen.violations.push_back("DeleteLocalRef of a reference that is the caller's or gone");
         if constexpr (std::is_void_v<R>)
             (real->*Member)(env, arguments...);
@@ -120,6 +117,7 @@ Watched watch(JNIEnv* env, const Fault& fault, const std::function<void()>& work
     real = env->functions;
     wanted = fault;
     seen = {};
+    localRefs.clear();
     env->functions = &table;
     work();
     env->functions = real;

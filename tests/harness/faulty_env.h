@@ -12,15 +12,13 @@ struct Fault {
     // The n-th of the calls that can raise an exception, counted from 1, only raises
     // java.lang.RuntimeException: injected.
     int call = 0;
-    // FindClass of this path fails as if the class did not exist.
-    std::string_view lookup = {};
     // This function, which creates a reference, returns null without an exception.
     std::string_view silent = {};
 };
 
 struct Watched {
     int calls = 0;      // those that can raise an exception
-    std::string failed; // the function that the fault hit last; "" when the fault was not met
+    std::string failed; // the function that the fault hit; "" when the fault was not met
     // Deletions of local references that belong to the caller or are deleted already. What else JNI forbids,
     // -Xcheck:jni reports: see takeJniWarnings.
     std::vector<std::string> violations;
@@ -29,7 +27,6 @@ struct Watched {
     std::size_t maxLocalRefs = 0; // created by the work and alive at the same time
     // What the work created and did not release. The characters of a string count as a buffer; weak
     // references do not count.
-    std::vector<jobject> localRefs;
     std::vector<jobject> globalRefs;
     std::vector<const void*> buffers;
 };

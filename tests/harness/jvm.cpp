@@ -29,8 +29,8 @@ jint JNICALL collectPrinted(FILE* stream, const char* format, va_list arguments)
 JavaVM* startJvm()
 {
     // -Xint: no compiler threads, so it starts faster, and the leak checker reports nothing.
-    std::string texts[] = {"vfprintf", std::string("-Djava.class.path=") + CLASS_PATH, "-Xcheck:jni", "-Xint",
-        "-XX:+UseSerialGC"};
+    std::string texts[] = {
+        "vfprintf", "-Djava.class.path=" ZERLIN_CLASSPATH, "-Xcheck:jni", "-Xint", "-XX:+UseSerialGC"};
     JavaVMOption options[std::size(texts)] = {};
     for (std::size_t i = 0; i < std::size(texts); ++i)
         options[i].optionString = texts[i].data();

@@ -5,22 +5,11 @@
 #include <jni.h>
 #include <string>
 
-// Where the JVM finds its classes. Each program defines it.
-extern const char* const CLASS_PATH;
-
 // The one JVM of the process. The first call starts it with -Xcheck:jni and attaches the calling thread.
 JavaVM* jvm();
 
 // The warnings of -Xcheck:jni since the last call, each with its stack, or "".
 std::string takeJniWarnings();
-
-// Attaches the current thread, one that the test has started, while it lives.
-struct AttachedThread {
-    AttachedThread() { jvm()->AttachCurrentThread(reinterpret_cast<void**>(&env), nullptr); }
-    ~AttachedThread() { jvm()->DetachCurrentThread(); }
-
-    JNIEnv* env = nullptr;
-};
 
 // Deletes the local references that were created in its scope: for the rows of a long table.
 struct LocalFrame {

@@ -1,9 +1,5 @@
 // Runs the unit tests.
-#include "harness/jvm.h"
-
 #include <gtest/gtest.h>
-
-const char* const CLASS_PATH = ZERLIN_CLASSPATH;
 
 int main(int argc, char** argv)
 {

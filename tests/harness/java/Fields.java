@@ -6,13 +6,11 @@ import java.lang.reflect.Array;
 import java.lang.reflect.Field;
 import java.util.ArrayList;
 import java.util.Arrays;
+import java.util.HexFormat;
 import java.util.List;
 import java.util.Scanner;
 
 public final class Fields {
-    private Fields() {
-    }
-
     public static Object read(String text) throws ReflectiveOperationException {
         return read(new Scanner(text), Object.class);
     }
@@ -29,12 +27,7 @@ public final class Fields {
             case 'n':
                 return null;
             case '[':
-                byte[] bytes = new byte[word.length() / 2 - 1];
-                for (int i = 0; i < bytes.length; i++) {
-                    int high = Character.digit(word.charAt(2 * i + 1), 16);
-                    bytes[i] = (byte) (16 * high + Character.digit(word.charAt(2 * i + 2), 16));
-                }
-                return bytes;
+                return HexFormat.of().parseHex(word, 1, word.length() - 1);
             case '(':
                 List<Object> elements = new ArrayList<>();
                 while (!words.hasNext("\\)")) {
@@ -57,21 +50,18 @@ public final class Fields {
 
     // The text that read takes.
     public static String show(Object shown) throws ReflectiveOperationException {
-        StringBuilder text = new StringBuilder();
-        if (shown instanceof byte[]) {
-            for (byte one : (byte[]) shown) {
-                text.append(String.format("%02x", one));
-            }
-            return "[" + text + "]";
+        if (shown instanceof byte[] bytes) {
+            return "[" + HexFormat.of().formatHex(bytes) + "]";
         }
-        if (shown instanceof Object[]) {
-            for (Object element : (Object[]) shown) {
+        StringBuilder text = new StringBuilder();
+        if (shown instanceof Object[] elements) {
+            for (Object element : elements) {
                 text.append(show(element)).append(' ');
             }
             return "( " + text + ")";
         }
         if (shown == null || shown.getClass().getName().startsWith("java.")) {
-            return shown instanceof Boolean ? (Boolean) shown ? "1" : "0" : String.valueOf(shown);
+            return shown instanceof Boolean set ? set ? "1" : "0" : String.valueOf(shown);
         }
         Field[] fields = shown.getClass().getFields();
         for (Field field : fields) {

@@ -1,23 +1,23 @@
 // Locking callbacks for the tests, which note each call.
 
 import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
-import java.util.function.ToLongFunction;
 
 public final class TestCallbacks {
     private static final StringBuffer calls = new StringBuffer();
 
-    private TestCallbacks() {
-    }
-
-    // Sets the callbacks whose initials are given: create, destroy, lock, unlock. CreateMutex returns the mutex,
-    // the others return the answer.
+    // Sets the callbacks whose initials are given: create, destroy, lock, unlock. CreateMutex returns the mutex, the
+    // others return the answer. With the initial t all throw their own names instead.
     public static CK_C_INITIALIZE_ARGS answering(String initials, Object mutex, long answer) {
-        return ending(initials, mutex, name -> answer);
-    }
-
-    // Every callback throws its own name.
-    public static CK_C_INITIALIZE_ARGS throwing() {
-        return ending("cdlu", "m", TestCallbacks::fail);
+        CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
+        calls.setLength(0);
+        args.createMutex = !initials.contains("c") ? null : () -> {
+            note("CreateMutex", "", initials, answer);
+            return mutex;
+        };
+        args.destroyMutex = !initials.contains("d") ? null : given -> note("DestroyMutex", given, initials, answer);
+        args.lockMutex = !initials.contains("l") ? null : given -> note("LockMutex", given, initials, answer);
+        args.unlockMutex = !initials.contains("u") ? null : given -> note("UnlockMutex", given, initials, answer);
+        return args;
     }
 
     // The calls since the last time: "CreateMutex() LockMutex(m) ".
@@ -27,26 +27,11 @@ public final class TestCallbacks {
         return taken;
     }
 
-    // What the callbacks end with depends on their names.
-    private static CK_C_INITIALIZE_ARGS ending(String initials, Object mutex, ToLongFunction<String> end) {
-        CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
-        calls.setLength(0);
-        args.createMutex = !initials.contains("c") ? null : () -> {
-            note("CreateMutex", "", end);
-            return mutex;
-        };
-        args.destroyMutex = !initials.contains("d") ? null : given -> note("DestroyMutex", given, end);
-        args.lockMutex = !initials.contains("l") ? null : given -> note("LockMutex", given, end);
-        args.unlockMutex = !initials.contains("u") ? null : given -> note("UnlockMutex", given, end);
-        return args;
-    }
-
-    private static long note(String name, Object mutex, ToLongFunction<String> end) {
+    private static long note(String name, Object mutex, String initials, long answer) {
         calls.append(name + "(" + mutex + ") ");
-        return end.applyAsLong(name);
-    }
-
-    private static long fail(String name) {
-        throw new IllegalStateException(name);
+        if (initials.contains("t")) {
+            throw new IllegalStateException(name);
+        }
+        return answer;
     }
 }
