@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <string_view>
 
 namespace {
@@ -14,61 +13,43 @@ using recorder::Argument;
 using recorder::script;
 using zerlin::Functions;
 
-const char* last = "none";
-
-std::string format(const char* pattern, std::size_t value)
-{
-    char made[2 * sizeof value + 3];
-    std::snprintf(made, sizeof made, pattern, value);
-    return made;
-}
-
-std::string number(CK_ULONG value)
-{
-    return format(value < 0x80000000 ? "%zu" : "0x%zx", value);
-}
-
-std::string hex(const void* values, CK_ULONG length)
+std::string bytes(const void* values, CK_ULONG length)
 {
     if (values == nullptr) return "null";
     const CK_ULONG readable = std::min(length, script().byteLimit);
-    std::string result = "[";
-    for (CK_ULONG i = 0; i < readable; ++i)
-        result += format("%02zx", static_cast<const CK_BYTE*>(values)[i]);
-    return result + (readable < length ? "..]" : "]");
+    return "[" + recorder::hex(values, readable) + (readable < length ? "..]" : "]");
 }
 
 std::string triple(CK_ULONG type, const void* values, CK_ULONG length)
 {
-    return "{" + number(type) + ", " + hex(values, length) + ", " + number(length) + "}";
+    return "{" + std::to_string(type) + ", " + bytes(values, length) + ", " + std::to_string(length) + "}";
 }
 
 std::string text(const CK_ATTRIBUTE* all, CK_ULONG count)
 {
     std::string text;
-    const CK_ULONG readable = std::min(count, script().attributeLimit);
-    for (const CK_ATTRIBUTE* shown = all; shown != all + readable; ++shown)
-        text += (text.empty() ? "" : ", ") + triple(shown->type, shown->pValue, shown->ulValueLen);
-    return "{" + text + (readable < count ? ", ..}" : "}");
+    for (const CK_ATTRIBUTE& shown : std::span(all, count))
+        text += (text.empty() ? "" : ", ") + triple(shown.type, shown.pValue, shown.ulValueLen);
+    return "{" + text + "}";
 }
 
 std::string text(const CK_C_INITIALIZE_ARGS& arguments)
 {
     const auto function = [](auto pointer) { return pointer == nullptr ? "null, " : "set, "; };
     return std::string("{") + function(arguments.CreateMutex) + function(arguments.DestroyMutex) +
-           function(arguments.LockMutex) + function(arguments.UnlockMutex) + number(arguments.flags) + ", " +
-           recorder::address(arguments.pReserved) + "}";
+           function(arguments.LockMutex) + function(arguments.UnlockMutex) + std::to_string(arguments.flags) +
+           ", " + recorder::address(arguments.pReserved) + "}";
 }
 
 std::string text(const Argument& shown)
 {
     const auto is = [&](Argument::Form form) { return shown.form == form; };
     const auto* const mechanism = static_cast<const CK_MECHANISM*>(shown.data);
-    const std::string count = number(shown.number);
+    const std::string count = std::to_string(shown.number);
     if (is(Argument::Number)) return count;
     if (is(Argument::Reference)) return recorder::address(shown.data);
-    if (is(Argument::Label)) return hex(shown.data, script().labelLength);
-    if (is(Argument::Bytes)) return hex(shown.data, shown.number) + ", " + count;
+    if (is(Argument::Label)) return bytes(shown.data, script().labelLength);
+    if (is(Argument::Bytes)) return bytes(shown.data, shown.number) + ", " + count;
     std::string made = shown.data == nullptr ? "null" : "out";
     if (is(Argument::Outputs)) return made + "(" + count + ")";
     if (is(Argument::Template) && shown.data != nullptr)
@@ -107,7 +88,6 @@ std::size_t join(std::string_view name, std::span<Argument> all)
 template <typename Handler, typename... Raw>
 CK_RV note(const char* name, const Handler& handler, Raw... raw)
 {
-    last = name;
     if (script().onCall) script().onCall();
     Argument all[] = {Argument(raw)...};
     const std::span arguments(all, join(name, all));
@@ -115,7 +95,7 @@ CK_RV note(const char* name, const Handler& handler, Raw... raw)
         std::string line;
         for (const Argument& argument : arguments)
             line += (line.empty() ? "" : ", ") + text(argument);
-        recorder::calls().push_back(name + ("(" + line + ")"));
+        recorder::calls.push_back(name + ("(" + line + ")"));
     }
     if constexpr (!std::is_null_pointer_v<Handler>)
         if (handler) return handler(raw...);
@@ -124,14 +104,17 @@ CK_RV note(const char* name, const Handler& handler, Raw... raw)
 
 } // namespace
 
-const char* recorder::lastCalled()
-{
-    return last;
-}
-
 std::string recorder::address(const void* reference)
 {
-    return reference == nullptr ? "null" : format("@%zx", reinterpret_cast<std::uintptr_t>(reference));
+    return reference == nullptr ? "null" : "@" + std::to_string(reinterpret_cast<std::uintptr_t>(reference));
+}
+
+std::string recorder::hex(const void* values, std::size_t length)
+{
+    std::string text;
+    for (const CK_BYTE byte : std::span(static_cast<const CK_BYTE*>(values), length))
+        text += {"0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16]};
+    return text;
 }
 
 // The recorder is always there. forward.cpp passes the standard functions on to it, vendor.cpp the others.

@@ -3,9 +3,9 @@
 //
 // A call is noted as one line, C_Login(5, 1, [31323334], 4). It is written while the call runs, so it stays
 // valid when the caller's memory changes:
-// - numbers: decimal below 0x80000000, -1 for all ones, else hexadecimal: 5, 0xfffffffe
+// - numbers: decimal
 // - input bytes: [31323334] or null, then the length; [3132..] where a limit cut them
-// - templates: {{0, [03000000], 4}, {3, [6d79], 2}} or null, then the count; {{0, [03], 1}, ..} when cut
+// - templates: {{0, [03000000], 4}, {3, [6d79], 2}} or null, then the count
 // - mechanisms: {4226, [00010203], 4} or null
 // - arguments of C_Initialize: {set, set, null, null, 2, null} for mutex functions, flags, pReserved; or null
 // - output buffers: out(16), or null(16) without a buffer, for the pointer and the capacity
@@ -16,7 +16,6 @@
 #include "cryptoki/functions.h"
 
 #include <functional>
-#include <limits>
 #include <span>
 #include <string>
 #include <utility>
@@ -58,8 +57,7 @@ struct Script {
 
     // How much is read of an input, because callers may declare more than there is.
     CK_ULONG labelLength = 32;
-    CK_ULONG byteLimit = std::numeric_limits<CK_ULONG>::max();
-    CK_ULONG attributeLimit = std::numeric_limits<CK_ULONG>::max();
+    CK_ULONG byteLimit = ~CK_ULONG{0};
 
 #define HANDLER(name) std::function<decltype(::name)> name;
     ZERLIN_STANDARD_FUNCTIONS(HANDLER)
@@ -73,32 +71,25 @@ inline Script& script()
     return current;
 }
 
-inline std::vector<std::string>& calls()
-{
-    static std::vector<std::string> lines;
-    return lines;
-}
+inline std::vector<std::string> calls;
 
 // Returns the calls and forgets them; the script stays.
 inline std::vector<std::string> takeCalls()
 {
-    return std::exchange(calls(), {});
+    return std::exchange(calls, {});
 }
-
-// The name of the last call, noted or not.
-const char* lastCalled();
 
 // Forgets the calls and the script.
 inline void reset()
 {
-    calls().clear();
+    calls.clear();
     script() = {};
 }
 
-// How a number is noted as the value of an attribute: "[05000000], 4" in 32 bits.
-std::string value(CK_ULONG number);
-
-// The text of an untouched reference: "@f6c01234", or "null".
+// The text of an untouched reference, or "null".
 std::string address(const void* reference);
+
+// The bytes in hexadecimal: "0a00".
+std::string hex(const void* values, std::size_t length);
 
 } // namespace recorder

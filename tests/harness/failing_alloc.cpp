@@ -33,15 +33,6 @@ bool allocationFailed()
     return untilFailure < 0;
 }
 
-std::size_t HeapWatch::sizeFrom(const void* place) const
-{
-    const auto next = blocks.upper_bound(const_cast<void*>(place));
-    if (next == blocks.begin()) return 0;
-    const auto& [block, size] = *std::prev(next);
-    const auto offset = static_cast<std::size_t>(static_cast<const char*>(place) - static_cast<char*>(block));
-    return offset < size ? size - offset : 0;
-}
-
 extern "C" {
 
 void* __real_malloc(std::size_t size);
@@ -70,11 +61,10 @@ void* __wrap_realloc(void* block, std::size_t size)
 
 void __wrap_free(void* block)
 {
-    if (HeapWatch::current != nullptr) {
-        if (const auto node = HeapWatch::current->blocks.extract(block)) {
-            HeapWatch::current->freed.emplace_back(static_cast<const char*>(block), node.mapped());
-        }
-    }
+    HeapWatch* const watch = HeapWatch::current;
+    if (const auto node =
+            watch == nullptr ? decltype(watch->blocks)::node_type{} : watch->blocks.extract(block))
+        watch->freed.emplace_back(static_cast<const char*>(block), node.mapped());
     __real_free(block);
 }
 

@@ -19,10 +19,6 @@ struct HeapWatch {
     HeapWatch() { current = this; }
     ~HeapWatch() { current = nullptr; }
 
-    // The bytes from there to the end of the block that they lie in, as it was requested: what malloc adds
-    // does not count. 0 outside all blocks.
-    std::size_t sizeFrom(const void* place) const;
-
     static inline thread_local HeapWatch* current = nullptr;
     std::map<void*, std::size_t> blocks; // not yet freed, and their sizes
     std::vector<std::string> freed;      // the contents of each block that free released

@@ -7,7 +7,6 @@
 #include "zerlin/cryptoki.h"
 
 #include <cstdint>
-#include <initializer_list>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -52,11 +51,6 @@ inline jclass find(JNIEnv* env, const char* path)
     const jclass cls = env->FindClass(path);
     check(env, path);
     return cls;
-}
-
-inline jobject alloc(JNIEnv* env, const char* path)
-{
-    return env->AllocObject(find(env, path));
 }
 
 template <typename... Arguments>
@@ -104,19 +98,15 @@ inline jbyteArray bytes(JNIEnv* env, std::string_view text)
     env->SetByteArrayRegion(array, 0, length, reinterpret_cast<const jbyte*>(text.data()));
     return array;
 }
-inline jbyteArray bytes(JNIEnv* env, std::initializer_list<int> values)
-{
-    return bytes(env, std::string(values.begin(), values.end()));
-}
 inline jbyteArray bytes(JNIEnv* env, const Bytes& values)
 {
     return bytes(env, std::string(values.begin(), values.end()));
 }
-inline jlongArray longs(JNIEnv* env, std::initializer_list<jlong> values)
+inline jlongArray longs(JNIEnv* env, const Longs& values)
 {
     const auto length = static_cast<jsize>(values.size());
     const jlongArray array = env->NewLongArray(length);
-    env->SetLongArrayRegion(array, 0, length, values.begin());
+    env->SetLongArrayRegion(array, 0, length, values.data());
     return array;
 }
 inline jstring string(JNIEnv* env, const char* text)
@@ -128,18 +118,10 @@ inline jobjectArray objects(JNIEnv* env, const char* elementPath, const std::vec
     const jclass cls = find(env, elementPath);
     const jobjectArray array = env->NewObjectArray(static_cast<jsize>(elements.size()), cls, nullptr);
     env->DeleteLocalRef(cls);
-    jsize index = 0;
-    for (const jobject element : elements)
-        env->SetObjectArrayElement(array, index++, element);
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        env->SetObjectArrayElement(array, static_cast<jsize>(i), elements[i]);
     check(env, elementPath);
     return array;
-}
-
-inline Bytes toVector(JNIEnv* env, jbyteArray array)
-{
-    Bytes values(static_cast<std::size_t>(env->GetArrayLength(array)));
-    env->GetByteArrayRegion(array, 0, env->GetArrayLength(array), reinterpret_cast<jbyte*>(values.data()));
-    return values;
 }
 
 // The value of the CK_RV object that a native returned.

@@ -6,19 +6,13 @@
 #include "harness/jni_helpers.h"
 
 #include <cstring>
-#include <functional>
-#include <gtest/gtest.h>
 #include <tuple>
-#include <type_traits>
 
 #define NATIVE(name) Java_halvorn_zerlin_Cryptoki_##name
 
 namespace jni {
 
 using Lines = std::vector<std::string>;
-
-// Bits of a Java long that a CK_ULONG loses; none where it has 64 bits.
-constexpr jlong LOST_BITS = 0x7'0000'0000 & ~static_cast<jlong>(~CK_ULONG{0});
 
 inline jobject session(JNIEnv* env, jlong value = 41)
 {
@@ -71,7 +65,7 @@ inline std::string text(JNIEnv* env, const std::vector<jobject>& shown)
 struct Call {
     std::function<jobject(JNIEnv*, const std::vector<jvalue>&)> native;
     std::vector<jvalue> arguments;
-    std::string kinds; // of the arguments: b byte[], o other object, j long, z boolean
+    std::vector<bool> areObjects;
 
     jobject operator()(JNIEnv* env) const
     {
@@ -82,17 +76,11 @@ struct Call {
     std::string objects(JNIEnv* env) const
     {
         std::vector<jobject> shown;
-        for (std::size_t i = 0; i < kinds.size(); ++i)
-            if (kinds[i] == 'b' || kinds[i] == 'o') shown.push_back(arguments[i].l);
+        for (std::size_t i = 0; i < arguments.size(); ++i)
+            if (areObjects[i]) shown.push_back(arguments[i].l);
         return text(env, shown);
     }
 };
-
-template <typename T>
-constexpr char kindOf = std::is_same_v<T, jlong>        ? 'j'
-                        : std::is_same_v<T, jboolean>   ? 'z'
-                        : std::is_same_v<T, jbyteArray> ? 'b'
-                                                        : 'o';
 
 template <typename T>
 jvalue pack(T value)
@@ -108,10 +96,11 @@ Call call(
 {
     const auto invoke = [native](JNIEnv* env, const std::vector<jvalue>& values) {
         auto next = values.begin();
-        const std::tuple<Parameters...> unpacked{reinterpret_cast<const Parameters&>(*next++)...};
-        return std::apply([&](auto... all) { return native(env, nullptr, all...); }, unpacked);
+        const std::tuple<JNIEnv*, jclass, Parameters...> all{
+            env, nullptr, reinterpret_cast<const Parameters&>(*next++)...};
+        return std::apply(native, all);
     };
-    return {invoke, {pack(arguments)...}, {kindOf<Parameters>...}};
+    return {invoke, {pack(arguments)...}, {std::is_pointer_v<Parameters>...}};
 }
 
 // Registers locking callbacks. Without them no exception can come out of the Cryptoki library.
@@ -126,20 +115,19 @@ inline void initialiseWithCallbacks(JNIEnv* env)
 // The native makes the one Cryptoki call of that line, and returns what the Cryptoki library returned.
 inline void expectCall(JNIEnv* env, const Call& made, const std::string& line)
 {
-    const std::size_t known = recorder::calls().size();
+    recorder::takeCalls();
     recorder::script().result = 0x80000100;
     EXPECT_EQ(rvOf(env, made(env)), 0x80000100) << line;
-    const Lines lines = recorder::calls();
-    EXPECT_EQ(Lines(lines.begin() + static_cast<std::ptrdiff_t>(known), lines.end()), Lines{line});
+    EXPECT_EQ(recorder::takeCalls(), Lines{line});
 }
 
 // The native returns CKR_ARGUMENTS_BAD, or the other value given, and does nothing else.
 inline void expectRefused(JNIEnv* env, const Call& made, CK_RV rv = CKR_ARGUMENTS_BAD)
 {
-    const std::size_t known = recorder::calls().size();
     const std::string before = made.objects(env);
+    recorder::takeCalls();
     EXPECT_EQ(rvOf(env, made(env)), rv);
-    EXPECT_EQ(recorder::calls().size(), known);
+    EXPECT_EQ(recorder::takeCalls(), Lines{});
     EXPECT_EQ(made.objects(env), before);
 }
 

@@ -9,7 +9,7 @@
 
 namespace jni {
 
-constexpr const char* ALL_ONES = sizeof(CK_ULONG) == 4 ? "0xffffffff" : "0xffffffffffffffff";
+constexpr const char* ALL_ONES = sizeof(CK_ULONG) == 4 ? "4294967295" : "18446744073709551615";
 
 // What an argument kind takes, and how it is treated. Held: an object with a number. Bytes: a byte[] and its
 // length; a Label has none. Template: a CK_ATTRIBUTE[] and its count. Value: a bare value and its length, and
@@ -29,10 +29,9 @@ struct Kind {
 
     std::size_t javaCount() const
     {
-        const bool hasLength = form == Bytes || form == Template || form == Value || isOutput();
-        return form == Served || form == Found ? 3 : hasLength ? 2 : 1;
+        return 1 + (form == Bytes || form == Template || form == Value || isOutput()) + (form == Found) +
+               2 * (form == Served);
     }
-    bool isHeld() const { return form == Held || form == New; }
     bool isInput() const { return form >= Bytes && form <= Mechanism; }
     bool isOutput() const { return form == Output || form == Found || form == Random; }
     bool hasLongRef() const { return form == Output || form == Found || form == Served; }
@@ -68,13 +67,14 @@ inline Made makeArgument(JNIEnv* env, const Kind& kind, std::size_t place, jsize
     const Kind::Form form = kind.form;
     const auto number = static_cast<jlong>(40 + place), length = size == 0 ? number - 35 : jlong{size};
     const std::string data(static_cast<std::size_t>(length), static_cast<char>('a' + place));
-    const std::string hex = "[" + nativeText(data.data(), std::string(2 * data.size(), '.')) + "]";
+    const std::string hex = "[" + recorder::hex(data.data(), data.size()) + "]";
     const std::string shown = std::to_string(number), shownData = hex + ", " + std::to_string(length);
     const auto object = [&](jlong value) { return make(env, kind.cls().c_str(), "(J)V", value); };
     if (form == Kind::Number) return {{pack(HIGH_HALF + number)}, shown};
     if (form == Kind::Boolean) return {{pack(jboolean{JNI_TRUE})}, "1"};
     if (form == Kind::Pointer) return {{pack(jobject{})}, "null"};
-    if (kind.isHeld()) return {{pack(object(HIGH_HALF + number))}, form == Kind::Held ? shown : "out"};
+    if (form == Kind::Held || form == Kind::New)
+        return {{pack(object(HIGH_HALF + number))}, form == Kind::Held ? shown : "out"};
     if (form == Kind::Record || form == Kind::InitArgs)
         return {{pack(make(env, kind.cls().c_str()))},
             form == Kind::Record ? "out" : "{null, null, null, null, 0, null}"};
@@ -135,11 +135,6 @@ struct Native {
         return place == 0 ? 0 : start(place - 1) + kinds[place - 1].javaCount();
     }
 };
-
-inline void PrintTo(const Native& native, std::ostream* out)
-{
-    *out << native.name;
-}
 
 template <typename... Parameters>
 Call withoutArguments(jobject(JNICALL* native)(JNIEnv*, jclass, Parameters...))

@@ -5,14 +5,6 @@
 
 namespace jni {
 
-inline jobject boxedLong(JNIEnv* env, jlong value)
-{
-    return make(env, "java/lang/Long", "(J)V", value); // a fresh one: the library overwrites it
-}
-inline jobject bbool(JNIEnv* env, bool value)
-{
-    return make(env, "halvorn/zerlin/CK_BBOOL", "(Z)V", static_cast<jboolean>(value));
-}
 template <typename Array, typename Element>
 Array filled(JNIEnv* env, Array array, void (JNIEnv::*set)(Array, jsize, jsize, const Element*),
     const std::vector<Element>& values)
@@ -56,7 +48,8 @@ inline std::vector<Value> values(JNIEnv* e)
     const jobject types = objects(e, "halvorn/zerlin/constants/CK_MECHANISM_TYPE",
         {mechanismType(e, BIG), mechanismType(e, 1), mechanismType(e, 2)});
     std::vector<Value> all = {{bytes(e, {7, 8, 255, 7, 6}), {7, 8, 255, 7, 6}, 5, {9}, "[[9, 8, -1, 7, 6]]"},
-        {boxedLong(e, BIG), NUMBER, WORD, OTHER, "[4275878552]"}, {bbool(e, false), {0}, 1, {1}, "[CK_TRUE]"},
+        {make(e, "java/lang/Long", "(J)V", BIG), NUMBER, WORD, OTHER, "[4275878552]"},
+        {make(e, "halvorn/zerlin/CK_BBOOL"), {0}, 1, {1}, "[CK_TRUE]"},
         {make(e, "java/lang/Boolean", "(Z)V", JNI_TRUE), {1}, 1, {0}, "[false]"},
         // Deliberate: the month is written over the year's first two bytes, and read from there.
         {make(e, "halvorn/zerlin/CK_DATE", "(III)V", 2024, 7, 15), {'0', '7', '2', '4', 0, 0, '1', '5'}, 8,

@@ -2,13 +2,8 @@
 // all its fields, CK_MECH_TYPE_AND_OBJECT 544 7. Bytes are written [0102], arrays of objects ( 7 8 ), an object with
 // one field as its value.
 
-import java.lang.reflect.Array;
-import java.lang.reflect.Field;
-import java.util.ArrayList;
-import java.util.Arrays;
-import java.util.HexFormat;
-import java.util.List;
-import java.util.Scanner;
+import java.lang.reflect.*;
+import java.util.*;
 
 public final class Fields {
     public static Object read(String text) throws ReflectiveOperationException {
