@@ -50,9 +50,11 @@ TEST(Attrutil, lookupsFindTheFirstOfATypeAndProgrammingErrorsAbort)
     }
     EXPECT_EQ(FindAttr(CKA_WILDCARD, set.get()), set->attrs);
     EXPECT_EQ(
-        jni::lastWords([] { FindAttr(1, nullptr); }), "findattr.c: FindAttr: Assertion `attrData' failed.
+        jni::lastWords([] {
+        FindAttr(1, nullptr); }), "findattr.c: FindAttr: Assertion `attrData' failed.
 ");
-    EXPECT_EQ(jni::lastWords([&] { at_assign(set->attrs, set->attrs + 1); }),
+    EXPECT_EQ(jni::lastWords([&] {
+        at_assign(set->attrs, set->attrs + 1); }),
         "attrutil.c: at_assign: Assertion `tgtNa->type == srcNa->type' failed.
 ");
 }

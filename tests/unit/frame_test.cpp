@@ -79,7 +79,7 @@ TEST_P(Frame, aFailedAllocationCallsNothingAndLeavesNothing)
     Lines outcomes = failEachAllocation(env, [&] {
         recorder::takeCalls();
         const jobject returned = native.prepare(env, LARGE)(env);
-        EXPECT_EQ(recorder::calls().empty(), allocationFailed());
+        EXPECT_EQ(recorder::calls.empty(), allocationFailed());
         return returned == nullptr ? "" : std::to_string(rvOf(env, returned));
     });
     const auto needsMemory = [](const Kind& kind) { return kind.isInput() || kind.isOutput(); };
@@ -113,8 +113,7 @@ TEST_P(Frame, successWritesBackEverythingAndAnErrorOnlyLengths)
         for (const CK_RV rv : {CK_RV{CKR_OK}, CK_RV{CKR_BUFFER_TOO_SMALL}, ~CK_RV{0}}) {
             const Call made = native.prepare(env);
             const auto textOf = [&](std::size_t i) {
-                const bool isObject = made.kinds[i] == 'o' || made.kinds[i] == 'b';
-                return text(env, {isObject ? made.arguments[i].l : nullptr});
+                return text(env, {made.areObjects[i] ? made.arguments[i].l : nullptr});
             };
             const std::size_t first = native.start(place), last = first + kind.javaCount() - 1;
             const std::string before = textOf(first), lengthBefore = textOf(last);
@@ -221,7 +220,7 @@ TEST_P(Frame, outputGoesThroughABufferOfTheGivenCapacity)
             EXPECT_EQ(rvOf(env, made(env)), rv);
             const std::string number = capacity < 0 ? ALL_ONES : std::to_string(capacity);
             const std::string shown = (isNull ? "null(" : "out(") + number + ")";
-            EXPECT_EQ(recorder::calls().back(),
+            EXPECT_EQ(recorder::calls.back(),
                 native.line(env, place, shown + (kind.form == Kind::Found ? ", out" : "")));
             std::ranges::replace(after, '0', kind.spare == 0 ? '7' : '0');
             const bool hasNumbers = kind.path.empty() || kind.path == "long";

@@ -44,7 +44,7 @@ struct MutexCallbacks : JniTest {
             return rv;
         };
         EXPECT_EQ(rvOf(env, NATIVE(C_1Initialize)(env, nullptr, args)), rv);
-        return recorder::calls().back();
+        return recorder::calls.back();
     }
     void finalise(CK_RV rv = CKR_OK)
     {

@@ -19,11 +19,11 @@ const std::string LOW = std::to_string(static_cast<CK_ULONG>(0x1'00000009));
 const std::pair<std::string, std::string> EDGES[] = {
     {"CK_RSA_PKCS_OAEP_PARAMS null 0 null null 0", NONE + " 0 " + NONE + " null 0"},
     {"CK_PKCS12_PBE_IMPORT_PARAMS [6175] 9 null 8 null 0 ( 7 null 4294967305 ) 1",
-        "[6175] 9 null 8 null 0 (7 " + NONE + " " + LOW + ") (1)"},
+        "[6175] 9 null 8 null 0 ( 7 " + NONE + " " + LOW + " ) ( 1 )"},
     {"CK_DES2_CBC_PARAMS [] [1112131415161718111213141516171821]",
         ".000000000000000011121314151617181112131415161718"},
     {"CK_PP_LOAD_SECRET_PARAMS null 255 -200 null", ".00ff38 null"},
-    {"CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 null 0 ( 7 ) 0", "null 0 null 0 null 0 null (0)"},
+    {"CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 null 0 ( 7 ) 0", "null 0 null 0 null 0 null ( 0 )"},
     {"CK_ECIES_PARAMS 0 0 4 [] 0 0 0 0 0 5 null", "0 0 4 [] 0 0 0 0 0 5 null"}};
 
 // Also when the Cryptoki library calls back into Java and an exception is pending.
@@ -87,7 +87,7 @@ TEST_F(Params, aFailedJniCallOrAllocationLeavesNothing)
             sizeof(CK_PKCS12_PBE_IMPORT_PARAMS)});
     for (const ParamRow& row : rows) {
         SCOPED_TRACE(row.java);
-        const jobject large = read(env, filled(row.java, 2600, "78"));
+        const jobject large = read(env, filled(row.java, 2600, 'x'));
         const jobject jMechanism = mechanism(env, 4225, large, row.size);
         failEachJniCall(env, [&, jSession = session(env), key = object(env, 7)] {
             return [=, this] { return NATIVE(C_1EncryptInit)(env, nullptr, jSession, jMechanism, key); };

@@ -66,12 +66,12 @@ void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds
     const HeapWatch heap;
     const jobject returned = callBelow(env, made);
     const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
-    EXPECT_FALSE(hasSecret(here - (1 << 18), here)) << recorder::lastCalled() << ": on the stack";
+    EXPECT_FALSE(hasSecret(here - (1 << 18), here)) << "on the stack";
     for (const std::string& block : heap.freed)
-        EXPECT_FALSE(hasSecret(block.data(), block.data() + block.size())) << recorder::lastCalled();
+        EXPECT_FALSE(hasSecret(block.data(), block.data() + block.size()));
     recorder::script().onCall = {};
-    EXPECT_EQ(rvOf(env, returned), rv) << recorder::lastCalled();
-    EXPECT_FALSE(isBelow) << recorder::lastCalled() << " is called above a secret on the stack";
+    EXPECT_EQ(rvOf(env, returned), rv);
+    EXPECT_FALSE(isBelow) << "called above a secret on the stack";
 }
 
 // On the stack, in chunks and from malloc, also when the call fails.
@@ -127,7 +127,7 @@ TEST_F(Secrets, noMechanismParameterLeavesSecretsInMemory)
 {
     for (const ParamRow& row : PARAMS) {
         SCOPED_TRACE(row.java);
-        const jobject jMechanism = mechanism(env, 4225, read(env, filled(row.java, 400, "17")), row.size);
+        const jobject jMechanism = mechanism(env, 4225, read(env, filled(row.java, 400, SECRET)), row.size);
         expectNothingLeft(call(NATIVE(C_1EncryptInit), session(env), jMechanism, object(env, 7)));
     }
 }

@@ -50,7 +50,7 @@ TEST(Tokenobject, aValueIsReadOnlyIntoABufferThatHoldsIt)
         EXPECT_EQ(buffer, result);
         EXPECT_EQ(length, 6U);
     }
-    EXPECT_EQ(recorder::calls().back(), "C_GetAttributeValue(5, 9, {{17, [2e2e2e2e2e2e], 6}}, 1)");
+    EXPECT_EQ(recorder::calls.back(), "C_GetAttributeValue(5, 9, {{17, [2e2e2e2e2e2e], 6}}, 1)");
     recorder::reset();
 }
 
