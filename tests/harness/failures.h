@@ -74,7 +74,7 @@ inline const char* const NO_MEMORY = "java.lang.OutOfMemoryError: no native memo
 inline std::string lastWords(const std::function<void()>& work)
 {
     testing::internal::CaptureStderr();
-    if (fork() == 0) work(), _exit(0);
+    if (fork() == 0) alarm(60), work(), _exit(0); // a lock may be held by a thread that the child has not
     int status = 0;
     wait(&status);
     const std::string said = testing::internal::GetCapturedStderr();

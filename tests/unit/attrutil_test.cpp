@@ -50,13 +50,9 @@ TEST(Attrutil, lookupsFindTheFirstOfATypeAndProgrammingErrorsAbort)
     }
     EXPECT_EQ(FindAttr(CKA_WILDCARD, set.get()), set->attrs);
     EXPECT_EQ(
-        jni::lastWords([] {
-        FindAttr(1, nullptr); }), "findattr.c: FindAttr: Assertion `attrData' failed.
-");
-    EXPECT_EQ(jni::lastWords([&] {
-        at_assign(set->attrs, set->attrs + 1); }),
-        "attrutil.c: at_assign: Assertion `tgtNa->type == srcNa->type' failed.
-");
+        jni::lastWords([] { FindAttr(1, nullptr); }), "findattr.c: FindAttr: Assertion `attrData' failed.\n");
+    EXPECT_EQ(jni::lastWords([&] { at_assign(set->attrs, set->attrs + 1); }),
+        "attrutil.c: at_assign: Assertion `tgtNa->type == srcNa->type' failed.\n");
 }
 
 // For each object its types, and for each type numbers for several values. A number adds up 1 for a boolean,

@@ -5,6 +5,7 @@
 #include "param_text.h"
 #include "values.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -48,6 +49,49 @@ TEST_F(CarelessCallers, whatIsNotWrittenIsZero)
         env->GetByteArrayRegion(array, 0, size, reinterpret_cast<jbyte*>(left.data()));
         EXPECT_EQ(left, Bytes(left.size())) << size;
     }
+}
+
+TEST_F(CarelessCallers, aBigCapacityCostsNoMemory)
+{
+    recorder::script().C_DecryptFinal = [](auto, auto, CK_ULONG_PTR pulLastPartLen) {
+        return *pulLastPartLen = 8, CKR_OK;
+    };
+    rusage before{}, after{};
+    getrusage(RUSAGE_SELF, &before);
+    call(NATIVE(C_1DecryptFinal), session(env), bytes(env, "12345678"), longRef(env, 1 << 30))(env);
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss, before.ru_maxrss + (400 << 10)); // KiB, the most so far
+}
+
+// Where a label lies, a longer one has been before.
+TEST_F(CarelessCallers, aShortLabelIsFollowedByZeroes)
+{
+    std::string got;
+    recorder::script().isQuiet = true;
+    recorder::script().answer = [&got](std::span<const recorder::Argument> all) {
+        got.assign(static_cast<const char*>(all.back().data), 32);
+        return CKR_OK;
+    };
+    for (const std::string& label : {std::string(40, 'x'), std::string("label")}) {
+        const jbyteArray array = bytes(env, label);
+        const std::string expected = (label + std::string(27, '\0')).substr(0, 32);
+        for (const Call& made : {call(NATIVE(C_1InitToken), 0, nullptr, 0, array),
+                 call(NATIVE(CT_1InitToken), session(env), 0, nullptr, 0, array),
+                 call(NATIVE(CT_1ResetToken), session(env), nullptr, 0, array)}) {
+            made(env);
+            EXPECT_EQ(got, expected) << label;
+        }
+    }
+}
+
+TEST_F(CarelessCallers, noParameterLenAbortsBesideABadValue)
+{
+    const jobject wrong = mechanism(env, 0xD, make(env, "halvorn/zerlin/params/CK_RSA_PKCS_PSS_PARAMS"), 3);
+    const jobjectArray bad =
+        attributes(env, {attribute(env, 3, make(env, "java/lang/Double", "(D)V", 1.5), 8)});
+    EXPECT_EQ(call(NATIVE(C_1GenerateKey), session(env), wrong, bad, 1, object(env, 0))(env), nullptr);
+    EXPECT_EQ(takeException(env),
+        "java.lang.UnsupportedOperationException: No Conversion from java.lang.Double to a CK type");
 }
 
 // The lengths and counts in parameters are those that no assertion ties to their arrays. A parameterLen above
