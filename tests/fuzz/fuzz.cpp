@@ -52,8 +52,9 @@ constexpr CK_ULONG FENCE = 64 << 10;
 
 void read(const void* data, CK_ULONG declared)
 {
+    if (data == nullptr) return;
     static std::string copy;
-    if (data != nullptr) copy.assign(static_cast<const char*>(data), std::min(declared, FENCE));
+    copy.assign(static_cast<const char*>(data), std::min(declared, FENCE));
 }
 
 void write(void* data, CK_ULONG size)

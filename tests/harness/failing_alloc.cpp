@@ -62,9 +62,9 @@ void* __wrap_realloc(void* block, std::size_t size)
 void __wrap_free(void* block)
 {
     HeapWatch* const watch = HeapWatch::current;
-    if (const auto node =
-            watch == nullptr ? decltype(watch->blocks)::node_type{} : watch->blocks.extract(block))
-        watch->freed.emplace_back(static_cast<const char*>(block), node.mapped());
+    if (watch != nullptr)
+        if (const auto node = watch->blocks.extract(block))
+            watch->freed.emplace_back(static_cast<const char*>(block), node.mapped());
     __real_free(block);
 }
 

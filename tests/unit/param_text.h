@@ -79,19 +79,19 @@ inline std::string given(JNIEnv* env, jobject parameter, jlong size, const std::
 }
 
 struct ParamRow {
-    std::string java;
     jlong size;
+    std::string java;
     std::string native = java.substr(java.find(' ') + 1);
 };
 
 // One parameter of each class.
-#define ROW(name, values, ...)                                                                               \
+#define ROW(name, ...)                                                                                       \
     ParamRow                                                                                                 \
     {                                                                                                        \
-#name " " values, sizeof(name) __VA_OPT__(, ) __VA_ARGS__                                            \
+        sizeof(name), #name " " __VA_ARGS__                                                                  \
     }
 inline const ParamRow PARAMS[] = {
-    {"5", sizeof(CK_ULONG)},
+    {sizeof(CK_ULONG), "5"},
     ROW(CK_RSA_PKCS_OAEP_PARAMS, "544 1 2 [616263] 3"),
     ROW(CK_RSA_PKCS_PSS_PARAMS, "544 4294967295 20"),
     ROW(CK_RC2_CBC_PARAMS, "128 [0102030405060708]", "128 .0102030405060708"),

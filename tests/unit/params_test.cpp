@@ -32,7 +32,7 @@ TEST_F(Params, everyClassBecomesItsStructureAndOnlyThatOfTypeZeroIsLeft)
     initialiseWithCallbacks(env);
     std::vector<ParamRow> rows(std::begin(PARAMS), std::end(PARAMS));
     for (const auto& [java, native] : EDGES)
-        rows.push_back({java, rowOf(java).size, native});
+        rows.push_back({rowOf(java).size, java, native});
     for (const ParamRow& row : rows) {
         SCOPED_TRACE(row.java);
         const LocalFrame frame(env);
@@ -82,9 +82,8 @@ TEST_F(Params, aFailedJniCallOrAllocationLeavesNothing)
     recorder::script().byteLimit = 0; // the lines would differ by addresses
     std::vector<ParamRow> rows(std::begin(PARAMS), std::end(PARAMS));
     // The deepest nesting of conversions: a value of an unknown class in a template in a parameter.
-    rows.push_back(
-        {"CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 ( CK_ATTRIBUTE 3 CK_VERSION 3 1 4 ) 1 null null",
-            sizeof(CK_PKCS12_PBE_IMPORT_PARAMS)});
+    rows.push_back({sizeof(CK_PKCS12_PBE_IMPORT_PARAMS),
+        "CK_PKCS12_PBE_IMPORT_PARAMS null 0 null 0 ( CK_ATTRIBUTE 3 CK_VERSION 3 1 4 ) 1 null null"});
     for (const ParamRow& row : rows) {
         SCOPED_TRACE(row.java);
         const jobject large = read(env, filled(row.java, 2600, 'x'));
