@@ -269,7 +269,7 @@ void freeAttributes(const Made& made)
     const auto* const records = reinterpret_cast<const CK_ATTRIBUTE*>(made.data);
     for (std::size_t i = 0; i < made.size / sizeof(CK_ATTRIBUTE); ++i)
         wipeAndFree(records[i].pValue);
-    std::free(made.data);
+    wipeAndFree(made.data);
 }
 
 // Frees what the members point to.

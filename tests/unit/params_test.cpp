@@ -45,6 +45,9 @@ TEST_F(Params, everyClassBecomesItsStructureAndOnlyThatOfTypeZeroIsLeft)
         };
         EXPECT_EQ(call(NATIVE(C_1DigestInit), session(env), jMechanism)(env), nullptr);
         EXPECT_EQ(takeException(env), "java.lang.IllegalStateException: from within");
+        // The conversion functions themselves return memory from malloc.
+        CK_MECHANISM converted = zerlin::jMechanismToCKMechanism(env, jMechanism);
+        zerlin::FreeCKMechanismParameter(env, jMechanism, &converted);
         EXPECT_EQ(heap.blocks.size(), 0U);
         for (const std::string& block : heap.freed)
             EXPECT_EQ(block.find_first_not_of('\0'), block.npos) << "not overwritten";
