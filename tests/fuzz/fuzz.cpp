@@ -34,8 +34,9 @@ jlong oneOf(std::initializer_list<jlong> all)
 jlong around(std::size_t size)
 {
     const auto real = static_cast<jlong>(size);
-    return oneOf({real, real, real, real, real - 1, real + 1, 0, -1, 1LL << 31, 0xffff'ffff, 1LL << 32,
-        (1LL << 32) + real, std::numeric_limits<jlong>::min(), static_cast<jlong>(below(5000))});
+    const auto than = [size](std::uint64_t more) { return static_cast<jlong>(size + more); };
+    return oneOf({real, real, real, real, than(~0ULL), than(1), 0, -1, 1LL << 31, 0xffff'ffff, 1LL << 32,
+        than(1ULL << 32), std::numeric_limits<jlong>::min(), static_cast<jlong>(below(5000))});
 }
 
 void expect(bool holds, const std::string& otherwise)
