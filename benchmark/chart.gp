@@ -17,6 +17,6 @@ unset key
 set style fill solid noborder
 set arrow from 1, graph 0 to 1, graph 1 nohead front linecolor rgb "#444444"
 faster(x) = x < 1 ? 0x2f7d5b : 0xc9772b
-plot ratios using 1:0:(1):1:($0 - 0.35):($0 + 0.35):(faster($1)):ytic(2) with boxxyerror linecolor rgb variable, \
-    '' using ($1 < 1 ? $1 * 0.96 : NaN):0:(sprintf("%.2f", $1)) with labels right font ",11", \
-    '' using ($1 < 1 ? NaN : $1 * 1.04):0:(sprintf("%.2f", $1)) with labels left font ",11"
+plot ratios using 1:0:(1):1:($0 - 0.35):($0 + 0.35):(faster($1)):ytic(2) with boxxyerror linecolor rgb variable notitle, \
+    '' using ($1 < 1 ? $1 * 0.96 : NaN):0:(sprintf("%.2f", $1)) with labels right font ",11" notitle, \
+    '' using ($1 < 1 ? NaN : $1 * 1.04):0:(sprintf("%.2f", $1)) with labels left font ",11" notitle
