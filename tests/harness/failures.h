@@ -6,6 +6,7 @@
 #include "harness/faulty_env.h"
 #include "harness/jvm.h"
 #include "harness/natives.h"
+#include "helper/jutil.h"
 
 #include <algorithm>
 #include <csignal>
@@ -32,7 +33,7 @@ int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = fals
         const auto work = prepare();
         recorder::takeCalls();
         const HeapWatch heap;
-        const Watched watched = watch(env, {.call = number}, work);
+        const Watched watched = watch(env, {.call = number}, [&] { work(), zerlin::forgetLookups(env); });
         const std::string exception = takeException(env);
         const Lines seen = recorder::takeCalls();
         if (number == 0) usual = exception, lines = seen, calls = watched.calls;
@@ -49,11 +50,13 @@ int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = fals
     return calls;
 }
 
-// Fails each allocation in turn. Returns what each led to: the pending exception, or else the work's own
-// result. No memory is left.
+inline const char* const NO_MEMORY = "java.lang.OutOfMemoryError: no native memory left";
+
+// Fails each allocation in turn. No memory is left. Returns what they led to other than that exception: other
+// exceptions, and results of the work.
 inline Lines failEachAllocation(JNIEnv* env, const std::function<std::string()>& work)
 {
-    Lines outcomes;
+    Lines others;
     for (int number = 1;; ++number) {
         const LocalFrame frame(env);
         const HeapWatch heap;
@@ -63,12 +66,10 @@ inline Lines failEachAllocation(JNIEnv* env, const std::function<std::string()>&
         failAllocation(0);
         const std::string exception = takeException(env);
         EXPECT_EQ(heap.blocks.size(), 0U) << "left after allocation " << number;
-        if (!wasMet) return outcomes;
-        outcomes.push_back(exception.empty() ? answer : exception);
+        if (!wasMet) return others;
+        if (exception != NO_MEMORY) others.push_back(exception.empty() ? answer : exception);
     }
 }
-
-inline const char* const NO_MEMORY = "java.lang.OutOfMemoryError: no native memory left";
 
 // Runs the work in a child process and returns what it prints before it aborts, without the line number.
 inline std::string lastWords(const std::function<void()>& work)

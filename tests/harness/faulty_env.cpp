@@ -46,8 +46,8 @@ template <typename R>
 R noted(std::string_view function, R result)
 {
     if constexpr (std::is_convertible_v<R, jobject>) {
-        if (result == nullptr || function == "NewWeakGlobalRef") return result;
-        (function == "NewGlobalRef" ? seen.globalRefs : localRefs).push_back(result);
+        if (result == nullptr) return result;
+        (function.ends_with("GlobalRef") ? seen.globalRefs : localRefs).push_back(result);
         seen.maxLocalRefs = std::max(seen.maxLocalRefs, localRefs.size());
     } else if constexpr (std::is_same_v<R, const char*>) {
         if (result != nullptr) seen.buffers.push_back(result);
@@ -83,7 +83,7 @@ struct Wrapped<canRaise, Member> {
             frames.pop_back();
         }
         if constexpr (function == "ReleaseStringUTFChars") std::erase(seen.buffers, last);
-        if constexpr (function == "DeleteGlobalRef") std::erase(seen.globalRefs, last);
+        if constexpr (function.ends_with("GlobalRef")) std::erase(seen.globalRefs, last);
         if constexpr (function == "DeleteLocalRef")
             if (last != nullptr && std::erase(localRefs, last) == 0)
                 seen.violations.push_back("DeleteLocalRef of a reference that is the caller's or gone");
@@ -113,7 +113,7 @@ Watched watch(JNIEnv* env, const Fault& fault, const std::function<void()>& work
         &T::NewWeakGlobalRef, &T::GetStringUTFChars, &T::ThrowNew, &T::PushLocalFrame>(table);
     wrap<false, &T::GetByteArrayRegion, &T::GetObjectClass, &T::NewLocalRef, &T::GetObjectField,
         &T::GetLongField, &T::ExceptionOccurred, &T::PopLocalFrame, &T::DeleteLocalRef, &T::DeleteGlobalRef,
-        &T::ReleaseStringUTFChars>(table);
+        &T::DeleteWeakGlobalRef, &T::ReleaseStringUTFChars>(table);
     real = env->functions;
     wanted = fault;
     seen = {};

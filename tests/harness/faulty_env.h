@@ -25,8 +25,7 @@ struct Watched {
     // The numbers that were read from fields, and the lengths of the bytes that were read, in their order.
     std::vector<jlong> read;
     std::size_t maxLocalRefs = 0; // created by the work and alive at the same time
-    // What the work created and did not release. The characters of a string count as a buffer; weak
-    // references do not count.
+    // What the work created and did not release. The characters of a string count as a buffer.
     std::vector<jobject> globalRefs;
     std::vector<const void*> buffers;
 };
