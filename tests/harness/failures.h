@@ -23,7 +23,7 @@ template <typename Prepare>
 int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = false)
 {
     bool calledWhilePending = false;
-    recorder::script().onCall = [&] { calledWhilePending |= env->ExceptionCheck() != JNI_FALSE; };
+    script().onCall = [&] { calledWhilePending |= env->ExceptionCheck() != JNI_FALSE; };
     std::string usual; // the exception of the work itself
     Lines lines;
     int calls = 0;
@@ -46,7 +46,7 @@ int failEachJniCall(JNIEnv* env, const Prepare& prepare, bool callsAnyway = fals
         EXPECT_LE(watched.maxLocalRefs, 16U);
     }
     EXPECT_TRUE(callsAnyway || !calledWhilePending) << "a call while an exception is pending";
-    recorder::script().onCall = {};
+    script().onCall = {};
     return calls;
 }
 

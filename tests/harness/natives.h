@@ -12,7 +12,9 @@
 
 namespace jni {
 
+using recorder::Argument, recorder::script;
 using Lines = std::vector<std::string>;
+using Arguments = std::span<const Argument>; // of a Cryptoki call
 
 inline jobject session(JNIEnv* env, jlong value = 41)
 {
@@ -53,10 +55,10 @@ inline std::string text(JNIEnv* env, const std::vector<jobject>& shown)
     return toString(env, static_cast<jstring>(printed));
 }
 
-// Fills the stack below, where the next call finds what is then not zero by chance.
+// Overwrites the stack below, where the next call finds what is then not zero by chance.
 [[gnu::noinline]] inline void dirtyStack()
 {
-    char rubbish[1 << 14];
+    char rubbish[1 << 16];
     std::memset(rubbish, 0x5a, sizeof rubbish);
     __asm__ volatile("" : : "r"(rubbish) : "memory");
 }
@@ -103,20 +105,26 @@ Call call(
     return {invoke, {pack(arguments)...}, {std::is_pointer_v<Parameters>...}};
 }
 
-// Registers locking callbacks. Without them no exception can come out of the Cryptoki library.
+// Locking callbacks; see TestCallbacks.java.
+inline jobject callbacks(
+    JNIEnv* env, const char* initials = "cdlu", jlong answer = 0, const char* mutex = "m")
+{
+    return callStatic(env, "TestCallbacks", "answering",
+        "(Ljava/lang/String;Ljava/lang/Object;J)Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;", string(env, initials),
+        mutex == nullptr ? nullptr : string(env, mutex), answer);
+}
+
+// Registers them. Without them no exception can come out of the Cryptoki library.
 inline void initialiseWithCallbacks(JNIEnv* env)
 {
-    const jobject args = callStatic(env, "TestCallbacks", "answering",
-        "(Ljava/lang/String;Ljava/lang/Object;J)Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;", string(env, "l"),
-        jobject{}, jlong{0});
-    EXPECT_EQ(rvOf(env, call(NATIVE(C_1Initialize), args)(env)), recorder::script().result);
+    EXPECT_EQ(rvOf(env, call(NATIVE(C_1Initialize), callbacks(env))(env)), script().result);
 }
 
 // The native makes the one Cryptoki call of that line, and returns what the Cryptoki library returned.
 inline void expectCall(JNIEnv* env, const Call& made, const std::string& line)
 {
     recorder::takeCalls();
-    recorder::script().result = 0x80000100;
+    script().result = 0x80000100;
     EXPECT_EQ(rvOf(env, made(env)), 0x80000100) << line;
     EXPECT_EQ(recorder::takeCalls(), Lines{line});
 }

@@ -10,7 +10,6 @@
 namespace {
 
 using namespace jni;
-using recorder::Argument;
 
 struct Frame : JniTest, testing::WithParamInterface<Native> {
     const Native& native = GetParam();
@@ -34,7 +33,7 @@ constexpr jsize LARGE = 3000; // bytes, more than any buffer on the stack holds
 // into a buffer up to its end.
 void answer(CK_RV rv, CK_ULONG written)
 {
-    recorder::script().answer = [rv, written](std::span<const Argument> all) {
+    script().answer = [rv, written](Arguments all) {
         for (const auto& [form, data, number, size, length] : all) {
             if (form == Argument::Output)
                 std::memcpy(data, &written, std::min(size, CK_ULONG{sizeof written}));
@@ -63,7 +62,7 @@ TEST_F(NativeTable, everyNativeOfCryptokiHasItsRow)
 
 TEST_P(Frame, eachFailedJniCallRaisesItsException)
 {
-    recorder::script().byteLimit = 8;
+    script().byteLimit = 8;
     answer(CKR_OK, 3);
     const auto prepared = [&] { return [this, made = native.prepare(env, LARGE)] { return made(env); }; };
     // The only native that makes its call although an argument could not be read.
@@ -74,7 +73,7 @@ TEST_P(Frame, eachFailedJniCallRaisesItsException)
 // Either way the Cryptoki library is not called.
 TEST_P(Frame, aFailedAllocationCallsNothingAndLeavesNothing)
 {
-    recorder::script().byteLimit = 0;
+    script().byteLimit = 0;
     answer(CKR_OK, 3);
     const Lines others = failEachAllocation(env, [&] {
         recorder::takeCalls();
@@ -95,7 +94,7 @@ TEST_P(Frame, anExceptionRaisedInTheLibraryStaysAndNothingIsWrittenBack)
     const Call made = native.prepare(env);
     const std::string before = made.objects(env);
     answer(CKR_OK, NEW);
-    recorder::script().onCall = [this, cls = find(env, "java/lang/IllegalStateException")] {
+    script().onCall = [this, cls = find(env, "java/lang/IllegalStateException")] {
         if (env->ExceptionCheck()) return;
         zerlin::releaseInitArgs(env);
         env->ThrowNew(cls, "from within");
@@ -165,7 +164,7 @@ TEST_P(Frame, bytesAndTemplatesArePassedWithTheGivenLength)
     };
     forEachArgument([&](const Kind& kind, std::size_t place) {
         if (kind.form != Kind::Bytes && kind.form != Kind::Template) return;
-        recorder::script().byteLimit = 32;
+        script().byteLimit = 32;
         for (const auto& [isNull, length, shown] : rows) {
             if (!isNull && kind.form == Kind::Template) continue;
             SCOPED_TRACE(shown);

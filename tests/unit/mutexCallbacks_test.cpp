@@ -29,17 +29,10 @@ const std::string NAMES[] = {"CreateMutex", "LockMutex", "UnlockMutex", "Destroy
 struct MutexCallbacks : JniTest {
     CK_C_INITIALIZE_ARGS given = {}; // what the last C_Initialize with arguments passed on
 
-    jobject answering(jlong answer, const char* mutex = "m", const char* initials = "cdlu")
-    {
-        return callStatic(env, CALLBACKS, "answering",
-            "(Ljava/lang/String;Ljava/lang/Object;J)Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;",
-            string(env, initials), mutex == nullptr ? nullptr : string(env, mutex), answer);
-    }
-
     // Returns the line of the Cryptoki call.
     std::string initialise(jobject args, CK_RV rv = CKR_OK)
     {
-        recorder::script().C_Initialize = [this, rv](CK_VOID_PTR passed) {
+        script().C_Initialize = [this, rv](CK_VOID_PTR passed) {
             if (passed != nullptr) given = *static_cast<CK_C_INITIALIZE_ARGS*>(passed);
             return rv;
         };
@@ -48,7 +41,7 @@ struct MutexCallbacks : JniTest {
     }
     void finalise(CK_RV rv = CKR_OK)
     {
-        recorder::script().C_Finalize = [rv](CK_VOID_PTR) { return rv; };
+        script().C_Finalize = [rv](CK_VOID_PTR) { return rv; };
         EXPECT_EQ(rvOf(env, NATIVE(C_1Finalize)(env, nullptr, nullptr)), rv);
     }
     // Calls one of the four functions, in the order of NAMES. CreateMutex replaces the mutex.
@@ -63,7 +56,7 @@ struct MutexCallbacks : JniTest {
 // Also when the library fails; while it lasts, further calls pass no arguments.
 TEST_F(MutexCallbacks, theRegistrationLastsUntilAFinalizeSucceeds)
 {
-    const jobject first = answering(1), second = answering(0, "m", "d"), wrong = longRef(env, 1);
+    const jobject first = callbacks(env, "cdlu", 1), second = callbacks(env, "d"), wrong = longRef(env, 1);
     setLong(env, first, "flags", 2);
     const Watched watched = watch(env, {}, [&] {
         EXPECT_EQ(initialise(second), "C_Initialize({null, set, null, null, 0, null})");
@@ -86,17 +79,16 @@ TEST_F(MutexCallbacks, eachFunctionCallsItsCallbackOnAnyThread)
 {
     constexpr CK_RV BAD = CKR_MUTEX_BAD;
     const std::string all = "CreateMutex() LockMutex(m) UnlockMutex(m) DestroyMutex(m) ";
-    const jobject working = answering(0);
-    const jobject throwing = answering(0, "m", "cdlut");
+    const jobject working = callbacks(env), throwing = callbacks(env, "cdlut");
     initialise(working);
     const CK_C_INITIALIZE_ARGS functions = given;
     // What happens, the arguments, what CreateMutex and the others return, which callbacks are called, and
     // how many JVMs there are.
     const std::tuple<const char*, jobject, CK_RV, CK_RV, std::string, jsize> rows[] = {
         {"success", working, CKR_OK, CKR_OK, all, 1},
-        {"a negative answer", answering(-1), CKR_OK, ~CK_RV{0}, all, 1},
+        {"a negative answer", callbacks(env, "cdlu", -1), CKR_OK, ~CK_RV{0}, all, 1},
         {"exceptions", throwing, BAD, BAD, all, 1},
-        {"only CreateMutex, of null", answering(0, nullptr, "c"), BAD, BAD, "CreateMutex() ", 1},
+        {"only CreateMutex, of null", callbacks(env, "c", 0, nullptr), BAD, BAD, "CreateMutex() ", 1},
         {"no registration", nullptr, BAD, BAD, "", 1}, {"no JVM", working, BAD, CKR_OK, "", 0}}; // deliberate
     for (const auto& [name, args, created, rv, calls, vms] : rows) {
         for (const bool isKnown : {true, false}) {
@@ -134,7 +126,7 @@ TEST_F(MutexCallbacks, aCallbackOutlivesItsRegistration)
 {
     static const JNINativeInterface_* real;
     real = env->functions;
-    initialise(answering(0));
+    initialise(callbacks(env));
     JNINativeInterface_ table = *real;
     table.GetObjectField = [](JNIEnv* inner, jobject object, jfieldID field) {
         inner->functions = real;
@@ -149,7 +141,7 @@ TEST_F(MutexCallbacks, aCallbackOutlivesItsRegistration)
 
 TEST_F(MutexCallbacks, aFailedInitialisationOrLoadLeavesNothing)
 {
-    const auto work = [&, args = answering(0)] {
+    const auto work = [&, args = callbacks(env)] {
         const jobject returned = NATIVE(C_1Initialize)(env, nullptr, args);
         zerlin::releaseInitArgs(env);
         return returned;
@@ -172,7 +164,7 @@ TEST_F(MutexCallbacks, eachFailedJniCallReturnsMutexBad)
         SCOPED_TRACE(NAMES[index]);
         failEachJniCall(env, [&] {
             finalise();
-            initialise(answering(0));
+            initialise(callbacks(env));
             return [&, mutex = env->NewGlobalRef(string(env, "m"))] {
                 CK_VOID_PTR used = mutex;
                 const CK_RV rv = callFunction(given, index, used);

@@ -67,14 +67,14 @@ inline std::string nativeText(const void* memory, const std::string& expected)
 inline std::string given(JNIEnv* env, jobject parameter, jlong size, const std::string& expected)
 {
     std::string text = "not called";
-    recorder::script().byteLimit = 0;
-    recorder::script().C_EncryptInit = [&](auto, CK_MECHANISM_PTR made, auto) {
+    script().byteLimit = 0;
+    script().C_EncryptInit = [&](auto, CK_MECHANISM_PTR made, auto) {
         text = made->pParameter == nullptr ? "null" : nativeText(made->pParameter, expected);
         return CKR_OK;
     };
     const jobject jMechanism = mechanism(env, 4225, parameter, size);
     NATIVE(C_1EncryptInit)(env, nullptr, session(env), jMechanism, object(env, 7));
-    recorder::script().C_EncryptInit = {}; // it refers to local variables
+    script().C_EncryptInit = {}; // it refers to local variables
     return text;
 }
 

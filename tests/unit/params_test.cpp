@@ -38,7 +38,7 @@ TEST_F(Params, everyClassBecomesItsStructureAndOnlyThatOfTypeZeroIsLeft)
         const jobject jMechanism = mechanism(env, 4225, read(env, row.java), row.size);
         const HeapWatch heap;
         EXPECT_EQ(given(env, read(env, row.java), row.size, row.native), row.native);
-        recorder::script().C_DigestInit = [this](auto, auto) {
+        script().C_DigestInit = [this](auto, auto) {
             env->ThrowNew(find(env, "java/lang/IllegalStateException"), "from within");
             return CKR_OK;
         };
@@ -53,7 +53,7 @@ TEST_F(Params, everyClassBecomesItsStructureAndOnlyThatOfTypeZeroIsLeft)
     }
     // The one deliberate leak. The test frees the memory, so that the leak checker does not report it.
     HeapWatch heap;
-    recorder::script().C_DigestInit = {};
+    script().C_DigestInit = {};
     const jobject parameter = read(env, PARAMS[2].java);
     const jobject jMechanism = mechanism(env, CKM_RSA_PKCS_KEY_PAIR_GEN, parameter, 1);
     EXPECT_EQ(rvOf(env, NATIVE(C_1DigestInit)(env, nullptr, session(env), jMechanism)), CKR_OK);
@@ -81,7 +81,7 @@ TEST_F(Params, aLengthThatContradictsItsArrayOrItsStructureAborts)
 // be missing, because the Cryptoki library writes into it.
 TEST_F(Params, aFailedJniCallOrAllocationLeavesNothing)
 {
-    recorder::script().byteLimit = 0; // the lines would differ by addresses
+    script().byteLimit = 0; // the lines would differ by addresses
     std::vector<ParamRow> rows(std::begin(PARAMS), std::end(PARAMS));
     // The deepest nesting of conversions: a value of an unknown class in a template in a parameter.
     rows.push_back({sizeof(CK_PKCS12_PBE_IMPORT_PARAMS),
@@ -173,8 +173,8 @@ TEST_F(WriteBack, resultsGoIntoTheCallersObjects)
             Call made = native.prepare(env);
             jobject& jMechanism = made.arguments[1].l;
             CK_RV rv = CKR_DEVICE_ERROR;
-            recorder::script().byteLimit = 0;
-            recorder::script().answer = [&](std::span<const recorder::Argument> all) {
+            script().byteLimit = 0;
+            script().answer = [&](Arguments all) {
                 std::istringstream words(written);
                 write(static_cast<CK_BYTE*>(static_cast<CK_MECHANISM_PTR>(all[1].data)->pParameter), words);
                 if (exchanged.empty()) return rv;

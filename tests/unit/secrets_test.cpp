@@ -25,16 +25,6 @@ constexpr char SECRET = 0x17;
     return found != 0;
 }
 
-// Calls the native from further down the stack, so that later calls do not overwrite what it leaves there.
-// What the preparations have left is overwritten.
-[[gnu::noinline]] jobject callBelow(JNIEnv* env, const Call& made)
-{
-    char room[1 << 16];
-    std::memset(room, 0, sizeof room);
-    __asm__ volatile("" : : "r"(room) : "memory");
-    return made(env);
-}
-
 struct Secrets : JniTest {
     jbyteArray secret(jsize n) { return bytes(env, std::string(static_cast<std::size_t>(n), SECRET)); }
     jobject holding(jobject value, jsize n) { return attribute(env, CKA_VALUE, value, n); }
@@ -46,30 +36,30 @@ struct Secrets : JniTest {
 void Secrets::expectNothingLeft(const Call& made, const std::vector<Kind>& kinds, CK_RV rv)
 {
     bool isBelow = false; // the call: what the conversions have left, and later calls overwrite
-    recorder::script().isQuiet = true;
-    recorder::script().onCall = [&isBelow] {
+    script().isQuiet = true;
+    script().onCall = [&isBelow] {
         const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
         isBelow |= hasSecret(here - 8192, here);
     };
-    recorder::script().answer = [&kinds, rv](std::span<const recorder::Argument> all) {
+    script().answer = [&kinds, rv](Arguments all) {
         for (std::size_t i = 0; i < all.size(); ++i) {
             const auto* const attributes = static_cast<CK_ATTRIBUTE*>(all[i].data);
-            if (all[i].form == recorder::Argument::Outputs && kinds[i].isSecret)
+            if (all[i].form == Argument::Outputs && kinds[i].isSecret)
                 std::fill_n(static_cast<char*>(all[i].data), all[i].number, SECRET);
-            if (all[i].form == recorder::Argument::Template)
+            if (all[i].form == Argument::Template)
                 for (CK_ULONG k = 0; k < all[i].number; ++k)
                     std::fill_n(static_cast<char*>(attributes[k].pValue), attributes[k].ulValueLen, SECRET);
         }
         return rv;
     };
-    recorder::script().C_FindObjects = [rv](auto, auto, auto, auto count) { return *count = 1, rv; };
+    script().C_FindObjects = [rv](auto, auto, auto, auto count) { return *count = 1, rv; };
     const HeapWatch heap;
-    const jobject returned = callBelow(env, made);
+    const jobject returned = made(env);
     const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
     EXPECT_FALSE(hasSecret(here - (1 << 18), here)) << "on the stack";
     for (const std::string& block : heap.freed)
         EXPECT_FALSE(hasSecret(block.data(), block.data() + block.size()));
-    recorder::script().onCall = {};
+    script().onCall = {};
     EXPECT_EQ(rvOf(env, returned), rv);
     EXPECT_FALSE(isBelow) << "called above a secret on the stack";
 }
