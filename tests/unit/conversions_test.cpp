@@ -37,7 +37,7 @@ void convertArray(JNIEnv* env, const char* shown, CK_ULONG unit,
     }
     toCK(env, nullptr, &data, &length);
     EXPECT_TRUE(data == nullptr && length == 0 && toJava(env, nullptr, 3) == nullptr);
-    failEach(env, shown, [&] {
+    failEach(env, [&] {
         data = nullptr;
         const JArray array = toJava(env, natives.data(), 20);
         if (array != nullptr) toCK(env, array, &data, &length);
@@ -87,11 +87,11 @@ void convertRecord(JNIEnv* env, std::string java, const std::vector<int>& widths
     const jobject again = make(env, ("halvorn/zerlin/" + java).c_str()), other = object(env, 1);
     std::string native;
     for (int number = 1; const int width : widths) {
-        const std::string digit = std::to_string(number % 10);
-        std::string shown = width == 0 ? std::to_string(number) : "05";
-        for (int i = 1; i < width; ++i)
-            shown += "0" + digit;
-        java += width == 0 ? " " + shown : width == 2 ? " CK_VERSION 5 " + digit : " [" + shown + "]";
+        const std::string bytes(width, static_cast<char>(number)), digit = std::to_string(number);
+        const std::string shown = width == 0 ? digit : recorder::hex(bytes.data(), bytes.size());
+        java += width == 0   ? " " + digit
+                : width == 2 ? " CK_VERSION " + digit + " " + digit
+                             : " [" + shown + "]";
         native += (width == 0 ? " " : " .") + shown;
         ++number;
     }
@@ -104,7 +104,7 @@ void convertRecord(JNIEnv* env, std::string java, const std::vector<int>& widths
     for (const jobject object : {again, jobject{}, other})
         EXPECT_TRUE(toJava(env, &converted, object) && toJava(env, nullptr, object));
     EXPECT_EQ(show(env, again), java);
-    failEach(env, java, [&] {
+    failEach(env, [&] {
         return toCK(env, made, &converted), !env->ExceptionCheck() && toJava(env, &converted, again);
     });
 }
@@ -181,7 +181,7 @@ TEST_F(Attributes, theClassOfAValueDecidesItsNativeForm)
         EXPECT_TRUE(CopyCKObjectPtrToJObjectPrimitive(env, nullptr, 64, row.object));
         EXPECT_EQ(after(row.written.empty() ? Bytes{1} : row.written, row.object), row.after);
         if (row.written.empty()) expectRefused("Can not copy from CK type to ", cls, "");
-        failEach(env, "a failure", [&] {
+        failEach(env, [&] {
             data = nullptr;
             jObjectToPrimitiveCKObjectPtrPtr(env, row.object, &data, &length);
             std::free(data);
@@ -275,8 +275,7 @@ TEST_F(Attributes, theTypeDecidesTheClassOfANewValueAndItsFirstBytesFillIt)
         EXPECT_EQ(made(all.back()), "[" + shown + "] " + std::to_string(length));
     }
     EXPECT_EQ(ckAttributeArrayToJAttributeArray(env, nullptr, 3), nullptr);
-    failEach(env, "new attributes",
-        [&] { return ckAttributeArrayToJAttributeArray(env, all.data(), all.size()) != nullptr; });
+    failEach(env, [&] { return ckAttributeArrayToJAttributeArray(env, all.data(), all.size()) != nullptr; });
 }
 
 TEST_F(Attributes, aWriteTakesTheLengthAndAWildcardTheTypeUpToAnEndOrAnException)

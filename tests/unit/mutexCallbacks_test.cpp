@@ -30,20 +30,16 @@ struct MutexCallbacks : JniTest {
     CK_C_INITIALIZE_ARGS given = {}; // what the last C_Initialize with arguments passed on
 
     // Returns the line of the Cryptoki call.
-    std::string initialise(jobject args, CK_RV rv = CKR_OK)
+    std::string initialise(jobject args)
     {
-        script().C_Initialize = [this, rv](CK_VOID_PTR passed) {
+        script().C_Initialize = [this](CK_VOID_PTR passed) {
             if (passed != nullptr) given = *static_cast<CK_C_INITIALIZE_ARGS*>(passed);
-            return rv;
+            return script().result;
         };
-        EXPECT_EQ(rvOf(env, NATIVE(C_1Initialize)(env, nullptr, args)), rv);
+        EXPECT_EQ(rvOf(env, NATIVE(C_1Initialize)(env, nullptr, args)), script().result);
         return recorder::calls.back();
     }
-    void finalise(CK_RV rv = CKR_OK)
-    {
-        script().C_Finalize = [rv](CK_VOID_PTR) { return rv; };
-        EXPECT_EQ(rvOf(env, NATIVE(C_1Finalize)(env, nullptr, nullptr)), rv);
-    }
+    void finalise() { EXPECT_EQ(rvOf(env, NATIVE(C_1Finalize)(env, nullptr, nullptr)), script().result); }
     // Calls one of the four functions, in the order of NAMES. CreateMutex replaces the mutex.
     static CK_RV callFunction(const CK_C_INITIALIZE_ARGS& functions, std::size_t index, CK_VOID_PTR& mutex)
     {
@@ -61,12 +57,14 @@ TEST_F(MutexCallbacks, theRegistrationLastsUntilAFinalizeSucceeds)
     const Watched watched = watch(env, {}, [&] {
         EXPECT_EQ(initialise(second), "C_Initialize({null, set, null, null, 0, null})");
         finalise();
-        EXPECT_EQ(initialise(first, CKR_DEVICE_ERROR), "C_Initialize({set, set, set, set, 2, null})");
+        script().result = CKR_DEVICE_ERROR;
+        EXPECT_EQ(initialise(first), "C_Initialize({set, set, set, set, 2, null})");
         for (const jobject args : {second, wrong}) {
             EXPECT_EQ(initialise(args), "C_Initialize(null)");
-            finalise(CKR_DEVICE_ERROR);
+            finalise();
             EXPECT_EQ(given.LockMutex(string(env, "m")), 1U);
         }
+        script().result = CKR_OK;
         finalise();
         zerlin::forgetLookups(env);
     });

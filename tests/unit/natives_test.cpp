@@ -178,8 +178,8 @@ TEST_F(Names, onlyOneConstantIsKnownAndEveryParameterHasTheSizeOfItsNativeForm)
     EXPECT_EQ(sizeOf(longs(env, {1})), 0);
     EXPECT_EQ(
         takeException(env), "java.lang.UnsupportedOperationException: No Conversion from [J to a CK type");
-    failEach(env, "constant", [&] { return constant("unknown"); });
-    failEach(env, "size", [&, wrong = longs(env, {1})] { return sizeOf(wrong); });
+    failEach(env, [&] { return constant("unknown"); });
+    failEach(env, [&, wrong = longs(env, {1})] { return sizeOf(wrong); });
 }
 
 } // namespace

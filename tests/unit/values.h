@@ -106,9 +106,8 @@ inline std::string describe(JNIEnv* env, jobject attribute)
 // Fails each JNI call and each allocation of a conversion in turn. The work returns whether no
 // exception is pending.
 template <typename Work>
-void failEach(JNIEnv* env, const std::string& name, const Work& work)
+void failEach(JNIEnv* env, const Work& work)
 {
-    SCOPED_TRACE(name);
     const auto checked = [&] {
         const bool isDone = work();
         EXPECT_EQ(isDone, !env->ExceptionCheck());

@@ -10,10 +10,7 @@ public final class TestCallbacks {
     public static CK_C_INITIALIZE_ARGS answering(String initials, Object mutex, long answer) {
         CK_C_INITIALIZE_ARGS args = new CK_C_INITIALIZE_ARGS();
         calls.setLength(0);
-        args.createMutex = !initials.contains("c") ? null : () -> {
-            note("CreateMutex", "", initials, answer);
-            return mutex;
-        };
+        args.createMutex = !initials.contains("c") ? null : () -> note("CreateMutex", "", initials, mutex);
         args.destroyMutex = !initials.contains("d") ? null : given -> note("DestroyMutex", given, initials, answer);
         args.lockMutex = !initials.contains("l") ? null : given -> note("LockMutex", given, initials, answer);
         args.unlockMutex = !initials.contains("u") ? null : given -> note("UnlockMutex", given, initials, answer);
@@ -27,7 +24,7 @@ public final class TestCallbacks {
         return taken;
     }
 
-    private static long note(String name, Object mutex, String initials, long answer) {
+    private static <T> T note(String name, Object mutex, String initials, T answer) {
         calls.append(name + "(" + mutex + ") ");
         if (initials.contains("t")) {
             throw new IllegalStateException(name);
