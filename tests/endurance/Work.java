@@ -2,7 +2,7 @@
 // results checked.
 
 import static token.FreshToken.*;
-import static token.Session.*;
+import static token.TokenObjects.*;
 
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
@@ -12,37 +12,34 @@ import java.security.MessageDigest;
 import java.util.Arrays;
 import java.util.Random;
 
-import token.Session;
-
 final class Work {
     private static final CK_MECHANISM HMAC = new CK_MECHANISM(CKM.SHA256_HMAC);
 
     // Whether the Cryptoki library does what it is asked. The one that does nothing returns CKR_OK to every call.
     private final boolean isReal;
     private final long slot;
-    private final Session own;
     private final CK_SESSION_HANDLE session;
     private final Random random = new Random();
 
     Work(long slot, boolean isReal) {
         this.slot = slot;
         this.isReal = isReal;
-        own = new Session(slot);
-        session = own.handle;
+        session = openSession(slot, READ_WRITE);
     }
 
     void round() throws Exception {
-        Session other = new Session(slot);
-        Cryptoki.C_CloseSession(other.handle).orThrow();
-        expect(Cryptoki.C_CloseSession(other.handle).is(CKR.SESSION_HANDLE_INVALID));
+        CK_SESSION_HANDLE other = openSession(slot, READ_ONLY);
+        Cryptoki.C_CloseSession(other).orThrow();
+        expect(Cryptoki.C_CloseSession(other).is(CKR.SESSION_HANDLE_INVALID));
         expect(tokenInfo(slot).getLabel().equals("endurance"));
         Cryptoki.C_GetMechanismList(slot, CK_MECHANISM_TYPE.array(200), new LongRef(200)).orThrow();
 
         byte[] value = data(32 + random.nextInt(32));
         byte[] label = data(16);
-        CK_OBJECT_HANDLE key = own.create(template(CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, CKK.GENERIC_SECRET,
-                CKA.VALUE, value, CKA.SENSITIVE, false, CKA.EXTRACTABLE, true, CKA.PRIVATE, false, CKA.SIGN, true,
-                CKA.VERIFY, true, CKA.LABEL, label));
+        CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE();
+        createObject(session, key, CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, CKK.GENERIC_SECRET, CKA.VALUE, value,
+                CKA.SENSITIVE, false, CKA.EXTRACTABLE, true, CKA.PRIVATE, false, CKA.SIGN, true, CKA.VERIFY, true,
+                CKA.LABEL, label).orThrow();
         CK_ATTRIBUTE[] read = template(CKA.VALUE, new byte[64], CKA.CLASS, new CK_OBJECT_CLASS(), CKA.MODULUS,
                 new byte[8]);
         expect(Cryptoki.C_GetAttributeValue(session, key, read, 3).is(CKR.ATTRIBUTE_TYPE_INVALID));
@@ -52,9 +49,10 @@ final class Work {
         Cryptoki.C_DigestInit(session, new CK_MECHANISM(CKM.SHA256)).orThrow();
         expect(Cryptoki.C_Digest(session, text, text.length, new byte[5], new LongRef(5)).is(CKR.BUFFER_TOO_SMALL));
         byte[] expected = MessageDigest.getInstance("SHA-256").digest(text);
-        expect(Arrays.equals(expected, own.whole(Cryptoki::C_Digest, text)));
+        byte[] digest = bytes((out, length) -> Cryptoki.C_Digest(session, text, text.length, out, length));
+        expect(Arrays.equals(expected, digest));
         Cryptoki.C_SignInit(session, HMAC, key).orThrow();
-        byte[] signature = own.whole(Cryptoki::C_Sign, text);
+        byte[] signature = bytes((out, length) -> Cryptoki.C_Sign(session, text, text.length, out, length));
         for (long answer : new long[] {CKR.OK, CKR.SIGNATURE_INVALID}) {
             Cryptoki.C_VerifyInit(session, HMAC, key).orThrow();
             expect(Cryptoki.C_Verify(session, text, text.length, signature, signature.length).is(answer));
