@@ -2,41 +2,26 @@
 // allocations that fail, over a Cryptoki library that reads all that it is promised and returns random
 // results. Each call has a seed of its own, made of --seed and its number, and starts alike:
 // --seed S --first N --calls 1 repeats one call. The first fault ends the program.
+#include "fakes/liar.h"
 #include "harness/failures.h"
 #include "unit/native_table.h"
 
 #include <chrono>
-#include <random>
 
 namespace {
 
 using namespace jni;
-using recorder::Argument;
+using liar::around, liar::below;
 
-std::mt19937 numbers;
 JNIEnv* env = nullptr;
 const Native* called = nullptr;
 int libraryCalls = 0; // of the native that runs
 CK_RV answered = CKR_OK;
 std::string lastCall; // printed if it fails
 
-CK_ULONG below(CK_ULONG limit)
-{
-    return static_cast<CK_ULONG>(numbers()) % limit;
-}
-
 jlong oneOf(std::initializer_list<jlong> all)
 {
     return all.begin()[below(all.size())];
-}
-
-// No 2 GiB less a few bytes: that much memory may be there.
-jlong around(std::size_t size)
-{
-    const auto real = static_cast<jlong>(size);
-    const auto than = [size](std::uint64_t more) { return static_cast<jlong>(size + more); };
-    return oneOf({real, real, real, real, than(~0ULL), than(1), 0, -1, 1LL << 31, 0xffff'ffff, 1LL << 32,
-        than(1ULL << 32), std::numeric_limits<jlong>::min(), static_cast<jlong>(below(5000))});
 }
 
 void expect(bool holds, const std::string& otherwise)
@@ -46,50 +31,11 @@ void expect(bool holds, const std::string& otherwise)
     std::abort();
 }
 
-// ---- The Cryptoki library
-
-// Behind every input there are zeroes, up to the declared length or 64 KiB.
-constexpr CK_ULONG FENCE = 64 << 10;
-
-void read(const void* data, CK_ULONG declared)
-{
-    if (data == nullptr) return;
-    static std::string copy;
-    copy.assign(static_cast<const char*>(data), std::min(declared, FENCE));
-}
-
-void write(void* data, CK_ULONG size)
-{
-    if (data != nullptr) std::memset(data, static_cast<int>(below(256)), size);
-}
-
-void use(CK_ATTRIBUTE* attributes, CK_ULONG count)
-{
-    if (attributes == nullptr) return;
-    for (CK_ATTRIBUTE& attribute : std::span(attributes, std::min(count, FENCE / sizeof *attributes))) {
-        read(attribute.pValue, attribute.ulValueLen);
-        if (!called->name.ends_with("_GetAttributeValue") || below(8) == 0) continue;
-        if (attribute.type == CKA_WILDCARD) attribute.type = CKA_LABEL;
-        write(attribute.pValue, std::min(attribute.ulValueLen, FENCE));
-        attribute.ulValueLen = static_cast<CK_ULONG>(around(attribute.ulValueLen));
-    }
-}
-
-CK_RV answer(std::span<const Argument> all)
+CK_RV answer(std::span<const recorder::Argument> all)
 {
     const bool mayPend = ++libraryCalls > 1 || called->name == "C_SetAttributeValue";
     expect(mayPend || !env->ExceptionCheck(), "called while an exception is pending");
-    for (const auto& [form, data, number, elementSize, reported] : all) {
-        const auto* const mechanism = static_cast<CK_MECHANISM*>(data);
-        if (form == Argument::Bytes) read(data, number);
-        if (form == Argument::Label) read(data, 32);
-        if (form == Argument::Template) use(static_cast<CK_ATTRIBUTE*>(data), number);
-        if (form == Argument::Mechanism) read(mechanism->pParameter, mechanism->ulParameterLen);
-        if (form == Argument::Output) write(data, elementSize);
-        if (form == Argument::Outputs) write(data, number * elementSize);
-        if (reported != nullptr) *reported = static_cast<CK_ULONG>(around(number));
-    }
-    return answered = static_cast<CK_RV>(oneOf({CKR_OK, CKR_OK, CKR_OK, CKR_BUFFER_TOO_SMALL, -1}));
+    return answered = liar::answer(all);
 }
 
 // ---- The arguments
@@ -215,7 +161,7 @@ int main(int argc, char** argv)
         called = &natives()[(mixed >> 7) % natives().size()];
         lastCall = "--seed " + std::to_string(seed) + " --first " + std::to_string(number) +
                    " --calls 1: " + called->name + "\n";
-        numbers.seed(mixed);
+        liar::numbers.seed(mixed);
         run();
     }
     std::printf("%lu calls\n", number - first);
