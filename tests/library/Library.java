@@ -3,61 +3,56 @@
 
 import halvorn.zerlin.*;
 
-import java.lang.reflect.InvocationTargetException;
 import java.net.*;
 import java.nio.file.*;
 import java.util.*;
 
 public final class Library {
-    private static final String CHOICE = "halvorn.zerlin.cryptoki";
-    private static final List<Object> LOADED = new ArrayList<>(); // so that no class loader is collected
-
-    /** What each class loader runs: makes one Cryptoki call and asks for one name. */
+    /** What each class loader runs: one Cryptoki call and one that asks for a name. Returns the results or the error. */
     public static String call() {
-        return Cryptoki.C_GetAttributeValue(new CK_SESSION_HANDLE(), new CK_OBJECT_HANDLE(), new CK_ATTRIBUTE[0], 0)
-                + ", " + CTUtil.CTU_GetErrorValue("PIN incorrect".getBytes());
+        try {
+            return Cryptoki.C_GetAttributeValue(new CK_SESSION_HANDLE(), new CK_OBJECT_HANDLE(), new CK_ATTRIBUTE[0], 0)
+                    + ", " + CTUtil.CTU_GetErrorValue("PIN incorrect".getBytes());
+        } catch (UnsatisfiedLinkError e) {
+            return e.getMessage();
+        }
     }
 
     /** Arguments: a folder to work in, libzerlin.so, and the libraries to stand beside it. */
     public static void main(String[] arguments) throws Exception {
         Path work = Path.of(arguments[0]);
-        expect("libcryptoki.so: cannot open shared object file", work, "none", arguments[1], null);
-        expect("libcryptoki.so: undefined symbol: C_Initialize", work, "module", arguments[1], arguments[2]);
-        expect("0x80000005, CKR_PIN_INCORRECT", work, "namesake", arguments[1], arguments[3]);
-        expect("libcryptoki.so is already loaded in this process, from " + work + "/namesake/libcryptoki.so, and would be"
-                + " used instead of " + work + "/other/libcryptoki.so", work, "other", arguments[1], arguments[4]);
-        expect("0x80000005, CKR_PIN_INCORRECT", work, "same", arguments[1], work + "/namesake/libcryptoki.so");
-        String taken = "libcryptoki.so is already loaded in this process, from " + work + "/namesake/libcryptoki.so,";
-        System.setProperty(CHOICE, work + "/namesake/libcryptoki.so");
-        expect("0x80000005, CKR_PIN_INCORRECT", work, "chosen", arguments[1], arguments[2]);
-        System.setProperty(CHOICE, arguments[4]);
-        expect(taken + " and would be used instead of " + arguments[4], work, "another", arguments[1], null);
-        System.setProperty(CHOICE, "embedded");
-        expect(taken + " and would be used instead of " + work + "/embedded/zerlin/", work, "embedded", arguments[1], null);
-        System.setProperty(CHOICE, "libcryptoki.so");
-        expect(CHOICE + " must be \"embedded\" or an absolute path", work, "relative", arguments[1], null);
-    }
-
-    private static void expect(String text, Path work, String name, String zerlin, String cryptoki) throws Exception {
-        Path folder = Files.createDirectories(work.resolve(name));
-        Files.copy(Path.of(zerlin), folder.resolve("libzerlin.so"), StandardCopyOption.REPLACE_EXISTING);
-        Files.deleteIfExists(folder.resolve("libcryptoki.so"));
-        if (cryptoki != null) {
-            Files.createLink(folder.resolve("libcryptoki.so"), Path.of(cryptoki));
-        }
-        System.setProperty("halvorn.zerlin.library", folder.resolve("libzerlin.so").toString());
-        URLClassLoader loader = new URLClassLoader(new URL[] {
-            Cryptoki.class.getProtectionDomain().getCodeSource().getLocation(),
-            Library.class.getProtectionDomain().getCodeSource().getLocation()}, null);
-        LOADED.add(loader);
-        String result;
-        try {
-            result = (String) loader.loadClass("Library").getMethod("call").invoke(null);
-        } catch (InvocationTargetException e) {
-            result = e.getCause().getMessage();
-        }
-        if (!result.contains(text)) {
-            throw new IllegalStateException("\"" + text + "\" is not in: " + result);
+        String module = arguments[2], namesake = arguments[3], softtoken = arguments[4];
+        String first = work + "/namesake/libcryptoki.so";
+        String taken = "libcryptoki.so is already loaded in this process, from " + first + ", and would be used instead of ";
+        String[][] rows = { // a folder, the library beside libzerlin.so, the chosen library, and the result
+            {"none", null, "", "libcryptoki.so: cannot open shared object file"},
+            {"module", module, "", "libcryptoki.so: undefined symbol: C_Initialize"},
+            {"namesake", namesake, "", "0x80000005, CKR_PIN_INCORRECT"},
+            {"other", softtoken, "", taken + work + "/other/libcryptoki.so"},
+            {"same", first, "", "0x80000005, CKR_PIN_INCORRECT"},
+            {"chosen", module, first, "0x80000005, CKR_PIN_INCORRECT"},
+            {"another", null, softtoken, taken + softtoken},
+            {"embedded", null, "embedded", taken + work + "/embedded/zerlin/"},
+            {"relative", null, "libcryptoki.so", "halvorn.zerlin.cryptoki must be \"embedded\" or an absolute path"}};
+        URL[] urls = {Cryptoki.class.getProtectionDomain().getCodeSource().getLocation(),
+            Library.class.getProtectionDomain().getCodeSource().getLocation()};
+        List<Object> loaders = new ArrayList<>(); // so that none is collected
+        for (String[] row : rows) {
+            Path folder = Files.createDirectories(work.resolve(row[0]));
+            Path zerlin = folder.resolve("libzerlin.so");
+            Files.copy(Path.of(arguments[1]), zerlin, StandardCopyOption.REPLACE_EXISTING);
+            Files.deleteIfExists(folder.resolve("libcryptoki.so"));
+            if (row[1] != null) {
+                Files.createLink(folder.resolve("libcryptoki.so"), Path.of(row[1]));
+            }
+            System.setProperty("halvorn.zerlin.library", zerlin.toString());
+            System.setProperty("halvorn.zerlin.cryptoki", row[2]);
+            URLClassLoader loader = new URLClassLoader(urls, null);
+            loaders.add(loader);
+            String result = (String) loader.loadClass("Library").getMethod("call").invoke(null);
+            if (!result.contains(row[3])) {
+                throw new IllegalStateException(row[0] + ": \"" + row[3] + "\" is not in: " + result);
+            }
         }
     }
 }
