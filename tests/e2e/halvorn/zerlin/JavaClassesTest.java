@@ -13,7 +13,7 @@ import java.lang.reflect.*;
 import java.nio.file.*;
 import java.time.DateTimeException;
 import java.util.*;
-import java.util.concurrent.*;
+import java.util.concurrent.CompletableFuture;
 import java.util.regex.Pattern;
 import java.util.stream.Stream;
 
@@ -97,14 +97,12 @@ class JavaClassesTest {
         assertEquals(date, CK_DATE.fromBytes(ascii("08240715")));
         assertEquals("0824-07-15", date.toLocalDate().toString());
         assertArrayEquals(new byte[8], new CK_DATE(new byte[0], null, new byte[3]).toBytes());
-        assertThrows(IllegalArgumentException.class, () -> CK_DATE.fromBytes(new byte[7]));
         assertThrows(DateTimeException.class, () -> new CK_DATE(10_000, 1, 1));
         CK_TOKEN_INFO info = new CK_TOKEN_INFO();
         info.label = CK_TOKEN_INFO.paddedLabel("\u00e4 b");
         assertArrayEquals(ascii(" ".repeat(28)), Arrays.copyOfRange(info.label, 4, 32));
         info.model = ascii("m \0 \0");
         assertEquals("\u00e4 b, m", info.getLabel() + ", " + info.getModel());
-        assertThrows(IllegalArgumentException.class, () -> CK_TOKEN_INFO.paddedLabel("\u00e4".repeat(17)));
     }
 
     private static final int ULONG = NativeValue.ULONG_SIZE;
@@ -134,30 +132,26 @@ class JavaClassesTest {
     }
 
     @Test
-    void attributesReturnWhatTheLengthBoundsAndRefuseOtherClasses() {
+    void attributesReturnWhatTheirLengthBounds() {
         CK_ATTRIBUTE attribute = CK_ATTRIBUTE.buffer(CKA.LABEL, 4);
         assertArrayEquals(new byte[4], attribute.getBytes());
         attribute.valueLen = 2;
         assertArrayEquals(new byte[2], attribute.getBytes());
         attribute.valueLen = CK.UNAVAILABLE_INFORMATION;
         assertNull(attribute.getBytes());
-        assertThrows(IllegalArgumentException.class, () -> new CK_ATTRIBUTE(CKA.LABEL, new StringBuilder()));
         // Of an int[], the natives pass every second element only.
         assertArrayEquals(new long[] {7, -1}, (long[]) new CK_ATTRIBUTE(CKA.ID, new int[] {7, -1}).pValue);
         assertArrayEquals(new long[] {7, -1}, (long[]) new CK_MECHANISM(1, new int[] {7, -1}).pParameter);
     }
 
-    // PKCS#11 lets a thread unlock what another one has locked.
+    // PKCS#11 lets a thread unlock what another one has locked. That locks exclude is tested by Callers.
     @Test
-    void javaLockingLocks() throws Exception {
+    void javaMutexesAreUnlockedByAnyThread() {
         CK_C_INITIALIZE_ARGS java = CK_C_INITIALIZE_ARGS.javaLocking();
         Object mutex = java.createMutex.CreateMutex();
-        assertEquals(CKR.MUTEX_NOT_LOCKED, java.unlockMutex.UnlockMutex(mutex));
         assertEquals(CKR.OK, java.lockMutex.LockMutex(mutex));
-        var second = CompletableFuture.supplyAsync(() -> java.lockMutex.LockMutex(mutex));
-        assertThrows(TimeoutException.class, () -> second.get(20, TimeUnit.MILLISECONDS));
-        assertEquals(CKR.OK, java.unlockMutex.UnlockMutex(mutex));
-        assertEquals(CKR.OK, second.get(10, TimeUnit.SECONDS));
+        assertEquals(CKR.OK, CompletableFuture.supplyAsync(() -> java.unlockMutex.UnlockMutex(mutex)).join());
+        assertEquals(CKR.MUTEX_NOT_LOCKED, java.unlockMutex.UnlockMutex(mutex));
         assertEquals(CKR.MUTEX_BAD, java.lockMutex.LockMutex("mutex"));
     }
 
