@@ -55,15 +55,11 @@ public final class Attack {
         System.exit(0); // threads of the JVM's own do not matter
     }
 
-    private static boolean isOver() {
-        return System.nanoTime() > end;
-    }
-
     // The first thread attacks, the others call.
     private static Void work() throws Exception {
         boolean attacks = !HAS_ATTACKER.getAndSet(true);
         Random random = new Random(SEEDS.nextLong());
-        while (!isOver()) {
+        while (System.nanoTime() < end) {
             try {
                 if (attacks) {
                     attack(random);
@@ -126,7 +122,7 @@ public final class Attack {
         } catch (ReflectiveOperationException e) {
             Callers.expect(ALLOWED.matcher("" + e.getCause()).matches(), called.getName() + ": " + e.getCause());
         }
-        if (times > 1 && !isOver()) {
+        if (times > 1 && System.nanoTime() < end) {
             call(called, arguments, times - 1);
         }
     }

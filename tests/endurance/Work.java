@@ -13,8 +13,6 @@ import java.util.Arrays;
 import java.util.Random;
 
 final class Work {
-    private static final CK_MECHANISM HMAC = new CK_MECHANISM(CKM.SHA256_HMAC);
-
     // Whether the Cryptoki library does what it is asked. The one that does nothing returns CKR_OK to every call.
     private final boolean isReal;
     private final long slot;
@@ -38,8 +36,7 @@ final class Work {
         byte[] label = data(16);
         CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE();
         createObject(session, key, CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, CKK.GENERIC_SECRET, CKA.VALUE, value,
-                CKA.SENSITIVE, false, CKA.EXTRACTABLE, true, CKA.PRIVATE, false, CKA.SIGN, true, CKA.VERIFY, true,
-                CKA.LABEL, label).orThrow();
+                CKA.SENSITIVE, false, CKA.EXTRACTABLE, true, CKA.PRIVATE, false, CKA.LABEL, label).orThrow();
         CK_ATTRIBUTE[] read = template(CKA.VALUE, new byte[64], CKA.CLASS, new CK_OBJECT_CLASS(), CKA.MODULUS,
                 new byte[8]);
         expect(Cryptoki.C_GetAttributeValue(session, key, read, 3).is(CKR.ATTRIBUTE_TYPE_INVALID));
@@ -51,13 +48,6 @@ final class Work {
         byte[] expected = MessageDigest.getInstance("SHA-256").digest(text);
         byte[] digest = bytes((out, length) -> Cryptoki.C_Digest(session, text, text.length, out, length));
         expect(Arrays.equals(expected, digest));
-        Cryptoki.C_SignInit(session, HMAC, key).orThrow();
-        byte[] signature = bytes((out, length) -> Cryptoki.C_Sign(session, text, text.length, out, length));
-        for (long answer : new long[] {CKR.OK, CKR.SIGNATURE_INVALID}) {
-            Cryptoki.C_VerifyInit(session, HMAC, key).orThrow();
-            expect(Cryptoki.C_Verify(session, text, text.length, signature, signature.length).is(answer));
-            signature[7] ^= 1;
-        }
         // No soft token supports these, one of which is nested, and one of which has its results written back.
         for (CK_MECHANISM mechanism : new CK_MECHANISM[] {
             new CK_MECHANISM(CKM.PKCS12_PBE_IMPORT, new CK_PKCS12_PBE_IMPORT_PARAMS(text, label, read, 3)),
