@@ -48,7 +48,7 @@ public final class Hostile {
         this.random = random;
     }
 
-    Object[] argumentsOf(Method called) throws ReflectiveOperationException {
+    Object[] argumentsOf(Executable called) throws ReflectiveOperationException {
         Class<?>[] types = called.getParameterTypes();
         Object[] arguments = new Object[types.length];
         long size = 0; // of the argument before
@@ -126,11 +126,7 @@ public final class Hostile {
         if (STRUCTURES.contains(type)) { // the full constructor makes the lengths right
             Constructor<?> full = Collections.max(Arrays.asList(type.getConstructors()),
                     Comparator.comparing(Constructor::getParameterCount));
-            List<Object> given = new ArrayList<>();
-            for (Class<?> one : full.getParameterTypes()) {
-                given.add(make(one));
-            }
-            return full.newInstance(given.toArray());
+            return full.newInstance(argumentsOf(full));
         }
         Object made = type.getDeclaredConstructor().newInstance();
         for (Field field : type.getFields()) {

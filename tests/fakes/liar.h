@@ -20,12 +20,17 @@ inline CK_ULONG below(CK_ULONG limit)
     return static_cast<CK_ULONG>(numbers()) % limit;
 }
 
+template <typename T>
+T oneOf(std::initializer_list<T> all)
+{
+    return all.begin()[below(all.size())];
+}
+
 // No 2 GiB less a few bytes: that much memory may be there.
 inline std::int64_t around(std::uint64_t real)
 {
-    const std::uint64_t all[] = {real, real, real, real, real - 1, real + 1, 0, ~0ULL, 1ULL << 31,
-        0xffff'ffff, 1ULL << 32, (1ULL << 32) + real, 1ULL << 63, below(5000)};
-    return static_cast<std::int64_t>(all[below(std::size(all))]);
+    return static_cast<std::int64_t>(oneOf<std::uint64_t>({real, real, real, real, real - 1, real + 1, 0,
+        ~0ULL, 1ULL << 31, 0xffff'ffff, 1ULL << 32, (1ULL << 32) + real, 1ULL << 63, below(5000)}));
 }
 
 // Behind every input there are zeroes, up to the declared length or 64 KiB.

@@ -21,9 +21,10 @@ CK_RV initialize(CK_VOID_PTR arguments)
 
 void useLocks()
 {
-    std::unique_lock lock(registration);
-    const CK_C_INITIALIZE_ARGS callbacks = registered;
-    lock.unlock();
+    const auto callbacks = [] {
+        const std::lock_guard lock(registration);
+        return registered;
+    }();
     CK_VOID_PTR mutex = nullptr;
     if (callbacks.CreateMutex != nullptr) callbacks.CreateMutex(&mutex);
     for (const auto callback : {callbacks.LockMutex, callbacks.UnlockMutex, callbacks.DestroyMutex})

@@ -11,18 +11,13 @@
 namespace {
 
 using namespace jni;
-using liar::around, liar::below;
+using liar::around, liar::below, liar::oneOf;
 
 JNIEnv* env = nullptr;
 const Native* called = nullptr;
 int libraryCalls = 0; // of the native that runs
 CK_RV answered = CKR_OK;
 std::string lastCall; // printed if it fails
-
-jlong oneOf(std::initializer_list<jlong> all)
-{
-    return all.begin()[below(all.size())];
-}
 
 void expect(bool holds, const std::string& otherwise)
 {
@@ -65,7 +60,7 @@ jobject someTemplate()
     std::vector<jobject> elements(below(below(6) == 0 ? 300 : 5));
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const auto [value, length] = someValue();
-        const jlong type = oneOf({0, 3, 17, 257, 288, 289, 0x40000600, 65535});
+        const auto type = oneOf<jlong>({0, 3, 17, 257, 288, 289, 0x40000600, 65535});
         elements[i] = i >= 5 ? elements[i % 5] : attribute(env, type, value, around(length));
         if (below(10) == 0) elements[i] = nullptr;
     }
@@ -76,7 +71,7 @@ jobject someTemplate()
 jobject someMechanism()
 {
     const jbyteArray value = someBytes();
-    const auto type = oneOf({0x401, 0x800009f3, static_cast<jlong>(1 + below(1000))});
+    const auto type = oneOf<jlong>({0x401, 0x800009f3, static_cast<jlong>(1 + below(1000))});
     if (below(3) == 0) return mechanism(env, type, value, value == nullptr ? 0 : around(lengthOf(value)));
     const ParamRow& row = PARAMS[below(std::size(PARAMS))];
     return mechanism(env, type, jni::read(env, filled(row.java, below(20), 'x')), row.size);
