@@ -10,6 +10,7 @@ import halvorn.zerlin.*;
 import java.lang.management.ManagementFactory;
 import java.util.*;
 import java.util.concurrent.*;
+import java.util.concurrent.atomic.AtomicReference;
 import java.util.regex.*;
 
 import javax.management.ObjectName;
@@ -60,15 +61,25 @@ final class Soak {
         Cryptoki.C_Finalize(null).orThrow();
     }
 
-    /** Runs the same on some threads; the stack size 0 stands for the usual one. */
+    /** Runs the same on some threads, also when there is no memory left; the stack size 0 stands for the usual one. */
     static void together(int threads, long stackSize, Callable<Void> work) throws Exception {
-        List<FutureTask<Void>> tasks = new ArrayList<>();
+        AtomicReference<Throwable> failure = new AtomicReference<>();
+        List<Thread> all = new ArrayList<>();
         for (int i = 0; i < threads; i++) {
-            tasks.add(new FutureTask<>(work));
-            new Thread(null, tasks.get(i), "together", stackSize).start();
+            all.add(new Thread(null, () -> {
+                try {
+                    work.call();
+                } catch (Throwable e) {
+                    failure.set(e);
+                }
+            }, "together", stackSize));
+            all.get(i).start();
         }
-        for (FutureTask<Void> task : tasks) {
-            task.get();
+        for (Thread one : all) {
+            one.join();
+        }
+        if (failure.get() != null) {
+            throw new ExecutionException(failure.get());
         }
     }
 
