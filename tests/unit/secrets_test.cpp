@@ -70,7 +70,8 @@ TEST_F(Secrets, noNativeLeavesSecretsInMemory)
     for (const Native& native : natives()) {
         if (std::ranges::none_of(native.kinds, &Kind::isSecret)) continue;
         for (const auto& [n, rv] : {std::pair(40, CKR_OK), {400, CKR_FUNCTION_FAILED}, {1024, CKR_OK},
-                 {3000, CKR_OK}, {3000, CKR_FUNCTION_FAILED}}) {
+                 {1025, CKR_FUNCTION_FAILED}, {2552, CKR_OK}, {16384, CKR_FUNCTION_FAILED}, {16384, CKR_OK},
+                 {524288, CKR_FUNCTION_FAILED}}) {
             SCOPED_TRACE(native.name + ", " + std::to_string(n) + " bytes");
             const LocalFrame frame(env);
             Call made = native.prepare(env, n);
