@@ -16,6 +16,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
+#include <locale.h>
 #include <unistd.h>
 
 #include "cryptoki/functions.h"
@@ -86,12 +87,6 @@ bool isOfOurWidth(const char* file)
     return isRead && ident[EI_CLASS] == CLASS;
 }
 
-std::string ownFile()
-{
-    Dl_info info;
-    return dladdr(reinterpret_cast<void*>(FindAttr), &info) != 0 ? info.dli_fname : "";
-}
-
 std::string embeddedFile()
 {
     const std::string own = ownFile();
@@ -133,14 +128,27 @@ std::string refusal(const std::string& file)
     const link_map* map = nullptr;
     dlinfo(used, RTLD_DI_LINKMAP, &map);
     return std::string(LIBRARY) + " is already loaded in this process, from " + map->l_name +
-           ", and would be used instead of " + own + ": use one JVM for each HSM library";
+           (file.empty() ? ", and would be used instead of " : ", and not from ") + own +
+           ": use one JVM for each HSM library";
+}
+
+// The text of the system's loader in English, whatever the program's language: it is compared here and in
+// NativeLibrary.java.
+std::string loaderText()
+{
+    const locale_t english = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t before = uselocale(english); // of null: changes nothing
+    std::string text = dlerror();
+    uselocale(before);
+    if (english != nullptr) freelocale(english);
+    return text;
 }
 
 std::string load(const std::string& file)
 {
     Handle library(dlopen(file.empty() ? LIBRARY : file.c_str(), loadingFlags()));
     if (library == nullptr) {
-        std::string problem = dlerror();
+        std::string problem = loaderText();
         if (!problem.starts_with(NOT_FOUND)) return problem;
         library.reset(dlopen(embeddedFile().c_str(), loadingFlags()));
         if (library == nullptr) return problem;
@@ -161,6 +169,12 @@ std::string load(const std::string& file)
 }
 
 } // namespace
+
+std::string ownFile()
+{
+    Dl_info info;
+    return dladdr(reinterpret_cast<void*>(FindAttr), &info) != 0 ? info.dli_fname : "";
+}
 
 std::string loadLibrary(const std::string& chosen)
 try {
@@ -187,9 +201,9 @@ try {
     const std::string problem = s_library == nullptr ? load({}) : std::string();
     if (problem.empty()) return s_functions;
     if (foundFunctions.exchange(&FAILING) == nullptr)
-        std::fprintf(stderr,
-            "zerlin: cannot use %s (%s); put it beside libzerlin.so or in a folder of LD_LIBRARY_PATH\n",
-            LIBRARY, problem.c_str());
+        std::fprintf(stderr, "zerlin: cannot use %s (%s)%s\n", LIBRARY, problem.c_str(),
+            problem.starts_with(NOT_FOUND) ? "; put it beside libzerlin.so or in a folder of LD_LIBRARY_PATH"
+                                           : "");
     return FAILING;
 } catch (const std::bad_alloc&) {
     return FAILING;

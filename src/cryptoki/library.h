@@ -11,6 +11,9 @@ namespace zerlin {
 // used.
 std::string loadLibrary(const std::string& chosen);
 
+// The path of the file that holds this code; empty if the system cannot say.
+std::string ownFile();
+
 // Closes it: no native may run until loadLibrary has succeeded again. For a program that is linked with us it
 // stays open.
 void unloadLibrary();

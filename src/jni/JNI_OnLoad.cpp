@@ -1,9 +1,10 @@
 // What the JVM calls when it loads the library and when the Java classes' loader is gone.
 #include <atomic>
+#include <new>
+#include <string>
+#include <string_view>
 
 #include <jni.h>
-
-#include <dlfcn.h>
 
 #include "cryptoki/library.h"
 #include "helper/jutil.h"
@@ -28,36 +29,38 @@ JNIEnv* environment(JavaVM* vm)
     return vm->GetEnv(&env, JNI_VERSION_1_2) == JNI_OK ? static_cast<JNIEnv*>(env) : nullptr;
 }
 
-// The file that holds this code; empty if the system cannot say.
-const char* ownFile()
-{
-    Dl_info info;
-    return dladdr(reinterpret_cast<void*>(&isLoaded), &info) != 0 ? info.dli_fname : "";
-}
-
 jbyteArray newBytes(JNIEnv* env, std::string_view text)
 {
     const auto length = static_cast<jsize>(text.size());
     const jbyteArray bytes = env->NewByteArray(length);
-    if (bytes != nullptr)
-        env->SetByteArrayRegion(bytes, 0, length, reinterpret_cast<const jbyte*>(text.data()));
-    return bytes;
+    if (bytes == nullptr) return nullptr;
+    env->SetByteArrayRegion(bytes, 0, length, reinterpret_cast<const jbyte*>(text.data()));
+    return env->ExceptionCheck() ? nullptr : bytes;
+}
+
+// Whether the pending exception says that a class or method does not exist; then it is cleared.
+bool isMissing(JNIEnv* env)
+{
+    const jthrowable thrown = env->ExceptionOccurred();
+    env->ExceptionClear();
+    const jclass linkageError = env->FindClass("java/lang/LinkageError");
+    if (linkageError == nullptr) return false;
+    if (env->IsInstanceOf(thrown, linkageError)) return true;
+    env->Throw(thrown);
+    return false;
 }
 
 // Asks the Java class whether this library is its version's, and which Cryptoki library the program wants.
-// Classes of a version that had no such method want what the search finds. False when an exception is
+// Classes of an older version have no such method: nothing is chosen then. False when an exception is
 // pending.
 bool askJava(JNIEnv* env, std::string& chosen)
 {
     const jclass nativeLibrary = env->FindClass("halvorn/zerlin/NativeLibrary");
     const jmethodID onLoad =
         nativeLibrary == nullptr ? nullptr : env->GetStaticMethodID(nativeLibrary, "onLoad", "([B[B)[B");
-    if (onLoad == nullptr) {
-        env->ExceptionClear();
-        return true;
-    }
+    if (onLoad == nullptr) return isMissing(env);
     const jbyteArray version = newBytes(env, ZERLIN_VERSION);
-    const jbyteArray file = version == nullptr ? nullptr : newBytes(env, ownFile());
+    const jbyteArray file = version == nullptr ? nullptr : newBytes(env, zerlin::ownFile());
     if (file == nullptr) return false;
     const auto path =
         static_cast<jbyteArray>(env->CallStaticObjectMethod(nativeLibrary, onLoad, version, file));
@@ -78,7 +81,7 @@ try {
     if (!problem.empty() && env != nullptr) zerlin::throwUnsatisfiedLink(env, problem.c_str());
     return problem.empty();
 } catch (const std::bad_alloc&) {
-    zerlin::throwOutOfMemory(env); // of `chosen`: there is an environment
+    zerlin::throwOutOfMemory(env); // only askJava throws it, so there is an environment
     return false;
 }
 

@@ -138,7 +138,7 @@ template <typename Memory, typename Function, typename... Arguments>
         rv = CKR_HOST_MEMORY;
         return true;
     }
-    // Before and after the call, during which a registration may end, and another thread's begin.
+    // Asked before and after the call: meanwhile a registration may end, or another thread may make one.
     const bool asksJVM = mayRaise<Arguments...>();
     rv = std::apply(function, std::tuple_cat(arguments.handOn()...));
     (stage::afterCall(env, rv, arguments), ...);

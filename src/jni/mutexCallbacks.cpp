@@ -92,8 +92,8 @@ decltype(&JNI_GetCreatedJavaVMs) findGetCreatedJavaVMs()
 JavaVM* createdVM()
 {
     static std::atomic<decltype(&JNI_GetCreatedJavaVMs)> found; // a JVM is never unloaded
-    if (found == nullptr) found = findGetCreatedJavaVMs();
-    const auto getCreatedJavaVMs = found.load();
+    auto getCreatedJavaVMs = found.load();
+    if (getCreatedJavaVMs == nullptr) found = getCreatedJavaVMs = findGetCreatedJavaVMs();
     JavaVM* vm = nullptr;
     jsize count = 0;
     return getCreatedJavaVMs != nullptr && getCreatedJavaVMs(&vm, 1, &count) == JNI_OK && count >= 1

@@ -140,4 +140,9 @@ std::string zerlin::loadLibrary(const std::string&)
     return {};
 }
 
+std::string zerlin::ownFile()
+{
+    return "the unit program";
+}
+
 void zerlin::unloadLibrary() {}

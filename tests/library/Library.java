@@ -23,16 +23,16 @@ public final class Library {
         Path work = Path.of(arguments[0]);
         String module = arguments[2], namesake = arguments[3], softtoken = arguments[4];
         String first = work + "/namesake/libcryptoki.so";
-        String taken = "libcryptoki.so is already loaded in this process, from " + first + ", and would be used instead of ";
+        String taken = "libcryptoki.so is already loaded in this process, from " + first + ", and ";
         String[][] rows = { // a folder, the library beside libzerlin.so, the chosen library, and the result
             {"none", null, "", "libcryptoki.so: cannot open shared object file"},
             {"module", module, "", "libcryptoki.so: undefined symbol: C_Initialize"},
             {"namesake", namesake, "", "0x80000005, CKR_PIN_INCORRECT"},
-            {"other", softtoken, "", taken + work + "/other/libcryptoki.so"},
+            {"other", softtoken, "", taken + "would be used instead of " + work + "/other/libcryptoki.so"},
             {"same", first, "", "0x80000005, CKR_PIN_INCORRECT"},
             {"chosen", module, first, "0x80000005, CKR_PIN_INCORRECT"},
-            {"another", null, softtoken, taken + softtoken},
-            {"embedded", null, "embedded", taken + work + "/embedded/zerlin/"},
+            {"another", null, softtoken, taken + "not from " + softtoken},
+            {"embedded", null, "embedded", taken + "not from " + work + "/embedded/zerlin/"},
             {"relative", null, "libcryptoki.so", "halvorn.zerlin.cryptoki must be \"embedded\" or an absolute path"}};
         URL[] urls = {Cryptoki.class.getProtectionDomain().getCodeSource().getLocation(),
             Library.class.getProtectionDomain().getCodeSource().getLocation()};
