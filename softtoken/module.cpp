@@ -84,7 +84,7 @@ const char* modulePath()
     return chosen != nullptr ? chosen : DEFAULT_MODULE;
 }
 
-// What the module may look at that the caller of C_Initialize does not see.
+// Says what the return value does not: which file or parameters the module reads when it starts.
 void printRefusal(CK_RV rv)
 {
     const char* const path = modulePath();
@@ -94,17 +94,15 @@ void printRefusal(CK_RV rv)
     if (std::strstr(path, "softhsm") != nullptr && !hasParameters) {
         const char* const configuration = variable("SOFTHSM2_CONF");
         std::fprintf(stderr,
-            "SoftHSM reads %s%s: this user must be able to read that file, and to write in the folder that "
-            "it "
-            "names in directories.tokendir\n",
+            "SoftHSM reads %s%s: this user must be able to read that file, and to write in the folder "
+            "that it names in directories.tokendir\n",
             configuration != nullptr ? configuration : "/etc/softhsm/softhsm2.conf",
             configuration != nullptr ? "" : ", because SOFTHSM2_CONF is not set");
     } else if (!hasParameters) {
         std::fprintf(stderr, "see its documentation; if it needs parameters, set ZERLIN_MODULE_ARGS\n");
     } else {
         std::fprintf(stderr,
-            "see its documentation, whether it takes parameters at all, and look at the parameters in "
-            "ZERLIN_MODULE_ARGS\n");
+            "see its documentation, whether it takes parameters, and look at those in ZERLIN_MODULE_ARGS\n");
     }
 }
 
@@ -118,6 +116,7 @@ struct InitArgsWithParameters {
     const char* parameters;
     CK_VOID_PTR pReserved;
 };
+static_assert(offsetof(InitArgsWithParameters, parameters) == offsetof(CK_C_INITIALIZE_ARGS, pReserved));
 
 decltype(&C_Initialize) moduleInitialize;
 

@@ -225,7 +225,7 @@ TEST(SoftToken, aModuleGetsItsParametersAndItsRefusalIsExplained)
         {"", CKR_DEVICE_ERROR,
             "zerlin: the PKCS#11 module [^\n]* does not start \\(C_Initialize returns 0x30\\); "
             "see its documentation; if it needs parameters, set ZERLIN_MODULE_ARGS\n"},
-        {"a=b", CKR_DEVICE_ERROR, "zerlin: [^\n]* look at the parameters in ZERLIN_MODULE_ARGS\n"}};
+        {"a=b", CKR_DEVICE_ERROR, "zerlin: [^\n]* look at those in ZERLIN_MODULE_ARGS\n"}};
     for (const auto& [parameters, rv, line] : rows) {
         static CK_RV returned = CKR_OK;
         const Answer start = [](std::size_t, const CK_ULONG* words) {

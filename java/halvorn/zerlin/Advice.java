@@ -15,7 +15,8 @@ final class Advice {
         put(CKR.PIN_INVALID, "the new PIN has characters that the token does not take; choose another");
         put(CKR.PIN_LEN_RANGE, "the PIN is too short or too long; see ulMinPinLen and ulMaxPinLen of CK_TOKEN_INFO");
         put(CKR.PIN_EXPIRED, "the PIN has expired; set a new one with C_SetPIN");
-        put(CKR.PIN_LOCKED, "too many wrong PINs; the security officer must set a new one with C_InitPIN");
+        put(CKR.PIN_LOCKED, "too many wrong PINs; the security officer sets a new PIN of the user with"
+                + " C_InitPIN; if it is the security officer's own, see the token's manual");
         put(CKR.PIN_TOO_WEAK, "the new PIN is too easy to guess; choose another");
         put(CKR.PIN_ALREADY_INITIALIZED, "the token has a PIN already; change it with C_SetPIN");
         put(CKR.NEW_PIN_MODE, "set a new PIN first");
@@ -38,15 +39,17 @@ final class Advice {
         put(CKR.SESSION_COUNT, "the token has no room for another session; close those that are not used");
         put(CKR.SESSION_EXISTS, "close all sessions on the token first");
         put(CKR.SESSION_READ_ONLY, "open the session with CKF.RW_SESSION");
-        put(CKR.SESSION_READ_ONLY_EXISTS, "the security officer cannot log in while read-only sessions are open");
+        put(CKR.SESSION_READ_ONLY_EXISTS, "close the read-only sessions first: the security officer cannot"
+                + " log in while one is open");
         put(CKR.SESSION_READ_WRITE_SO_EXISTS, "while the security officer is logged in, sessions need CKF.RW_SESSION");
         put(CKR.SESSION_PARALLEL_NOT_SUPPORTED, "open the session with CKF.SERIAL_SESSION");
         put(CKR.OPERATION_ACTIVE, "another operation of the session has not ended; end it, or use another session");
         put(CKR.OPERATION_NOT_INITIALIZED, "call the Init function first; a result or an error ends an operation");
         put(CKR.CRYPTOKI_NOT_INITIALIZED, "call C_Initialize first");
         put(CKR.CRYPTOKI_ALREADY_INITIALIZED, "the program has called C_Initialize already; accept this value");
-        put(CKR.CANT_LOCK, "the library cannot lock in the way that C_Initialize asked for; try CK_C_INITIALIZE_ARGS"
-                + " with the other way");
+        put(CKR.CANT_LOCK, "the library cannot lock in the way that C_Initialize asked for; after"
+                + " osLocking() try javaLocking(); after callbacks let C_Initialize(null) and C_Finalize"
+                + " succeed before you try osLocking(), or nothing locks");
         put(CKR.NEED_TO_CREATE_THREADS, "the library must create threads; leave out LIBRARY_CANT_CREATE_OS_THREADS");
         put(CKR.NO_EVENT, "nothing has happened in a slot; ask again later, or wait without CKF.DONT_BLOCK");
 
@@ -64,7 +67,8 @@ final class Advice {
         put(CKR.DEVICE_REMOVED, "the token was removed, or the connection to it is lost; open new sessions");
         put(CKR.GENERAL_ERROR, "the library cannot say more; look at its log and its configuration");
         put(CKR.FUNCTION_FAILED, "the library cannot say more; look at its log");
-        put(CKR.HOST_MEMORY, "the process has not enough memory for the call");
+        put(CKR.HOST_MEMORY, "not enough memory for the call; look whether a LongRef or a count holds a huge"
+                + " number, such as CK.UNAVAILABLE_INFORMATION");
         put(CKR.FUNCTION_NOT_SUPPORTED, "the module does not have this function");
         put(CKR.FUNCTION_CANCELED, "the call was cancelled, for instance at the PIN pad");
         put(CKR.FUNCTION_REJECTED, "a person has refused the call");
@@ -72,8 +76,9 @@ final class Advice {
         put(CKR.ARGUMENTS_BAD, "an argument is null or has an impossible value");
 
         // Mechanisms
-        put(CKR.MECHANISM_INVALID, "the token does not have this mechanism, or not for this operation or with this"
-                + " parameter; see C_GetMechanismInfo, and in CKM which of two values with one name it is");
+        put(CKR.MECHANISM_INVALID, "the token does not have this mechanism, or not for this operation or"
+                + " with this parameter; see C_GetMechanismInfo; if CKM has a second constant of that name,"
+                + " with _STD, the token may know that one");
         put(CKR.MECHANISM_PARAM_INVALID, "the parameter has the wrong class, length or content for this mechanism");
         put(CKR.DOMAIN_PARAMS_INVALID, "the token does not take these domain parameters");
         put(CKR.CURVE_NOT_SUPPORTED, "the token does not have this curve");
@@ -83,7 +88,8 @@ final class Advice {
         // Templates, objects, attributes
         put(CKR.TEMPLATE_INCOMPLETE, "the template lacks an attribute that this object must have");
         put(CKR.TEMPLATE_INCONSISTENT, "two attributes contradict each other, or the mechanism");
-        put(CKR.ATTRIBUTE_TYPE_INVALID, "the object does not have one of the attributes");
+        put(CKR.ATTRIBUTE_TYPE_INVALID, "the object does not have one of the attributes, or cannot get it"
+                + " from this template");
         put(CKR.ATTRIBUTE_VALUE_INVALID, "the value of an attribute is wrong, or has the wrong width: the class of"
                 + " pValue decides it");
         put(CKR.ATTRIBUTE_READ_ONLY, "one of the attributes cannot be set, or not any more");
@@ -120,15 +126,15 @@ final class Advice {
         put(CKR.UNWRAPPING_KEY_TYPE_INCONSISTENT, "the mechanism needs an unwrapping key of another type");
 
         // Data and buffers
-        put(CKR.BUFFER_TOO_SMALL, "the array is too small; the LongRef holds the length that is needed, and the"
-                + " operation goes on");
+        put(CKR.BUFFER_TOO_SMALL, "the capacity is too small: the LongRef now holds the length that is"
+                + " needed, and the operation goes on; for an attribute, valueLen was too small");
         put(CKR.DATA_INVALID, "the input has a wrong form for the mechanism");
         put(CKR.DATA_LEN_RANGE, "the input has a wrong length: with a block cipher it must fill whole blocks");
         put(CKR.ENCRYPTED_DATA_INVALID, "the cipher text is damaged, or belongs to another key, IV or mechanism");
         put(CKR.ENCRYPTED_DATA_LEN_RANGE, "the cipher text has an impossible length for the mechanism");
         put(CKR.SIGNATURE_INVALID, "the signature does not belong to this data and key");
         put(CKR.SIGNATURE_LEN_RANGE, "a signature of this length cannot be of this key");
-        put(CKR.MUTEX_BAD, "one of the four locking callbacks failed");
+        put(CKR.MUTEX_BAD, "a mutex is not valid, or a locking callback failed or threw");
         put(CKR.MUTEX_NOT_LOCKED, "the callback UnlockMutex was called for a mutex that is not locked");
     }
 

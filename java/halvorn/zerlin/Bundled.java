@@ -17,12 +17,12 @@ import java.util.List;
 final class Bundled {
     private static final String[] ABIS = {"i386", "amd64"};
     private static final String EMBEDDED = "zerlin/libcryptoki.so";
-    private static final String[] FILES = {"libzerlin.so", EMBEDDED};
+    private static final String LIBRARY = "libzerlin.so";
 
     private Bundled() {
     }
 
-    /** The JVM's name among {@link #ABIS}; another one where there can be no library. */
+    /** Returns the ABI of this JVM, one of {@link #ABIS}, or another text if there can be no library for it. */
     static String abi() {
         String arch = System.getProperty("os.arch");
         if (!"Linux".equals(System.getProperty("os.name"))) {
@@ -31,11 +31,11 @@ final class Bundled {
         return arch.matches("i[3-6]86|x86") ? "i386" : arch.equals("x86_64") ? "amd64" : arch;
     }
 
-    /** The JVMs that this jar has libraries for. */
+    /** Returns the ABIs that this jar has libraries for. */
     static List<String> abis() {
         List<String> found = new ArrayList<>();
         for (String abi : ABIS) {
-            if (Bundled.class.getResource("native/" + abi + "/" + FILES[0]) != null) {
+            if (Bundled.class.getResource("native/" + abi + "/" + LIBRARY) != null) {
                 found.add(abi);
             }
         }
@@ -55,11 +55,11 @@ final class Bundled {
             folder = Files.createTempDirectory(Paths.get(parent).toAbsolutePath(), "zerlin-",
                     PosixFilePermissions.asFileAttribute(PosixFilePermissions.fromString("rwx------")));
             Files.createDirectory(folder.resolve(EMBEDDED).getParent());
-            for (String name : FILES) {
+            for (String name : new String[] {LIBRARY, EMBEDDED}) {
                 unpack("native/" + abi + "/" + name, folder.resolve(name).toFile());
             }
             // It looks for the embedded library before this returns.
-            System.load(folder.resolve(FILES[0]).toString());
+            System.load(folder.resolve(LIBRARY).toString());
             return true;
         } catch (IOException e) {
             UnsatisfiedLinkError error = new UnsatisfiedLinkError("cannot unpack libzerlin.so in " + parent + ": " + e);
@@ -84,7 +84,7 @@ final class Bundled {
     // The system keeps a file that is in use. What cannot be removed has nothing secret.
     private static void remove(Path folder) {
         if (folder != null) {
-            for (String name : new String[] {FILES[0], EMBEDDED, "zerlin", ""}) {
+            for (String name : new String[] {LIBRARY, EMBEDDED, new File(EMBEDDED).getParent(), ""}) {
                 folder.resolve(name).toFile().delete();
             }
         }

@@ -2,6 +2,7 @@
 package halvorn.zerlin;
 
 import java.io.File;
+import java.nio.charset.Charset;
 import java.nio.charset.StandardCharsets;
 import java.util.List;
 import java.util.regex.Matcher;
@@ -16,8 +17,8 @@ import java.util.regex.Pattern;
  *
  * <p>If the system property {@value #PROPERTY} is set, the library is the file that it names. Otherwise
  * {@code zerlin-all.jar} unpacks the library that it brings for this JVM into a new folder that only this user
- * can read, and removes the folder when the library is loaded; with {@code zerlin.jar} the JVM searches the
- * library on {@code java.library.path}.
+ * can read, and removes the folder when the library is loaded; with {@code zerlin.jar} the JVM searches for
+ * the library on {@code java.library.path}.
  *
  * <p>One file of the library serves one class loader at a time. A second class loader can load it when the
  * first one has been collected.
@@ -49,14 +50,19 @@ public final class NativeLibrary {
 
     private static final Pattern PLATFORMS = Pattern.compile("Linux (i[3-6]86|x86|amd64|x86_64)");
 
-    // What the text of the loader says, as a regular expression, and what to do: the first that fits is shown.
+    // What the text of the system's loader or of the JVM says, as a regular expression, and what to do: the first that
+    // fits is shown. What the JVM says about libzerlin.so may be in the user's language, but for "Possible cause".
     private static final String[][] ADVICE = {
         {"(\\S+): wrong ELF class: ELFCLASS(\\d+)",
             "$1 is a $2-bit library, and this JVM is WIDTH-bit: use a library and a JVM of the same width."},
+        {"(\\S+): .*Possible cause: can't load",
+            "$1 is a library for another processor, and this JVM is WIDTH-bit: use a library and a JVM of the same kind."},
         {"llegal native access",
             "this JVM refuses native code: start it with --enable-native-access=ALL-UNNAMED, or with"
             + " --enable-native-access=halvorn.zerlin if zerlin.jar is on the module path."},
-        {"libcryptoki\\.so: cannot open",
+        {"/zerlin/libcryptoki\\.so: cannot open",
+            "the embedded libcryptoki.so was not found: install libzerlin-softtoken, or use zerlin-all.jar."},
+        {"^libcryptoki\\.so: cannot open",
             "libcryptoki.so, the PKCS#11 library of the HSM, was not found: put it beside libzerlin.so or in a"
             + " directory of LD_LIBRARY_PATH, or name its file with -D" + CRYPTOKI_PROPERTY + "=<the file>."},
         {"(\\S+): undefined symbol: C[_T]",
@@ -65,9 +71,10 @@ public final class NativeLibrary {
         {"in java\\.library\\.path|Can't load library",
             "libzerlin.so was not found: start the JVM with -Djava.library.path=<its directory> or with -D" + PROPERTY
             + "=<the file>."},
+        {"already loaded in this process", "a JVM serves one HSM library: use one JVM for each."},
         {"already loaded",
-            "libzerlin.so serves one class loader at a time, and a JVM one HSM library: load zerlin.jar in one"
-            + " class loader that all its users share."},
+            "libzerlin.so serves one class loader at a time: load zerlin.jar in one class loader that all its users"
+            + " share."},
         {"Expecting an absolute path", PROPERTY + " must be an absolute path."},
         {"needs libzerlin\\.so",
             "zerlin.jar and libzerlin.so must be of the same version: take both from one package."},
@@ -78,13 +85,19 @@ public final class NativeLibrary {
             "the file system of the library forbids to run code (noexec): put the library elsewhere; with"
             + " zerlin-all.jar name another directory with -D" + WORKDIR_PROPERTY + "=<the directory>."},
         {"(?i)relocating|ld-linux|GLIBC|musl",
-            "the library needs the C library of Debian 12 (glibc 2.36) or later: it does not run on musl (Alpine Linux)"
-            + " or on older systems."},
+            "the library needs glibc 2.34 and the C++ library of GCC 5 or later, which Debian 12 has: it does not run on"
+            + " musl (Alpine Linux) or on older systems."},
+        {"^(/\\S+): cannot open shared object file",
+            "$1 was not found or cannot be read: correct " + CRYPTOKI_PROPERTY + "."},
         {"(\\S+): cannot open shared object file",
             "a library that is needed has not found $1: install it, or name its directory in LD_LIBRARY_PATH."},
     };
 
+    // In this encoding Java hands file names to the system.
+    private static final Charset FILE_NAMES = Charset.forName(System.getProperty("sun.jnu.encoding", "UTF-8"));
+
     private static volatile boolean loaded;
+    private static volatile boolean comparesVersions;
 
     private NativeLibrary() {
     }
@@ -110,6 +123,10 @@ public final class NativeLibrary {
             } else if (!Bundled.load()) {
                 System.loadLibrary("zerlin");
             }
+            if (!comparesVersions) {
+                throw new UnsatisfiedLinkError(
+                        "zerlin.jar " + VERSION + " needs libzerlin.so " + VERSION + ", found an older one");
+            }
             loaded = true;
         } catch (UnsatisfiedLinkError e) {
             throw explained(e);
@@ -122,12 +139,14 @@ public final class NativeLibrary {
         }
     }
 
-    // The library calls this while it is loaded. Returns the value of the property, or null if nothing is chosen.
+    // JNI_OnLoad calls this with the version and the file of the library. Returns the Cryptoki library that is chosen, or
+    // null.
     static byte[] onLoad(byte[] version, byte[] file) {
+        comparesVersions = true;
         String found = new String(version, StandardCharsets.US_ASCII);
         if (!found.equals(VERSION)) {
             throw new UnsatisfiedLinkError("zerlin.jar " + VERSION + " needs libzerlin.so " + VERSION + ", found "
-                    + found + " at " + new String(file));
+                    + found + " at " + new String(file, FILE_NAMES));
         }
         String cryptoki = System.getProperty(CRYPTOKI_PROPERTY, "");
         if (cryptoki.isEmpty()) {
@@ -137,7 +156,7 @@ public final class NativeLibrary {
             throw new UnsatisfiedLinkError(
                     CRYPTOKI_PROPERTY + " must be \"embedded\" or an absolute path, and not " + cryptoki);
         }
-        return cryptoki.getBytes();
+        return cryptoki.getBytes(FILE_NAMES);
     }
 
     private static UnsatisfiedLinkError explained(Throwable cause) {
@@ -145,8 +164,8 @@ public final class NativeLibrary {
                 System.getProperty("sun.arch.data.model", "unknown"));
         List<String> abis = Bundled.abis();
         if (!abis.isEmpty() && !abis.contains(Bundled.abi())) {
-            text += "\n- this zerlin-all.jar has the libraries for " + String.join(" and ", abis) + " only, and this JVM is "
-                    + Bundled.abi() + ".";
+            text += "\n- this zerlin-all.jar has the libraries for " + String.join(" and ", abis)
+                    + " only, and this JVM is " + Bundled.abi() + ".";
         }
         UnsatisfiedLinkError clear = new UnsatisfiedLinkError(text);
         clear.initCause(cause);

@@ -91,7 +91,7 @@ class MisuseTest {
             notNss("CKR_MECHANISM_INVALID (0x70): the token", () -> encrypt(CKM.AES_CBC, new byte[5], KEY, BLOCK)),
             notNss("CKR_OBJECT_HANDLE_INVALID (0x82): there is no such", () -> encrypt(CKM.AES_CBC, BLOCK, NONE, BLOCK)),
             returned("CKR_DATA_LEN_RANGE (0x21): the input has a wrong", () -> encrypt(CKM.AES_CBC, BLOCK, KEY, BLOCK)),
-            returned("CKR_BUFFER_TOO_SMALL (0x150): the array", () -> encrypt(CKM.AES_CBC_PAD, BLOCK, KEY, new byte[3])),
+            returned("CKR_BUFFER_TOO_SMALL (0x150): the capacity", () -> encrypt(CKM.AES_CBC_PAD, BLOCK, KEY, new byte[3])),
             returned("CKR_KEY_TYPE_INCONSISTENT (0x63): the mechanism", () -> encrypt(CKM.DES3_ECB, null, KEY, BLOCK)),
             notNss("CKR_KEY_FUNCTION_NOT_PERMITTED (0x68): the key's attributes do not allow this: CKA_SIGN",
                 () -> C_SignInit(session, new CK_MECHANISM(CKM.AES_CMAC), KEY)),
@@ -124,12 +124,13 @@ class MisuseTest {
             unloadable("no zerlin in java.library.path: /usr/lib", "the JVM with -Djava.library.path=<its directory>"),
             unloadable("Can't load library: /x/libzerlin.so", "or with -Dhalvorn.zerlin.library=<the file>"),
             unloadable("Native Library /x already loaded in another classloader", "zerlin.jar in one class loader"),
-            unloadable("libcryptoki.so is already loaded in this process, from /x", "a JVM one HSM library"),
+            unloadable("libcryptoki.so is already loaded in this process, from /x", "use one JVM for each"),
             unloadable("Expecting an absolute path of the library: x", "zerlin.library must be an absolute path"),
             unloadable("zerlin.jar 3.10.1 needs libzerlin.so 3.10.1, found 3.10.0 at /x", "take both from one package"),
             unloadable("/tmp/x.so: failed to map segment from shared object", "(noexec): put the library elsewhere"),
             unloadable("Error relocating /x.so: __sprintf_chk: symbol not found", "does not run on musl (Alpine Linux)"),
-            unloadable("/lib/libc.so.6: version `GLIBC_2.36' not found", "library of Debian 12 (glibc 2.36) or later"),
+            unloadable("/lib/libc.so.6: version `GLIBC_2.36' not found", "needs glibc 2.34 and the C++ library"),
+            unloadable("/x/libhsm.so: cannot open shared object file", "correct halvorn.zerlin.cryptoki"),
             unloadable("libssl.so.3: cannot open shared object file", "needed has not found libssl.so.3: install it"));
     }
 }
