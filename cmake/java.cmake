@@ -8,6 +8,7 @@ set(zerlin_module_info ${PROJECT_SOURCE_DIR}/java9/module-info.java)
 set(zerlin_manifest ${PROJECT_BINARY_DIR}/java/MANIFEST.MF)
 
 # A program that loads another library than its jar's gets an error that says so.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS java/halvorn/zerlin/NativeLibrary.java)
 file(STRINGS java/halvorn/zerlin/NativeLibrary.java version REGEX "VERSION = \"${PROJECT_VERSION}\"")
 if(NOT version)
     message(FATAL_ERROR "NativeLibrary.VERSION is not ${PROJECT_VERSION}, the version in CMakeLists.txt.")
