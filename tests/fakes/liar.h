@@ -38,8 +38,9 @@ constexpr CK_ULONG PROMISED = 64 << 10;
 
 inline void read(const void* data, CK_ULONG declared)
 {
+    if (data == nullptr) return;
     static thread_local std::string copy;
-    if (data != nullptr) copy.assign(static_cast<const char*>(data), std::min(declared, PROMISED));
+    copy.assign(static_cast<const char*>(data), std::min(declared, PROMISED));
 }
 
 inline void write(void* data, CK_ULONG size)

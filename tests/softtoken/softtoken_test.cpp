@@ -261,6 +261,12 @@ CK_RV record(std::size_t place, const CK_ULONG* words)
 
 using Function = CK_RV (*)(CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG, CK_ULONG);
 
+template <typename List, typename... Args>
+std::size_t countOf(CK_RV (*List::*)(Args...))
+{
+    return sizeof...(Args);
+}
+
 TEST(SoftToken, everyFunctionIsForwardedWithItsArguments)
 {
     inChild(VENDOR_MODULE, record, "", [] {
@@ -268,12 +274,11 @@ TEST(SoftToken, everyFunctionIsForwardedWithItsArguments)
         EXPECT_EQ(C_GetFunctionList(&list), CKR_OK);
         EXPECT_EQ(list->C_GetFunctionList, C_GetFunctionList);
         std::size_t place = 0;
-        const auto expect = [&]<typename List, typename... Args>(
-                                const char* name, CK_RV (*List::*)(Args...)) {
+        const auto expect = [&](const char* name, auto member) {
             SCOPED_TRACE(name);
             const auto function = reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
             EXPECT_TRUE(place >= 68 || reinterpret_cast<Function*>(&list->C_Initialize)[place] == function);
-            argumentCount = sizeof...(Args);
+            argumentCount = countOf(member);
             EXPECT_EQ(function(1, 2, 3, 4, 5, 6, 7, 8), FIRST + place);
             place += place == 2 ? 2 : 1; // C_GetFunctionList is not forwarded
         };
