@@ -1,8 +1,8 @@
-// The constants with the prefix CKA_, with the names and in the order of cryptoki.h.
+// The constants with the prefix CKA_: those of cryptoki.h, in its order, and those that only the standard has.
 package halvorn.zerlin.constants;
 
 /**
- * Attribute types. PKCS#11 v2.20, chapter 10, explains those of the standard; the documentation of the HSM
+ * Attribute types. PKCS#11 explains those of the standard; the documentation of the HSM
  * explains those of the vendor.
  *
  * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
@@ -195,6 +195,94 @@ public final class CKA {
     public static final long ALLOWED_MECHANISMS = 0x40000600L;
     /** {@code CKA_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
+
+    // Of the standard up to v3.1, and not in cryptoki.h; the natives of CTUtil do not know these names
+    /** {@code CKA_UNIQUE_ID}: an identifier that the token gives each object, in text; it never changes. */
+    public static final long UNIQUE_ID = 0x4L;
+    /** Alias of {@link #EC_PARAMS}. */
+    public static final long ECDSA_PARAMS = 0x180L;
+    /** {@code CKA_OTP_FORMAT} */
+    public static final long OTP_FORMAT = 0x220L;
+    /** {@code CKA_OTP_LENGTH} */
+    public static final long OTP_LENGTH = 0x221L;
+    /** {@code CKA_OTP_TIME_INTERVAL} */
+    public static final long OTP_TIME_INTERVAL = 0x222L;
+    /** {@code CKA_OTP_USER_FRIENDLY_MODE} */
+    public static final long OTP_USER_FRIENDLY_MODE = 0x223L;
+    /** {@code CKA_OTP_CHALLENGE_REQUIREMENT} */
+    public static final long OTP_CHALLENGE_REQUIREMENT = 0x224L;
+    /** {@code CKA_OTP_TIME_REQUIREMENT} */
+    public static final long OTP_TIME_REQUIREMENT = 0x225L;
+    /** {@code CKA_OTP_COUNTER_REQUIREMENT} */
+    public static final long OTP_COUNTER_REQUIREMENT = 0x226L;
+    /** {@code CKA_OTP_PIN_REQUIREMENT} */
+    public static final long OTP_PIN_REQUIREMENT = 0x227L;
+    /** {@code CKA_OTP_USER_IDENTIFIER} */
+    public static final long OTP_USER_IDENTIFIER = 0x22AL;
+    /** {@code CKA_OTP_SERVICE_IDENTIFIER} */
+    public static final long OTP_SERVICE_IDENTIFIER = 0x22BL;
+    /** {@code CKA_OTP_SERVICE_LOGO} */
+    public static final long OTP_SERVICE_LOGO = 0x22CL;
+    /** {@code CKA_OTP_SERVICE_LOGO_TYPE} */
+    public static final long OTP_SERVICE_LOGO_TYPE = 0x22DL;
+    /** {@code CKA_OTP_COUNTER} */
+    public static final long OTP_COUNTER = 0x22EL;
+    /** {@code CKA_OTP_TIME} */
+    public static final long OTP_TIME = 0x22FL;
+    /** {@code CKA_GOSTR3410_PARAMS} */
+    public static final long GOSTR3410_PARAMS = 0x250L;
+    /** {@code CKA_GOSTR3411_PARAMS} */
+    public static final long GOSTR3411_PARAMS = 0x251L;
+    /** {@code CKA_GOST28147_PARAMS} */
+    public static final long GOST28147_PARAMS = 0x252L;
+    /** {@code CKA_PROFILE_ID}: of a {@link CKO#PROFILE} object: one of {@link CKP}. */
+    public static final long PROFILE_ID = 0x601L;
+    /** {@code CKA_X2RATCHET_BAG} */
+    public static final long X2RATCHET_BAG = 0x602L;
+    /** {@code CKA_X2RATCHET_BAGSIZE} */
+    public static final long X2RATCHET_BAGSIZE = 0x603L;
+    /** {@code CKA_X2RATCHET_BOBS1STMSG} */
+    public static final long X2RATCHET_BOBS1STMSG = 0x604L;
+    /** {@code CKA_X2RATCHET_CKR} */
+    public static final long X2RATCHET_CKR = 0x605L;
+    /** {@code CKA_X2RATCHET_CKS} */
+    public static final long X2RATCHET_CKS = 0x606L;
+    /** {@code CKA_X2RATCHET_DHP} */
+    public static final long X2RATCHET_DHP = 0x607L;
+    /** {@code CKA_X2RATCHET_DHR} */
+    public static final long X2RATCHET_DHR = 0x608L;
+    /** {@code CKA_X2RATCHET_DHS} */
+    public static final long X2RATCHET_DHS = 0x609L;
+    /** {@code CKA_X2RATCHET_HKR} */
+    public static final long X2RATCHET_HKR = 0x60AL;
+    /** {@code CKA_X2RATCHET_HKS} */
+    public static final long X2RATCHET_HKS = 0x60BL;
+    /** {@code CKA_X2RATCHET_ISALICE} */
+    public static final long X2RATCHET_ISALICE = 0x60CL;
+    /** {@code CKA_X2RATCHET_NHKR} */
+    public static final long X2RATCHET_NHKR = 0x60DL;
+    /** {@code CKA_X2RATCHET_NHKS} */
+    public static final long X2RATCHET_NHKS = 0x60EL;
+    /** {@code CKA_X2RATCHET_NR} */
+    public static final long X2RATCHET_NR = 0x60FL;
+    /** {@code CKA_X2RATCHET_NS} */
+    public static final long X2RATCHET_NS = 0x610L;
+    /** {@code CKA_X2RATCHET_PNS} */
+    public static final long X2RATCHET_PNS = 0x611L;
+    /** {@code CKA_X2RATCHET_RK} */
+    public static final long X2RATCHET_RK = 0x612L;
+    /** {@code CKA_HSS_LEVELS} */
+    public static final long HSS_LEVELS = 0x617L;
+    /** {@code CKA_HSS_LMS_TYPE} */
+    public static final long HSS_LMS_TYPE = 0x618L;
+    /** {@code CKA_HSS_LMOTS_TYPE} */
+    public static final long HSS_LMOTS_TYPE = 0x619L;
+    /** {@code CKA_HSS_LMS_TYPES} */
+    public static final long HSS_LMS_TYPES = 0x61AL;
+    /** {@code CKA_HSS_LMOTS_TYPES} */
+    public static final long HSS_LMOTS_TYPES = 0x61BL;
+    /** {@code CKA_HSS_KEYS_REMAINING} */
+    public static final long HSS_KEYS_REMAINING = 0x61CL;
 
     // Of the vendor
     /**

@@ -1,4 +1,4 @@
-// The constants with the prefix CKD_, with the names and in the order of cryptoki.h.
+// The constants with the prefix CKD_: those of cryptoki.h, in its order, and those that only the standard has.
 package halvorn.zerlin.constants;
 
 /**
@@ -21,6 +21,44 @@ public final class CKD {
     public static final long SHA384_KDF = 0x7L;
     /** {@code CKD_SHA512_KDF} */
     public static final long SHA512_KDF = 0x8L;
+
+    // Of the standard up to v3.1, and not in cryptoki.h
+    /** {@code CKD_CPDIVERSIFY_KDF}: diversification by the algorithm of CryptoPro, for GOST keys. */
+    public static final long CPDIVERSIFY_KDF = 0x9L;
+    /** {@code CKD_SHA3_224_KDF} */
+    public static final long SHA3_224_KDF = 0xAL;
+    /** {@code CKD_SHA3_256_KDF} */
+    public static final long SHA3_256_KDF = 0xBL;
+    /** {@code CKD_SHA3_384_KDF} */
+    public static final long SHA3_384_KDF = 0xCL;
+    /** {@code CKD_SHA3_512_KDF} */
+    public static final long SHA3_512_KDF = 0xDL;
+    /** {@code CKD_SHA1_KDF_SP800}: of NIST SP 800-56A. */
+    public static final long SHA1_KDF_SP800 = 0xEL;
+    /** {@code CKD_SHA224_KDF_SP800} */
+    public static final long SHA224_KDF_SP800 = 0xFL;
+    /** {@code CKD_SHA256_KDF_SP800} */
+    public static final long SHA256_KDF_SP800 = 0x10L;
+    /** {@code CKD_SHA384_KDF_SP800} */
+    public static final long SHA384_KDF_SP800 = 0x11L;
+    /** {@code CKD_SHA512_KDF_SP800} */
+    public static final long SHA512_KDF_SP800 = 0x12L;
+    /** {@code CKD_SHA3_224_KDF_SP800} */
+    public static final long SHA3_224_KDF_SP800 = 0x13L;
+    /** {@code CKD_SHA3_256_KDF_SP800} */
+    public static final long SHA3_256_KDF_SP800 = 0x14L;
+    /** {@code CKD_SHA3_384_KDF_SP800} */
+    public static final long SHA3_384_KDF_SP800 = 0x15L;
+    /** {@code CKD_SHA3_512_KDF_SP800} */
+    public static final long SHA3_512_KDF_SP800 = 0x16L;
+    /** {@code CKD_BLAKE2B_160_KDF} */
+    public static final long BLAKE2B_160_KDF = 0x17L;
+    /** {@code CKD_BLAKE2B_256_KDF} */
+    public static final long BLAKE2B_256_KDF = 0x18L;
+    /** {@code CKD_BLAKE2B_384_KDF} */
+    public static final long BLAKE2B_384_KDF = 0x19L;
+    /** {@code CKD_BLAKE2B_512_KDF} */
+    public static final long BLAKE2B_512_KDF = 0x1AL;
 
     private CKD() {
     }

@@ -1,4 +1,4 @@
-// The constants with the prefix CKF_, with the names and in the order of cryptoki.h.
+// The constants with the prefix CKF_: those of cryptoki.h, in its order, and those that only the standard has.
 package halvorn.zerlin.constants;
 
 /**
@@ -131,6 +131,52 @@ public final class CKF {
     // C_WaitForSlotEvent
     /** {@code CKF_DONT_BLOCK}, for {@code C_WaitForSlotEvent}: do not wait. */
     public static final long DONT_BLOCK = 0x1L;
+
+    // Of the standard up to v3.1, and not in cryptoki.h: CK_MECHANISM_INFO
+    /** {@code CKF_MESSAGE_ENCRYPT}, of a mechanism: it can encrypt a series of messages with one key. */
+    public static final long MESSAGE_ENCRYPT = 0x2L;
+    /** {@code CKF_MESSAGE_DECRYPT}, of a mechanism: it can decrypt a series of messages with one key. */
+    public static final long MESSAGE_DECRYPT = 0x4L;
+    /** {@code CKF_MESSAGE_SIGN}, of a mechanism: it can sign a series of messages with one key. */
+    public static final long MESSAGE_SIGN = 0x8L;
+    /** {@code CKF_MESSAGE_VERIFY}, of a mechanism: it can verify a series of messages with one key. */
+    public static final long MESSAGE_VERIFY = 0x10L;
+    /** {@code CKF_MULTI_MESSAGE}, of a mechanism: it can process a message in parts. */
+    public static final long MULTI_MESSAGE = 0x20L;
+    /** Alias of {@link #EC_NAMEDCURVE}: its name since v3.0. */
+    public static final long EC_OID = 0x800000L;
+    /** {@code CKF_EC_CURVENAME}, of a mechanism: its curve can be given by its name as text. */
+    public static final long EC_CURVENAME = 0x4000000L;
+
+    // C_SessionCancel, message functions, interfaces
+    /** {@code CKF_FIND_OBJECTS}, for {@code C_SessionCancel}: the search is cancelled. */
+    public static final long FIND_OBJECTS = 0x40L;
+    /** {@code CKF_END_OF_MESSAGE}, for the functions that process a message in parts: this part is the last. */
+    public static final long END_OF_MESSAGE = 0x1L;
+    /** {@code CKF_INTERFACE_FORK_SAFE}, of an interface: its functions also work in a forked process. */
+    public static final long INTERFACE_FORK_SAFE = 0x1L;
+
+    // CK_HKDF_PARAMS
+    /** {@code CKF_HKDF_SALT_NULL}, for HKDF: no salt, which stands for zeroes. */
+    public static final long HKDF_SALT_NULL = 0x1L;
+    /** {@code CKF_HKDF_SALT_DATA}, for HKDF: the salt is in the parameter. */
+    public static final long HKDF_SALT_DATA = 0x2L;
+    /** {@code CKF_HKDF_SALT_KEY}, for HKDF: the salt is the value of a key. */
+    public static final long HKDF_SALT_KEY = 0x4L;
+
+    // One-time passwords, CK_OTP_FLAGS of the parameter
+    /** {@code CKF_NEXT_OTP}, for one-time passwords: the next one, not the present one. */
+    public static final long NEXT_OTP = 0x1L;
+    /** {@code CKF_EXCLUDE_TIME}, for one-time passwords: leave the time out. */
+    public static final long EXCLUDE_TIME = 0x2L;
+    /** {@code CKF_EXCLUDE_COUNTER}, for one-time passwords: leave the counter out. */
+    public static final long EXCLUDE_COUNTER = 0x4L;
+    /** {@code CKF_EXCLUDE_CHALLENGE}, for one-time passwords: leave the challenge out. */
+    public static final long EXCLUDE_CHALLENGE = 0x8L;
+    /** {@code CKF_EXCLUDE_PIN}, for one-time passwords: leave the PIN out. */
+    public static final long EXCLUDE_PIN = 0x10L;
+    /** {@code CKF_USER_FRIENDLY_OTP}, for one-time passwords: in a form that people can read. */
+    public static final long USER_FRIENDLY_OTP = 0x20L;
 
     private CKF() {
     }

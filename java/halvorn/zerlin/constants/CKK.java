@@ -1,8 +1,8 @@
-// The constants with the prefix CKK_, with the names and in the order of cryptoki.h.
+// The constants with the prefix CKK_: those of cryptoki.h, in its order, and those that only the standard has.
 package halvorn.zerlin.constants;
 
 /**
- * Key types, the values of {@link CKA#KEY_TYPE}. PKCS#11 v2.20, chapter 12, explains those of the standard;
+ * Key types, the values of {@link CKA#KEY_TYPE}. PKCS#11 explains those of the standard;
  * the documentation of the HSM explains those of the vendor.
  *
  * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
@@ -95,6 +95,56 @@ public final class CKK {
     public static final long SEED_STD = 0x2FL;
     /** {@code CKK_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
+
+    // Of the standard up to v3.1, and not in cryptoki.h; the natives of CTUtil do not know these names
+    /** Alias of {@link #EC}. */
+    public static final long ECDSA = 0x3L;
+    /** {@code CKK_GOSTR3410} */
+    public static final long GOSTR3410 = 0x30L;
+    /** {@code CKK_GOSTR3411} */
+    public static final long GOSTR3411 = 0x31L;
+    /** {@code CKK_GOST28147} */
+    public static final long GOST28147 = 0x32L;
+    /** {@code CKK_CHACHA20} */
+    public static final long CHACHA20 = 0x33L;
+    /** {@code CKK_POLY1305} */
+    public static final long POLY1305 = 0x34L;
+    /** {@code CKK_AES_XTS} */
+    public static final long AES_XTS = 0x35L;
+    /** {@code CKK_SHA3_224_HMAC} */
+    public static final long SHA3_224_HMAC = 0x36L;
+    /** {@code CKK_SHA3_256_HMAC} */
+    public static final long SHA3_256_HMAC = 0x37L;
+    /** {@code CKK_SHA3_384_HMAC} */
+    public static final long SHA3_384_HMAC = 0x38L;
+    /** {@code CKK_SHA3_512_HMAC} */
+    public static final long SHA3_512_HMAC = 0x39L;
+    /** {@code CKK_BLAKE2B_160_HMAC} */
+    public static final long BLAKE2B_160_HMAC = 0x3AL;
+    /** {@code CKK_BLAKE2B_256_HMAC} */
+    public static final long BLAKE2B_256_HMAC = 0x3BL;
+    /** {@code CKK_BLAKE2B_384_HMAC} */
+    public static final long BLAKE2B_384_HMAC = 0x3CL;
+    /** {@code CKK_BLAKE2B_512_HMAC} */
+    public static final long BLAKE2B_512_HMAC = 0x3DL;
+    /** {@code CKK_SALSA20} */
+    public static final long SALSA20 = 0x3EL;
+    /** {@code CKK_X2RATCHET} */
+    public static final long X2RATCHET = 0x3FL;
+    /** {@code CKK_EC_EDWARDS}: Ed25519 and Ed448. */
+    public static final long EC_EDWARDS = 0x40L;
+    /** {@code CKK_EC_MONTGOMERY}: X25519 and X448. */
+    public static final long EC_MONTGOMERY = 0x41L;
+    /** {@code CKK_HKDF} */
+    public static final long HKDF = 0x42L;
+    /** {@code CKK_SHA512_224_HMAC} */
+    public static final long SHA512_224_HMAC = 0x43L;
+    /** {@code CKK_SHA512_256_HMAC} */
+    public static final long SHA512_256_HMAC = 0x44L;
+    /** {@code CKK_SHA512_T_HMAC} */
+    public static final long SHA512_T_HMAC = 0x45L;
+    /** {@code CKK_HSS} */
+    public static final long HSS = 0x46L;
 
     // Of the vendor
     /** {@code CKK_RSA_DISCRETE} */

@@ -1,9 +1,9 @@
-// The constants with the prefix CKM_, with the names and in the order of cryptoki.h.
+// The constants with the prefix CKM_: those of cryptoki.h, in its order, and those that only the standard has.
 package halvorn.zerlin.constants;
 
 /**
- * Mechanism types. PKCS#11 v2.20, chapter 12, explains those of the standard; the documentation of the HSM
- * explains those of the vendor.
+ * Mechanism types. PKCS#11 explains those of the standard; the documentation of the HSM explains
+ * those of the vendor.
  *
  * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
  * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
@@ -629,6 +629,276 @@ public final class CKM {
     public static final long RSA_PKCS_OAEP_TPM_1_1 = 0x4002L;
     /** {@code CKM_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
+
+    // Of the standard up to v3.1, and not in cryptoki.h; the natives of CTUtil do not know these names
+    /** {@code CKM_DSA_SHA3_224} */
+    public static final long DSA_SHA3_224 = 0x18L;
+    /** {@code CKM_DSA_SHA3_256} */
+    public static final long DSA_SHA3_256 = 0x19L;
+    /** {@code CKM_DSA_SHA3_384} */
+    public static final long DSA_SHA3_384 = 0x1AL;
+    /** {@code CKM_DSA_SHA3_512} */
+    public static final long DSA_SHA3_512 = 0x1BL;
+    /** {@code CKM_SHA3_256_RSA_PKCS} */
+    public static final long SHA3_256_RSA_PKCS = 0x60L;
+    /** {@code CKM_SHA3_384_RSA_PKCS} */
+    public static final long SHA3_384_RSA_PKCS = 0x61L;
+    /** {@code CKM_SHA3_512_RSA_PKCS} */
+    public static final long SHA3_512_RSA_PKCS = 0x62L;
+    /** {@code CKM_SHA3_256_RSA_PKCS_PSS} */
+    public static final long SHA3_256_RSA_PKCS_PSS = 0x63L;
+    /** {@code CKM_SHA3_384_RSA_PKCS_PSS} */
+    public static final long SHA3_384_RSA_PKCS_PSS = 0x64L;
+    /** {@code CKM_SHA3_512_RSA_PKCS_PSS} */
+    public static final long SHA3_512_RSA_PKCS_PSS = 0x65L;
+    /** {@code CKM_SHA3_224_RSA_PKCS} */
+    public static final long SHA3_224_RSA_PKCS = 0x66L;
+    /** {@code CKM_SHA3_224_RSA_PKCS_PSS} */
+    public static final long SHA3_224_RSA_PKCS_PSS = 0x67L;
+    /** {@code CKM_SECURID_KEY_GEN} */
+    public static final long SECURID_KEY_GEN = 0x280L;
+    /** {@code CKM_SECURID} */
+    public static final long SECURID = 0x282L;
+    /** {@code CKM_HOTP_KEY_GEN} */
+    public static final long HOTP_KEY_GEN = 0x290L;
+    /** {@code CKM_HOTP} */
+    public static final long HOTP = 0x291L;
+    /** {@code CKM_ACTI} */
+    public static final long ACTI = 0x2A0L;
+    /** {@code CKM_ACTI_KEY_GEN} */
+    public static final long ACTI_KEY_GEN = 0x2A1L;
+    /** {@code CKM_SHA3_256} */
+    public static final long SHA3_256 = 0x2B0L;
+    /** {@code CKM_SHA3_256_HMAC} */
+    public static final long SHA3_256_HMAC = 0x2B1L;
+    /** {@code CKM_SHA3_256_HMAC_GENERAL} */
+    public static final long SHA3_256_HMAC_GENERAL = 0x2B2L;
+    /** {@code CKM_SHA3_256_KEY_GEN} */
+    public static final long SHA3_256_KEY_GEN = 0x2B3L;
+    /** {@code CKM_SHA3_224} */
+    public static final long SHA3_224 = 0x2B5L;
+    /** {@code CKM_SHA3_224_HMAC} */
+    public static final long SHA3_224_HMAC = 0x2B6L;
+    /** {@code CKM_SHA3_224_HMAC_GENERAL} */
+    public static final long SHA3_224_HMAC_GENERAL = 0x2B7L;
+    /** {@code CKM_SHA3_224_KEY_GEN} */
+    public static final long SHA3_224_KEY_GEN = 0x2B8L;
+    /** {@code CKM_SHA3_384} */
+    public static final long SHA3_384 = 0x2C0L;
+    /** {@code CKM_SHA3_384_HMAC} */
+    public static final long SHA3_384_HMAC = 0x2C1L;
+    /** {@code CKM_SHA3_384_HMAC_GENERAL} */
+    public static final long SHA3_384_HMAC_GENERAL = 0x2C2L;
+    /** {@code CKM_SHA3_384_KEY_GEN} */
+    public static final long SHA3_384_KEY_GEN = 0x2C3L;
+    /** {@code CKM_SHA3_512} */
+    public static final long SHA3_512 = 0x2D0L;
+    /** {@code CKM_SHA3_512_HMAC} */
+    public static final long SHA3_512_HMAC = 0x2D1L;
+    /** {@code CKM_SHA3_512_HMAC_GENERAL} */
+    public static final long SHA3_512_HMAC_GENERAL = 0x2D2L;
+    /** {@code CKM_SHA3_512_KEY_GEN} */
+    public static final long SHA3_512_KEY_GEN = 0x2D3L;
+    /** {@code CKM_SHA3_256_KEY_DERIVATION} */
+    public static final long SHA3_256_KEY_DERIVATION = 0x397L;
+    /** {@code CKM_SHA3_224_KEY_DERIVATION} */
+    public static final long SHA3_224_KEY_DERIVATION = 0x398L;
+    /** {@code CKM_SHA3_384_KEY_DERIVATION} */
+    public static final long SHA3_384_KEY_DERIVATION = 0x399L;
+    /** {@code CKM_SHA3_512_KEY_DERIVATION} */
+    public static final long SHA3_512_KEY_DERIVATION = 0x39AL;
+    /** {@code CKM_SHAKE_128_KEY_DERIVATION} */
+    public static final long SHAKE_128_KEY_DERIVATION = 0x39BL;
+    /** {@code CKM_SHAKE_256_KEY_DERIVATION} */
+    public static final long SHAKE_256_KEY_DERIVATION = 0x39CL;
+    /** {@code CKM_SP800_108_COUNTER_KDF} */
+    public static final long SP800_108_COUNTER_KDF = 0x3ACL;
+    /** {@code CKM_SP800_108_FEEDBACK_KDF} */
+    public static final long SP800_108_FEEDBACK_KDF = 0x3ADL;
+    /** {@code CKM_SP800_108_DOUBLE_PIPELINE_KDF} */
+    public static final long SP800_108_DOUBLE_PIPELINE_KDF = 0x3AEL;
+    /** {@code CKM_TLS10_MAC_SERVER} */
+    public static final long TLS10_MAC_SERVER = 0x3D6L;
+    /** {@code CKM_TLS10_MAC_CLIENT} */
+    public static final long TLS10_MAC_CLIENT = 0x3D7L;
+    /** {@code CKM_KIP_DERIVE} */
+    public static final long KIP_DERIVE = 0x510L;
+    /** {@code CKM_KIP_WRAP} */
+    public static final long KIP_WRAP = 0x511L;
+    /** {@code CKM_KIP_MAC} */
+    public static final long KIP_MAC = 0x512L;
+    /** {@code CKM_CAMELLIA_CTR} */
+    public static final long CAMELLIA_CTR = 0x558L;
+    /** {@code CKM_KEA_DERIVE} */
+    public static final long KEA_DERIVE = 0x1012L;
+    /** Alias of {@link #EC_KEY_PAIR_GEN}. */
+    public static final long ECDSA_KEY_PAIR_GEN = 0x1040L;
+    /** {@code CKM_ECDSA_SHA3_224} */
+    public static final long ECDSA_SHA3_224 = 0x1047L;
+    /** {@code CKM_ECDSA_SHA3_256} */
+    public static final long ECDSA_SHA3_256 = 0x1048L;
+    /** {@code CKM_ECDSA_SHA3_384} */
+    public static final long ECDSA_SHA3_384 = 0x1049L;
+    /** {@code CKM_ECDSA_SHA3_512} */
+    public static final long ECDSA_SHA3_512 = 0x104AL;
+    /** {@code CKM_ECDH_AES_KEY_WRAP} */
+    public static final long ECDH_AES_KEY_WRAP = 0x1053L;
+    /** {@code CKM_RSA_AES_KEY_WRAP} */
+    public static final long RSA_AES_KEY_WRAP = 0x1054L;
+    /** {@code CKM_EC_EDWARDS_KEY_PAIR_GEN} */
+    public static final long EC_EDWARDS_KEY_PAIR_GEN = 0x1055L;
+    /** {@code CKM_EC_MONTGOMERY_KEY_PAIR_GEN} */
+    public static final long EC_MONTGOMERY_KEY_PAIR_GEN = 0x1056L;
+    /** {@code CKM_EDDSA}: Ed25519 and Ed448. */
+    public static final long EDDSA = 0x1057L;
+    /** {@code CKM_AES_XTS} */
+    public static final long AES_XTS = 0x1071L;
+    /** {@code CKM_AES_XTS_KEY_GEN} */
+    public static final long AES_XTS_KEY_GEN = 0x1072L;
+    /** {@code CKM_GOSTR3410_KEY_PAIR_GEN} */
+    public static final long GOSTR3410_KEY_PAIR_GEN = 0x1200L;
+    /** {@code CKM_GOSTR3410} */
+    public static final long GOSTR3410 = 0x1201L;
+    /** {@code CKM_GOSTR3410_WITH_GOSTR3411} */
+    public static final long GOSTR3410_WITH_GOSTR3411 = 0x1202L;
+    /** {@code CKM_GOSTR3410_KEY_WRAP} */
+    public static final long GOSTR3410_KEY_WRAP = 0x1203L;
+    /** {@code CKM_GOSTR3410_DERIVE} */
+    public static final long GOSTR3410_DERIVE = 0x1204L;
+    /** {@code CKM_GOSTR3411} */
+    public static final long GOSTR3411 = 0x1210L;
+    /** {@code CKM_GOSTR3411_HMAC} */
+    public static final long GOSTR3411_HMAC = 0x1211L;
+    /** {@code CKM_GOST28147_KEY_GEN} */
+    public static final long GOST28147_KEY_GEN = 0x1220L;
+    /** {@code CKM_GOST28147_ECB} */
+    public static final long GOST28147_ECB = 0x1221L;
+    /** {@code CKM_GOST28147} */
+    public static final long GOST28147 = 0x1222L;
+    /** {@code CKM_GOST28147_MAC} */
+    public static final long GOST28147_MAC = 0x1223L;
+    /** {@code CKM_GOST28147_KEY_WRAP} */
+    public static final long GOST28147_KEY_WRAP = 0x1224L;
+    /** {@code CKM_CHACHA20_KEY_GEN} */
+    public static final long CHACHA20_KEY_GEN = 0x1225L;
+    /** {@code CKM_CHACHA20} */
+    public static final long CHACHA20 = 0x1226L;
+    /** {@code CKM_POLY1305_KEY_GEN} */
+    public static final long POLY1305_KEY_GEN = 0x1227L;
+    /** {@code CKM_POLY1305} */
+    public static final long POLY1305 = 0x1228L;
+    /** {@code CKM_EC_KEY_PAIR_GEN_W_EXTRA_BITS} */
+    public static final long EC_KEY_PAIR_GEN_W_EXTRA_BITS = 0x140BL;
+    /** {@code CKM_DSA_PROBABILISTIC_PARAMETER_GEN} */
+    public static final long DSA_PROBABILISTIC_PARAMETER_GEN = 0x2003L;
+    /** Alias of {@link #DSA_PROBABILISTIC_PARAMETER_GEN}, as v2.40 spells it. */
+    public static final long DSA_PROBABLISTIC_PARAMETER_GEN = 0x2003L;
+    /** {@code CKM_DSA_SHAWE_TAYLOR_PARAMETER_GEN} */
+    public static final long DSA_SHAWE_TAYLOR_PARAMETER_GEN = 0x2004L;
+    /** {@code CKM_DSA_FIPS_G_GEN} */
+    public static final long DSA_FIPS_G_GEN = 0x2005L;
+    /** {@code CKM_AES_KEY_WRAP_KWP}: AES key wrap with padding, RFC 5649. */
+    public static final long AES_KEY_WRAP_KWP = 0x210BL;
+    /** {@code CKM_AES_KEY_WRAP_PKCS7}: AES key wrap, RFC 3394, with PKCS#7 padding. */
+    public static final long AES_KEY_WRAP_PKCS7 = 0x210CL;
+    /** {@code CKM_SHA_1_KEY_GEN} */
+    public static final long SHA_1_KEY_GEN = 0x4003L;
+    /** {@code CKM_SHA224_KEY_GEN} */
+    public static final long SHA224_KEY_GEN = 0x4004L;
+    /** {@code CKM_SHA256_KEY_GEN} */
+    public static final long SHA256_KEY_GEN = 0x4005L;
+    /** {@code CKM_SHA384_KEY_GEN} */
+    public static final long SHA384_KEY_GEN = 0x4006L;
+    /** {@code CKM_SHA512_KEY_GEN} */
+    public static final long SHA512_KEY_GEN = 0x4007L;
+    /** {@code CKM_SHA512_224_KEY_GEN} */
+    public static final long SHA512_224_KEY_GEN = 0x4008L;
+    /** {@code CKM_SHA512_256_KEY_GEN} */
+    public static final long SHA512_256_KEY_GEN = 0x4009L;
+    /** {@code CKM_SHA512_T_KEY_GEN} */
+    public static final long SHA512_T_KEY_GEN = 0x400AL;
+    /** {@code CKM_NULL}: does nothing; for tests. */
+    public static final long NULL = 0x400BL;
+    /** {@code CKM_BLAKE2B_160} */
+    public static final long BLAKE2B_160 = 0x400CL;
+    /** {@code CKM_BLAKE2B_160_HMAC} */
+    public static final long BLAKE2B_160_HMAC = 0x400DL;
+    /** {@code CKM_BLAKE2B_160_HMAC_GENERAL} */
+    public static final long BLAKE2B_160_HMAC_GENERAL = 0x400EL;
+    /** {@code CKM_BLAKE2B_160_KEY_DERIVE} */
+    public static final long BLAKE2B_160_KEY_DERIVE = 0x400FL;
+    /** {@code CKM_BLAKE2B_160_KEY_GEN} */
+    public static final long BLAKE2B_160_KEY_GEN = 0x4010L;
+    /** {@code CKM_BLAKE2B_256} */
+    public static final long BLAKE2B_256 = 0x4011L;
+    /** {@code CKM_BLAKE2B_256_HMAC} */
+    public static final long BLAKE2B_256_HMAC = 0x4012L;
+    /** {@code CKM_BLAKE2B_256_HMAC_GENERAL} */
+    public static final long BLAKE2B_256_HMAC_GENERAL = 0x4013L;
+    /** {@code CKM_BLAKE2B_256_KEY_DERIVE} */
+    public static final long BLAKE2B_256_KEY_DERIVE = 0x4014L;
+    /** {@code CKM_BLAKE2B_256_KEY_GEN} */
+    public static final long BLAKE2B_256_KEY_GEN = 0x4015L;
+    /** {@code CKM_BLAKE2B_384} */
+    public static final long BLAKE2B_384 = 0x4016L;
+    /** {@code CKM_BLAKE2B_384_HMAC} */
+    public static final long BLAKE2B_384_HMAC = 0x4017L;
+    /** {@code CKM_BLAKE2B_384_HMAC_GENERAL} */
+    public static final long BLAKE2B_384_HMAC_GENERAL = 0x4018L;
+    /** {@code CKM_BLAKE2B_384_KEY_DERIVE} */
+    public static final long BLAKE2B_384_KEY_DERIVE = 0x4019L;
+    /** {@code CKM_BLAKE2B_384_KEY_GEN} */
+    public static final long BLAKE2B_384_KEY_GEN = 0x401AL;
+    /** {@code CKM_BLAKE2B_512} */
+    public static final long BLAKE2B_512 = 0x401BL;
+    /** {@code CKM_BLAKE2B_512_HMAC} */
+    public static final long BLAKE2B_512_HMAC = 0x401CL;
+    /** {@code CKM_BLAKE2B_512_HMAC_GENERAL} */
+    public static final long BLAKE2B_512_HMAC_GENERAL = 0x401DL;
+    /** {@code CKM_BLAKE2B_512_KEY_DERIVE} */
+    public static final long BLAKE2B_512_KEY_DERIVE = 0x401EL;
+    /** {@code CKM_BLAKE2B_512_KEY_GEN} */
+    public static final long BLAKE2B_512_KEY_GEN = 0x401FL;
+    /** {@code CKM_SALSA20} */
+    public static final long SALSA20 = 0x4020L;
+    /** {@code CKM_CHACHA20_POLY1305} */
+    public static final long CHACHA20_POLY1305 = 0x4021L;
+    /** {@code CKM_SALSA20_POLY1305} */
+    public static final long SALSA20_POLY1305 = 0x4022L;
+    /** {@code CKM_X3DH_INITIALIZE} */
+    public static final long X3DH_INITIALIZE = 0x4023L;
+    /** {@code CKM_X3DH_RESPOND} */
+    public static final long X3DH_RESPOND = 0x4024L;
+    /** {@code CKM_X2RATCHET_INITIALIZE} */
+    public static final long X2RATCHET_INITIALIZE = 0x4025L;
+    /** {@code CKM_X2RATCHET_RESPOND} */
+    public static final long X2RATCHET_RESPOND = 0x4026L;
+    /** {@code CKM_X2RATCHET_ENCRYPT} */
+    public static final long X2RATCHET_ENCRYPT = 0x4027L;
+    /** {@code CKM_X2RATCHET_DECRYPT} */
+    public static final long X2RATCHET_DECRYPT = 0x4028L;
+    /** {@code CKM_XEDDSA} */
+    public static final long XEDDSA = 0x4029L;
+    /** {@code CKM_HKDF_DERIVE} */
+    public static final long HKDF_DERIVE = 0x402AL;
+    /** {@code CKM_HKDF_DATA} */
+    public static final long HKDF_DATA = 0x402BL;
+    /** {@code CKM_HKDF_KEY_GEN} */
+    public static final long HKDF_KEY_GEN = 0x402CL;
+    /** {@code CKM_SALSA20_KEY_GEN} */
+    public static final long SALSA20_KEY_GEN = 0x402DL;
+    /** {@code CKM_IKE2_PRF_PLUS_DERIVE} */
+    public static final long IKE2_PRF_PLUS_DERIVE = 0x402EL;
+    /** {@code CKM_IKE_PRF_DERIVE} */
+    public static final long IKE_PRF_DERIVE = 0x402FL;
+    /** {@code CKM_IKE1_PRF_DERIVE} */
+    public static final long IKE1_PRF_DERIVE = 0x4030L;
+    /** {@code CKM_IKE1_EXTENDED_DERIVE} */
+    public static final long IKE1_EXTENDED_DERIVE = 0x4031L;
+    /** {@code CKM_HSS_KEY_PAIR_GEN} */
+    public static final long HSS_KEY_PAIR_GEN = 0x4032L;
+    /** {@code CKM_HSS} */
+    public static final long HSS = 0x4033L;
 
     // Of the vendor
     /** The vendor's {@code CKM_DSA_SHA224}; the standard's is {@link #DSA_SHA224_STD}. */

@@ -1,4 +1,4 @@
-// The constants with the prefix CKO_, with the names and in the order of cryptoki.h.
+// The constants with the prefix CKO_: those of cryptoki.h, in its order, and those that only the standard has.
 package halvorn.zerlin.constants;
 
 /**
@@ -30,6 +30,10 @@ public final class CKO {
     public static final long OTP_KEY = 0x8L;
     /** {@code CKO_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
+
+    // Of the standard up to v3.1, and not in cryptoki.h; the natives of CTUtil do not know these names
+    /** {@code CKO_PROFILE}: a profile of the standard that the token supports, see {@link CKA#PROFILE_ID}. */
+    public static final long PROFILE = 0x9L;
 
     // Of the vendor
     /** {@code CKO_CERTIFICATE_REQUEST}: a request for a certificate. */

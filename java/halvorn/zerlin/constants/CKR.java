@@ -1,4 +1,4 @@
-// The constants with the prefix CKR_, with the names and in the order of cryptoki.h.
+// The constants with the prefix CKR_: those of cryptoki.h, in its order, and those that only the standard has.
 package halvorn.zerlin.constants;
 
 /**
@@ -219,6 +219,22 @@ public final class CKR {
     public static final long FUNCTION_REJECTED = 0x200L;
     /** {@code CKR_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
+
+    // Of the standard up to v3.1, and not in cryptoki.h; the natives of CTUtil do not know these names
+    /**
+     * {@code CKR_AEAD_DECRYPT_FAILED}: the tag of the cipher text is wrong, so it is damaged or of another
+     * key or IV.
+     */
+    public static final long AEAD_DECRYPT_FAILED = 0x42L;
+    /**
+     * {@code CKR_TOKEN_RESOURCE_EXCEEDED}: the token lacks a resource for the call, such as a power supply or
+     * entropy.
+     */
+    public static final long TOKEN_RESOURCE_EXCEEDED = 0x201L;
+    /** {@code CKR_OPERATION_CANCEL_FAILED}: the operation cannot be cancelled. */
+    public static final long OPERATION_CANCEL_FAILED = 0x202L;
+    /** {@code CKR_KEY_EXHAUSTED}: the key has made all signatures that it can make. */
+    public static final long KEY_EXHAUSTED = 0x203L;
 
     // Of the vendor
     /** Message: "value not odd parity". */
