@@ -30,8 +30,9 @@ import halvorn.zerlin.constants.TypedValue;
  * <li>An array that is shorter than the name receives only the beginning of the name.
  * </ul>
  * All threads share one buffer for the texts of values without a name: deliberate. Two threads that ask for
- * two such values at the same moment may receive a wrong text. {@link TypedValue#toString()} is safe for any
- * number of threads and needs no native library.
+ * two such values at the same moment may receive a wrong text. {@link TypedValue#toString()} and the look-ups
+ * of the constants, such as {@link halvorn.zerlin.constants.CKM#of CKM.of}, are safe for any number of threads
+ * and need no native library.
  *
  * <h2 id="values">From name to value</h2>
  * The {@code CTU_Get...Value} natives return the value of an ASCII name, which may have its prefix or not and

@@ -2,8 +2,8 @@
 package halvorn.zerlin.constants;
 
 /**
- * Attribute types. PKCS#11 explains those of the standard; the documentation of the HSM
- * explains those of the vendor.
+ * Attribute types. PKCS#11 explains those of the standard; the documentation of the HSM explains those of the
+ * vendor.
  *
  * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
  * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
@@ -414,5 +414,28 @@ public final class CKA {
     public static final long AUTH_CHALLENGE = 0x80000280L;
 
     private CKA() {
+    }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKA_LABEL"} or {@code "LABEL"}, case-sensitive; must not be null
+     * @return the value; for a name that the vendor has given to a value of its own, the vendor's, and with
+     *         {@code _STD} behind it the standard's
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKA.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKA_LABEL"}; of several names the one that this class declares first; null if
+     *         there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKA.class, value);
     }
 }

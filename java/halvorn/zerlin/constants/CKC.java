@@ -19,4 +19,26 @@ public final class CKC {
 
     private CKC() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKC_X_509"} or {@code "X_509"}, case-sensitive; must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKC.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKC_X_509"}; of several names the one that this class declares first; null if
+     *         there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKC.class, value);
+    }
 }

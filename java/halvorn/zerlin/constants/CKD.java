@@ -62,4 +62,27 @@ public final class CKD {
 
     private CKD() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKD_SHA256_KDF"} or {@code "SHA256_KDF"}, case-sensitive; must
+     *             not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKD.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKD_SHA256_KDF"}; of several names the one that this class declares first;
+     *         null if there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKD.class, value);
+    }
 }

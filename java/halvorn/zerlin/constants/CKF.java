@@ -180,4 +180,26 @@ public final class CKF {
 
     private CKF() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKF_RNG"} or {@code "RNG"}, case-sensitive; must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKF.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKF_RNG"}; null if there is none. Some values have several names for
+     *         different places; this is the first one of this class
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKF.class, value);
+    }
 }

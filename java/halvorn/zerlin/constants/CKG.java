@@ -42,4 +42,27 @@ public final class CKG {
 
     private CKG() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKG_MGF1_SHA256"} or {@code "MGF1_SHA256"}, case-sensitive; must
+     *             not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKG.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKG_MGF1_SHA256"}; null if there is none. Some values have several names for
+     *         different places; this is the first one of this class
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKG.class, value);
+    }
 }

@@ -19,4 +19,26 @@ public final class CKH {
 
     private CKH() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKH_CLOCK"} or {@code "CLOCK"}, case-sensitive; must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKH.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKH_CLOCK"}; of several names the one that this class declares first; null if
+     *         there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKH.class, value);
+    }
 }

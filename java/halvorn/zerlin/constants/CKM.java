@@ -1060,4 +1060,27 @@ public final class CKM {
 
     private CKM() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKM_AES_CBC"} or {@code "AES_CBC"}, case-sensitive; must not be null
+     * @return the value; for a name that the vendor has given to a value of its own, the vendor's, and with
+     *         {@code _STD} behind it the standard's
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKM.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKM_AES_CBC"}; of several names the one that this class declares first;
+     *         null if there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKM.class, value);
+    }
 }

@@ -49,4 +49,26 @@ public final class CKO {
 
     private CKO() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKO_DATA"} or {@code "DATA"}, case-sensitive; must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKO.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKO_DATA"}; of several names the one that this class declares first; null if
+     *         there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKO.class, value);
+    }
 }

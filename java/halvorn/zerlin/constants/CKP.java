@@ -2,8 +2,8 @@
 package halvorn.zerlin.constants;
 
 /**
- * Profiles, the values of {@link CKA#PROFILE_ID}, and the pseudo-random functions of PKCS#5 PBKDF2. The standard
- * gives both the same prefix, and so some values have two names.
+ * Profiles, the values of {@link CKA#PROFILE_ID}, and the pseudo-random functions of PKCS#5 PBKDF2. The
+ * standard gives both the same prefix, and so some values have two names.
  */
 public final class CKP {
     // Profiles
@@ -41,5 +41,28 @@ public final class CKP {
     public static final long PKCS5_PBKD2_HMAC_SHA512_256 = 0x8L;
 
     private CKP() {
+    }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKP_BASELINE_PROVIDER"} or {@code "BASELINE_PROVIDER"}, case-sensitive;
+     *             must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKP.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKP_BASELINE_PROVIDER"}; null if there is none. Some values have several
+     *         names for different places; this is the first one of this class
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKP.class, value);
     }
 }

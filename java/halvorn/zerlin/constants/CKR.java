@@ -350,4 +350,26 @@ public final class CKR {
 
     private CKR() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKR_OK"} or {@code "OK"}, case-sensitive; must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKR.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKR_OK"}; of several names the one that this class declares first; null if
+     *         there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKR.class, value);
+    }
 }

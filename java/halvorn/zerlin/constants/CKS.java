@@ -21,4 +21,27 @@ public final class CKS {
 
     private CKS() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKS_RW_USER_FUNCTIONS"} or {@code "RW_USER_FUNCTIONS"}, case-sensitive;
+     *             must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKS.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKS_RW_USER_FUNCTIONS"}; of several names the one that this class declares first;
+     *         null if there is none
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKS.class, value);
+    }
 }

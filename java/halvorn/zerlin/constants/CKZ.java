@@ -15,4 +15,27 @@ public final class CKZ {
 
     private CKZ() {
     }
+
+    /**
+     * Returns the value of a name; works without the native library.
+     *
+     * @param name for example {@code "CKZ_DATA_SPECIFIED"} or {@code "DATA_SPECIFIED"}, case-sensitive;
+     *             must not be null
+     * @return the value
+     * @throws IllegalArgumentException if there is no such name; the message says the nearest one
+     */
+    public static long of(String name) {
+        return Names.of(CKZ.class, name);
+    }
+
+    /**
+     * Returns the name of a value; works without the native library.
+     *
+     * @param value the value
+     * @return for example {@code "CKZ_DATA_SPECIFIED"}; null if there is none. Some values have several
+     *         names for different places; this is the first one of this class
+     */
+    public static String nameOf(long value) {
+        return Names.nameOf(CKZ.class, value);
+    }
 }

@@ -1,12 +1,6 @@
 // What the typed constant classes have in common: a PKCS#11 value that knows its own name.
 package halvorn.zerlin.constants;
 
-import java.lang.reflect.Field;
-import java.lang.reflect.Modifier;
-import java.util.HashMap;
-import java.util.Map;
-import java.util.concurrent.ConcurrentHashMap;
-
 /**
  * A mutable holder of one PKCS#11 value of a certain kind: a return value, a mechanism type, a key type and
  * so on. The plain constants are {@code long}s ({@link CKM}, {@link CKA}, ...). An object of a subclass
@@ -18,8 +12,6 @@ import java.util.concurrent.ConcurrentHashMap;
  * <p>The constants are unsigned 32-bit numbers, also in a 64-bit JVM and also those of a vendor.
  */
 public abstract class TypedValue {
-    private static final Map<Class<?>, Map<Long, String>> NAMES = new ConcurrentHashMap<>();
-
     /** The value. In a 32-bit JVM only the low 32 bits reach the library. */
     public long m_value;
 
@@ -74,30 +66,16 @@ public abstract class TypedValue {
     }
 
     /**
-     * Names the value; works without the native library.
+     * Names the value; works without the native library. Of several names for one value it takes the one that
+     * the class of the constants declares first. For some mechanisms that is the vendor's: look at the value.
      *
      * @return for example {@code "CKR_BUFFER_TOO_SMALL (0x150)"}, or {@code "0x80001234"} for a value without
      *         a name
      */
     @Override
     public String toString() {
-        String name = NAMES.computeIfAbsent(constants(), TypedValue::namesIn).get(m_value);
+        String name = Names.nameOf(constants(), m_value);
         String hex = "0x" + Long.toHexString(m_value);
         return name == null ? hex : name + " (" + hex + ")";
-    }
-
-    private static Map<Long, String> namesIn(Class<?> constants) {
-        Map<Long, String> names = new HashMap<>();
-        for (Field field : constants.getDeclaredFields()) {
-            int wanted = Modifier.PUBLIC | Modifier.STATIC;
-            if (field.getType() == long.class && (field.getModifiers() & wanted) == wanted) {
-                try {
-                    names.putIfAbsent(field.getLong(null), constants.getSimpleName() + "_" + field.getName());
-                } catch (IllegalAccessException e) {
-                    // A value whose field cannot be read only has no name.
-                }
-            }
-        }
-        return names;
     }
 }

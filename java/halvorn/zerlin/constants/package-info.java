@@ -4,5 +4,8 @@
  * {@link halvorn.zerlin.constants.CKR CKR}, ...), without that prefix: {@code CKM_AES_CBC} is
  * {@code CKM.AES_CBC}. The classes whose names begin with {@code CK_} are mutable holders of one such value,
  * which the natives read and write; see {@link halvorn.zerlin.constants.TypedValue}.
+ *
+ * <p>Every class of plain constants looks names and values up: {@code CKM.of("CKM_AES_CBC")} and
+ * {@code CKM.nameOf(0x1082)}. No look-up needs the native library.
  */
 package halvorn.zerlin.constants;

@@ -167,8 +167,15 @@ class JavaClassesTest {
         Set<String> java = new TreeSet<>();
         for (Class<?> holder : findAllClassesInPackage("halvorn.zerlin.constants",
                 cls -> cls.getSimpleName().matches("CK[A-Z]"), name -> true)) {
+            Map<Object, String> first = new HashMap<>();
             for (Field field : holder.getFields()) {
-                java.add(holder.getSimpleName() + "_" + field.getName() + " = " + field.get(null));
+                String name = holder.getSimpleName() + "_" + field.getName();
+                Object value = field.get(null);
+                java.add(name + " = " + value);
+                first.putIfAbsent(value, name);
+                Method of = holder.getMethod("of", String.class);
+                assertEquals(List.of(value, value), List.of(of.invoke(null, name), of.invoke(null, field.getName())));
+                assertEquals(first.get(value), holder.getMethod("nameOf", long.class).invoke(null, value));
             }
         }
         Set<String> onlyJava = new TreeSet<>(java);
@@ -178,11 +185,24 @@ class JavaClassesTest {
         assertEquals("f3b6f3c0", Integer.toHexString(onlyJava.toString().hashCode()), onlyJava::toString);
     }
 
+    @ParameterizedTest
+    @CsvSource(delimiter = '|', value = {"LABLE | There is no CKA_LABLE; the nearest name is CKA_LABEL",
+        "CKA_ValueLen | There is no CKA_ValueLen; the nearest name is CKA_VALUE_LEN",
+        "CKM_AES_CBC | CKM_AES_CBC does not begin with CKA_: look it up with CKM.of",
+        "'' | There is no CKA_; see the constants of halvorn.zerlin.constants.CKA"})
+    void unknownNamesAreRefusedWithTheNearest(String name, String message) {
+        assertEquals(message, assertThrows(IllegalArgumentException.class, () -> CKA.of(name)).getMessage());
+        assertNull(CKA.nameOf(0x7fffffff));
+    }
+
+    // Of two names for one value the first prints, so that the value must print too.
     @Test
     void typedValuesPrintTheirNamesAndThrow() {
-        assertEquals("[CKR_OK (0x0), 0x80001234, CKM_AES_CBC (0x1082), CKU_USER (0x1), CKK_AES (0x1f), CKA_LABEL (0x3)]",
+        assertEquals("[CKR_OK (0x0), 0x80001234, CKM_AES_CBC (0x1082), CKU_USER (0x1), CKK_AES (0x1f), CKA_LABEL (0x3), "
+                + "CKM_AES_CMAC_GENERAL (0x1089), CKM_AES_CMAC_GENERAL_STD (0x108b), CKK_CAST128 (0x18)]",
                 List.of(new CK_RV(0), new CK_RV(0x80001234L), new CK_MECHANISM_TYPE(0x1082), new CK_USER_TYPE(1),
-                    new CK_KEY_TYPE(0x1f), new CK_ATTRIBUTE_TYPE(3)).toString());
+                    new CK_KEY_TYPE(0x1f), new CK_ATTRIBUTE_TYPE(3), new CK_MECHANISM_TYPE(CKM.AES_CTS),
+                    new CK_MECHANISM_TYPE(CKM.AES_CMAC_GENERAL_STD), new CK_KEY_TYPE(CKK.CAST5)).toString());
         CK_RV bad = new CK_RV(CKR.PIN_INCORRECT);
         assertSame(bad, bad.orThrow(CKR.CANCEL, CKR.PIN_INCORRECT));
         CryptokiException thrown = assertThrows(CryptokiException.class, () -> bad.orThrow("C_Login", CKR.CANCEL));
