@@ -17,13 +17,13 @@ public class CK_MECHANISM_INFO {
     }
 
     /**
-     * Describes all fields.
+     * Describes all fields; the flags by their names.
      *
      * @return the description, on one line
      */
     @Override
     public String toString() {
         return "CK_MECHANISM_INFO[minKeySize=" + minKeySize + ", maxKeySize=" + maxKeySize
-                + ", flags=" + Text.flags(flags) + "]";
+                + ", flags=" + Text.flags(flags, Text.MECHANISM_FLAGS) + "]";
     }
 }

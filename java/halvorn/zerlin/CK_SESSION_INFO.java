@@ -21,13 +21,13 @@ public class CK_SESSION_INFO {
     }
 
     /**
-     * Describes all fields.
+     * Describes all fields; the flags by their names.
      *
      * @return the description, on one line
      */
     @Override
     public String toString() {
-        return "CK_SESSION_INFO[slotID=" + slotID + ", state=" + state + ", flags=" + Text.flags(flags)
-                + ", deviceError=" + deviceError + "]";
+        return "CK_SESSION_INFO[slotID=" + slotID + ", state=" + state
+                + ", flags=" + Text.flags(flags, Text.SESSION_FLAGS) + ", deviceError=" + deviceError + "]";
     }
 }

@@ -40,7 +40,7 @@ public class CK_SLOT_INFO {
     }
 
     /**
-     * Describes all fields.
+     * Describes all fields; the flags by their names.
      *
      * @return the description, on one line
      */
@@ -48,7 +48,7 @@ public class CK_SLOT_INFO {
     public String toString() {
         return "CK_SLOT_INFO[slotDescription=" + getSlotDescription()
                 + ", manufacturerID=" + getManufacturerID()
-                + ", flags=" + Text.flags(flags) + ", hardwareVersion=" + hardwareVersion
+                + ", flags=" + Text.flags(flags, Text.SLOT_FLAGS) + ", hardwareVersion=" + hardwareVersion
                 + ", firmwareVersion=" + firmwareVersion + "]";
     }
 }

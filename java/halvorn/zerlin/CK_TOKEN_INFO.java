@@ -127,7 +127,7 @@ public class CK_TOKEN_INFO {
     }
 
     /**
-     * Describes all fields.
+     * Describes all fields; the flags by their names.
      *
      * @return the description, on one line
      */
@@ -135,7 +135,7 @@ public class CK_TOKEN_INFO {
     public String toString() {
         return "CK_TOKEN_INFO[label=" + getLabel() + ", manufacturerID=" + getManufacturerID()
                 + ", model=" + getModel() + ", serialNumber=" + getSerialNumber()
-                + ", flags=" + Text.flags(flags) + ", maxSessionCount=" + Text.count(maxSessionCount)
+                + ", flags=" + Text.flags(flags, Text.TOKEN_FLAGS) + ", maxSessionCount=" + Text.count(maxSessionCount)
                 + ", sessionCount=" + Text.count(sessionCount)
                 + ", maxRwSessionCount=" + Text.count(maxRwSessionCount)
                 + ", rwSessionCount=" + Text.count(rwSessionCount)

@@ -195,6 +195,25 @@ class JavaClassesTest {
         assertNull(CKA.nameOf(0x7fffffff));
     }
 
+    // An object, two flags with their names, and the 32 bits without those that have names.
+    static Object[][] flags() {
+        return new Object[][] {{new CK_SLOT_INFO(), 5, "TOKEN_PRESENT|HW_SLOT", 0xfffffff8L},
+            {new CK_TOKEN_INFO(), 0x40004, "LOGIN_REQUIRED|USER_PIN_LOCKED", 0xfe00f090L},
+            {new CK_SESSION_INFO(), 6, "RW_SESSION|SERIAL_SESSION", 0xfffffff9L},
+            {new CK_MECHANISM_INFO(), 0x800002, "MESSAGE_ENCRYPT|EC_NAMEDCURVE", 0x780000c0L}};
+    }
+
+    @ParameterizedTest
+    @MethodSource("flags")
+    void flagsPrintByNameAndUnknownOnesInHexadecimal(Object info, long two, String names, long unnamed) throws Exception {
+        Field flags = info.getClass().getField("flags");
+        assertTrue(info.toString().contains("flags=0"), info::toString);
+        flags.setLong(info, two | 0x40000000);
+        assertTrue(info.toString().contains("flags=" + names + "|0x40000000"), info::toString);
+        flags.setLong(info, 0xffffffffL);
+        assertTrue(info.toString().contains("|0x" + Long.toHexString(unnamed)), info::toString);
+    }
+
     // Of two names for one value the first prints, so that the value must print too.
     @Test
     void typedValuesPrintTheirNamesAndThrow() {
