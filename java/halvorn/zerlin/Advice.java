@@ -44,6 +44,7 @@ final class Advice {
         put(CKR.SESSION_READ_WRITE_SO_EXISTS, "while the security officer is logged in, sessions need CKF.RW_SESSION");
         put(CKR.SESSION_PARALLEL_NOT_SUPPORTED, "open the session with CKF.SERIAL_SESSION");
         put(CKR.OPERATION_ACTIVE, "another operation of the session has not ended; end it, or use another session");
+        put(CKR.OPERATION_CANCEL_FAILED, "the operation cannot be cancelled; end it, or close the session");
         put(CKR.OPERATION_NOT_INITIALIZED, "call the Init function first; a result or an error ends an operation");
         put(CKR.CRYPTOKI_NOT_INITIALIZED, "call C_Initialize first");
         put(CKR.CRYPTOKI_ALREADY_INITIALIZED, "the program has called C_Initialize already; accept this value");
@@ -64,7 +65,11 @@ final class Advice {
         put(CKR.NOT_ADMIN_TOKEN, "this works on the administration token only");
         put(CKR.DEVICE_ERROR, "the device has failed; look at its own log, then open new sessions");
         put(CKR.DEVICE_MEMORY, "the token is full; delete objects that are not needed");
+        put(CKR.TOKEN_RESOURCE_EXCEEDED, "the token lacks a resource for this; close sessions and delete objects that"
+                + " are not needed, then try again");
         put(CKR.DEVICE_REMOVED, "the token was removed, or the connection to it is lost; open new sessions");
+        put(CKR.FIPS_SELF_TEST_FAILED, "a self-test has failed; call C_Finalize and C_Initialize, and see the"
+                + " token's manual if it fails again");
         put(CKR.GENERAL_ERROR, "the library cannot say more; look at its log and its configuration");
         put(CKR.FUNCTION_FAILED, "the library cannot say more; look at its log");
         put(CKR.HOST_MEMORY, "not enough memory for the call; look whether a LongRef or a count holds a huge"
@@ -82,6 +87,8 @@ final class Advice {
         put(CKR.MECHANISM_PARAM_INVALID, "the parameter has the wrong class, length or content for this mechanism");
         put(CKR.DOMAIN_PARAMS_INVALID, "the token does not take these domain parameters");
         put(CKR.CURVE_NOT_SUPPORTED, "the token does not have this curve");
+        put(CKR.EXCEEDED_MAX_ITERATIONS, "the search for a suitable number took too long; try again, perhaps with other"
+                + " parameters");
         put(CKR.RANDOM_NO_RNG, "the token has no random number generator");
         put(CKR.RANDOM_SEED_NOT_SUPPORTED, "the token's random number generator takes no seed");
 
@@ -115,6 +122,7 @@ final class Advice {
         put(CKR.KEY_CHANGED, "the saved state belongs to another key");
         put(CKR.KEY_INDIGESTIBLE, "the value of this key cannot be digested");
         put(CKR.KEY_OR_CERT_EXPIRED, "the key or its certificate has expired");
+        put(CKR.KEY_EXHAUSTED, "the key has made all signatures that it can make; generate a new one");
         put(CKR.PUBLIC_KEY_INVALID, "the public key fails the token's checks");
         put(CKR.WRAPPED_KEY_INVALID, "the wrapped key is damaged, or was wrapped with another key or mechanism");
         put(CKR.WRAPPED_KEY_LEN_RANGE, "the wrapped key has an impossible length for the mechanism");
@@ -132,6 +140,8 @@ final class Advice {
         put(CKR.DATA_LEN_RANGE, "the input has a wrong length: with a block cipher it must fill whole blocks");
         put(CKR.ENCRYPTED_DATA_INVALID, "the cipher text is damaged, or belongs to another key, IV or mechanism");
         put(CKR.ENCRYPTED_DATA_LEN_RANGE, "the cipher text has an impossible length for the mechanism");
+        put(CKR.AEAD_DECRYPT_FAILED, "the cipher text, its tag or the additional data was changed, or the key or"
+                + " IV is another one");
         put(CKR.SIGNATURE_INVALID, "the signature does not belong to this data and key");
         put(CKR.SIGNATURE_LEN_RANGE, "a signature of this length cannot be of this key");
         put(CKR.MUTEX_BAD, "a mutex is not valid, or a locking callback failed or threw");
