@@ -5,9 +5,9 @@ package halvorn.zerlin.constants;
  * Attribute types. PKCS#11 explains those of the standard; the documentation of the HSM explains those of the
  * vendor.
  *
- * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
- * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
- * another vendor, use the one with {@code _STD}.
+ * <p><b>Names that mislead.</b> The vendor has given some names of the standard to values of its own:
+ * deliberate. Such a name has the vendor's value, and the same name with {@code _STD} has the value of the
+ * standard. With a library of another vendor, use the one with {@code _STD}.
  *
  * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
  * one would not stay constant. Create a new {@link CK_ATTRIBUTE_TYPE} where a native needs one.
@@ -145,7 +145,10 @@ public final class CKA {
     public static final long HASH_OF_ISSUER_PUBLIC_KEY = 0x8BL;
     /** {@code CKA_NAME_HASH_ALGORITHM} */
     public static final long NAME_HASH_ALGORITHM = 0x8CL;
-    /** The standard's {@code CKA_CHECK_VALUE}; the vendor's is {@link #CHECK_VALUE}. */
+    /**
+     * The standard's {@code CKA_CHECK_VALUE}. The name without {@code _STD} misleads: {@link #CHECK_VALUE}
+     * has the vendor's value.
+     */
     public static final long CHECK_VALUE_STD = 0x90L;
     /** {@code CKA_PUBLIC_KEY_INFO} */
     public static final long PUBLIC_KEY_INFO = 0x129L;
@@ -306,7 +309,10 @@ public final class CKA {
     public static final long ADMIN_CERT = 0x80000201L;
     /** {@code CKA_TIME_STAMP} */
     public static final long TIME_STAMP = 0x80000102L;
-    /** The vendor's {@code CKA_CHECK_VALUE}; the standard's is {@link #CHECK_VALUE_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKA_CHECK_VALUE}. Other modules do not know this value; with
+     * them, use {@link #CHECK_VALUE_STD}, the standard's.
+     */
     public static final long CHECK_VALUE = 0x80000103L;
     /** {@code CKA_MECHANISM_LIST} */
     public static final long MECHANISM_LIST = 0x80000104L;

@@ -5,9 +5,9 @@ package halvorn.zerlin.constants;
  * Key types, the values of {@link CKA#KEY_TYPE}. PKCS#11 explains those of the standard; the
  * documentation of the HSM explains those of the vendor.
  *
- * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
- * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
- * another vendor, use the one with {@code _STD}.
+ * <p><b>Names that mislead.</b> The vendor has given some names of the standard to values of its own:
+ * deliberate. Such a name has the vendor's value, and the same name with {@code _STD} has the value of the
+ * standard. With a library of another vendor, use the one with {@code _STD}.
  *
  * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
  * one would not stay constant. Create a new {@link CK_KEY_TYPE} where a native needs one.
@@ -91,7 +91,10 @@ public final class CKK {
     public static final long SHA512_HMAC = 0x2DL;
     /** {@code CKK_SHA224_HMAC} */
     public static final long SHA224_HMAC = 0x2EL;
-    /** The standard's {@code CKK_SEED}; the vendor's is {@link #SEED}. */
+    /**
+     * The standard's {@code CKK_SEED}. The name without {@code _STD} misleads: {@link #SEED} has the vendor's
+     * value.
+     */
     public static final long SEED_STD = 0x2FL;
     /** {@code CKK_VENDOR_DEFINED}: the first value that a vendor may define. */
     public static final long VENDOR_DEFINED = 0x80000000L;
@@ -151,7 +154,10 @@ public final class CKK {
     public static final long RSA_DISCRETE = 0x80000201L;
     /** {@code CKK_DSA_DISCRETE} */
     public static final long DSA_DISCRETE = 0x80000202L;
-    /** The vendor's {@code CKK_SEED}; the standard's is {@link #SEED_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKK_SEED}. Other modules do not know this value; with them,
+     * use {@link #SEED_STD}, the standard's.
+     */
     public static final long SEED = 0x80000203L;
 
     private CKK() {

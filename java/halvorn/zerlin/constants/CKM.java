@@ -5,9 +5,9 @@ package halvorn.zerlin.constants;
  * Mechanism types. PKCS#11 explains those of the standard; the documentation of the HSM explains
  * those of the vendor.
  *
- * <p>The vendor has given some names of the standard to values of its own: deliberate. Such a name has the
- * vendor's value, and the same name with {@code _STD} has the value of the standard. With a library of
- * another vendor, use the one with {@code _STD}.
+ * <p><b>Names that mislead.</b> The vendor has given some names of the standard to values of its own:
+ * deliberate. Such a name has the vendor's value, and the same name with {@code _STD} has the value of the
+ * standard. With a library of another vendor, use the one with {@code _STD}.
  *
  * <p>The constants are plain {@code long}s and not holders, because the natives write into holders: a shared
  * one would not stay constant. Create a new {@link CK_MECHANISM_TYPE} where a native needs one.
@@ -347,13 +347,22 @@ public final class CKM {
     public static final long AES_CMAC = 0x108AL;
     /** {@code CKM_AES_MAC_GENERAL} */
     public static final long AES_MAC_GENERAL = 0x1084L;
-    /** The vendor's {@code CKM_AES_CMAC_GENERAL}; the standard's is {@link #AES_CMAC_GENERAL_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_AES_CMAC_GENERAL}. To other modules this value is
+     * {@code CKM_AES_CTS}; with them, use {@link #AES_CMAC_GENERAL_STD}, the standard's.
+     */
     public static final long AES_CMAC_GENERAL = 0x1089L;
     /** {@code CKM_AES_CBC_PAD} */
     public static final long AES_CBC_PAD = 0x1085L;
-    /** The vendor's {@code CKM_AES_KEY_WRAP_PAD}; the standard's is {@link #AES_KEY_WRAP_PAD_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_AES_KEY_WRAP_PAD}. To other modules this value is
+     * {@code CKM_BLOWFISH_CBC}; with them, use {@link #AES_KEY_WRAP_PAD_STD}, the standard's.
+     */
     public static final long AES_KEY_WRAP_PAD = 0x1091L;
-    /** The vendor's {@code CKM_AES_KEY_WRAP}; the standard's is {@link #AES_KEY_WRAP_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_AES_KEY_WRAP}. To other modules this value is
+     * {@code CKM_BLOWFISH_KEY_GEN}; with them, use {@link #AES_KEY_WRAP_STD}, the standard's.
+     */
     public static final long AES_KEY_WRAP = 0x1090L;
     /** {@code CKM_ARIA_KEY_GEN} */
     public static final long ARIA_KEY_GEN = 0x560L;
@@ -367,13 +376,22 @@ public final class CKM {
     public static final long ARIA_MAC_GENERAL = 0x564L;
     /** {@code CKM_ARIA_CBC_PAD} */
     public static final long ARIA_CBC_PAD = 0x565L;
-    /** The vendor's {@code CKM_ECDH1_DERIVE}; the standard's is {@link #ECDH1_DERIVE_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_ECDH1_DERIVE}. To other modules this value is
+     * {@code CKM_ECDSA_SHA224}; with them, use {@link #ECDH1_DERIVE_STD}, the standard's.
+     */
     public static final long ECDH1_DERIVE = 0x1043L;
 
     // Of the standard; the natives of CTUtil do not know these names
-    /** The standard's {@code CKM_DSA_SHA224}; the vendor's is {@link #DSA_SHA224}. */
+    /**
+     * The standard's {@code CKM_DSA_SHA224}. The name without {@code _STD} misleads: {@link #DSA_SHA224} has
+     * the vendor's value.
+     */
     public static final long DSA_SHA224_STD = 0x13L;
-    /** The standard's {@code CKM_DSA_SHA256}; the vendor's is {@link #DSA_SHA256}. */
+    /**
+     * The standard's {@code CKM_DSA_SHA256}. The name without {@code _STD} misleads: {@link #DSA_SHA256} has
+     * the vendor's value.
+     */
     public static final long DSA_SHA256_STD = 0x14L;
     /** {@code CKM_DSA_SHA384} */
     public static final long DSA_SHA384 = 0x15L;
@@ -403,7 +421,10 @@ public final class CKM {
     public static final long SHA512_T_HMAC_GENERAL = 0x52L;
     /** {@code CKM_SHA512_T_KEY_DERIVATION} */
     public static final long SHA512_T_KEY_DERIVATION = 0x53L;
-    /** The standard's {@code CKM_DES_OFB64}; the vendor's is {@link #DES_OFB64}. */
+    /**
+     * The standard's {@code CKM_DES_OFB64}. The name without {@code _STD} misleads: {@link #DES_OFB64} has
+     * the vendor's value.
+     */
     public static final long DES_OFB64_STD = 0x150L;
     /** {@code CKM_DES_OFB8} */
     public static final long DES_OFB8 = 0x151L;
@@ -483,17 +504,35 @@ public final class CKM {
     public static final long ARIA_ECB_ENCRYPT_DATA = 0x566L;
     /** {@code CKM_ARIA_CBC_ENCRYPT_DATA} */
     public static final long ARIA_CBC_ENCRYPT_DATA = 0x567L;
-    /** The standard's {@code CKM_SEED_KEY_GEN}; the vendor's is {@link #SEED_KEY_GEN}. */
+    /**
+     * The standard's {@code CKM_SEED_KEY_GEN}. The name without {@code _STD} misleads: {@link #SEED_KEY_GEN}
+     * has the vendor's value.
+     */
     public static final long SEED_KEY_GEN_STD = 0x650L;
-    /** The standard's {@code CKM_SEED_ECB}; the vendor's is {@link #SEED_ECB}. */
+    /**
+     * The standard's {@code CKM_SEED_ECB}. The name without {@code _STD} misleads: {@link #SEED_ECB} has the
+     * vendor's value.
+     */
     public static final long SEED_ECB_STD = 0x651L;
-    /** The standard's {@code CKM_SEED_CBC}; the vendor's is {@link #SEED_CBC}. */
+    /**
+     * The standard's {@code CKM_SEED_CBC}. The name without {@code _STD} misleads: {@link #SEED_CBC} has the
+     * vendor's value.
+     */
     public static final long SEED_CBC_STD = 0x652L;
-    /** The standard's {@code CKM_SEED_MAC}; the vendor's is {@link #SEED_MAC}. */
+    /**
+     * The standard's {@code CKM_SEED_MAC}. The name without {@code _STD} misleads: {@link #SEED_MAC} has the
+     * vendor's value.
+     */
     public static final long SEED_MAC_STD = 0x653L;
-    /** The standard's {@code CKM_SEED_MAC_GENERAL}; the vendor's is {@link #SEED_MAC_GENERAL}. */
+    /**
+     * The standard's {@code CKM_SEED_MAC_GENERAL}. The name without {@code _STD} misleads:
+     * {@link #SEED_MAC_GENERAL} has the vendor's value.
+     */
     public static final long SEED_MAC_GENERAL_STD = 0x654L;
-    /** The standard's {@code CKM_SEED_CBC_PAD}; the vendor's is {@link #SEED_CBC_PAD}. */
+    /**
+     * The standard's {@code CKM_SEED_CBC_PAD}. The name without {@code _STD} misleads: {@link #SEED_CBC_PAD}
+     * has the vendor's value.
+     */
     public static final long SEED_CBC_PAD_STD = 0x655L;
     /** {@code CKM_SEED_ECB_ENCRYPT_DATA} */
     public static final long SEED_ECB_ENCRYPT_DATA = 0x656L;
@@ -541,15 +580,30 @@ public final class CKM {
     public static final long BATON_SHUFFLE = 0x1035L;
     /** {@code CKM_BATON_WRAP} */
     public static final long BATON_WRAP = 0x1036L;
-    /** The standard's {@code CKM_ECDSA_SHA224}; the vendor's is {@link #ECDSA_SHA224}. */
+    /**
+     * The standard's {@code CKM_ECDSA_SHA224}. The name without {@code _STD} misleads: {@link #ECDSA_SHA224}
+     * has the vendor's value. This one prints as {@code CKM_ECDH1_DERIVE}, the vendor's name for it.
+     */
     public static final long ECDSA_SHA224_STD = 0x1043L;
-    /** The standard's {@code CKM_ECDSA_SHA256}; the vendor's is {@link #ECDSA_SHA256}. */
+    /**
+     * The standard's {@code CKM_ECDSA_SHA256}. The name without {@code _STD} misleads: {@link #ECDSA_SHA256}
+     * has the vendor's value.
+     */
     public static final long ECDSA_SHA256_STD = 0x1044L;
-    /** The standard's {@code CKM_ECDSA_SHA384}; the vendor's is {@link #ECDSA_SHA384}. */
+    /**
+     * The standard's {@code CKM_ECDSA_SHA384}. The name without {@code _STD} misleads: {@link #ECDSA_SHA384}
+     * has the vendor's value.
+     */
     public static final long ECDSA_SHA384_STD = 0x1045L;
-    /** The standard's {@code CKM_ECDSA_SHA512}; the vendor's is {@link #ECDSA_SHA512}. */
+    /**
+     * The standard's {@code CKM_ECDSA_SHA512}. The name without {@code _STD} misleads: {@link #ECDSA_SHA512}
+     * has the vendor's value.
+     */
     public static final long ECDSA_SHA512_STD = 0x1046L;
-    /** The standard's {@code CKM_ECDH1_DERIVE}; the vendor's is {@link #ECDH1_DERIVE}. */
+    /**
+     * The standard's {@code CKM_ECDH1_DERIVE}. The name without {@code _STD} misleads: {@link #ECDH1_DERIVE}
+     * has the vendor's value.
+     */
     public static final long ECDH1_DERIVE_STD = 0x1050L;
     /** {@code CKM_ECDH1_COFACTOR_DERIVE} */
     public static final long ECDH1_COFACTOR_DERIVE = 0x1051L;
@@ -575,9 +629,15 @@ public final class CKM {
     public static final long AES_GCM = 0x1087L;
     /** {@code CKM_AES_CCM} */
     public static final long AES_CCM = 0x1088L;
-    /** {@code CKM_AES_CTS} */
+    /**
+     * {@code CKM_AES_CTS}. It prints as {@code CKM_AES_CMAC_GENERAL}, the vendor's name for this value, see
+     * {@link #AES_CMAC_GENERAL}.
+     */
     public static final long AES_CTS = 0x1089L;
-    /** The standard's {@code CKM_AES_CMAC_GENERAL}; the vendor's is {@link #AES_CMAC_GENERAL}. */
+    /**
+     * The standard's {@code CKM_AES_CMAC_GENERAL}. The name without {@code _STD} misleads:
+     * {@link #AES_CMAC_GENERAL} has the vendor's value.
+     */
     public static final long AES_CMAC_GENERAL_STD = 0x108BL;
     /** {@code CKM_AES_XCBC_MAC} */
     public static final long AES_XCBC_MAC = 0x108CL;
@@ -585,9 +645,15 @@ public final class CKM {
     public static final long AES_XCBC_MAC_96 = 0x108DL;
     /** {@code CKM_AES_GMAC} */
     public static final long AES_GMAC = 0x108EL;
-    /** {@code CKM_BLOWFISH_KEY_GEN} */
+    /**
+     * {@code CKM_BLOWFISH_KEY_GEN}. It prints as {@code CKM_AES_KEY_WRAP}, the vendor's name for this value,
+     * see {@link #AES_KEY_WRAP}.
+     */
     public static final long BLOWFISH_KEY_GEN = 0x1090L;
-    /** {@code CKM_BLOWFISH_CBC} */
+    /**
+     * {@code CKM_BLOWFISH_CBC}. It prints as {@code CKM_AES_KEY_WRAP_PAD}, the vendor's name for this value,
+     * see {@link #AES_KEY_WRAP_PAD}.
+     */
     public static final long BLOWFISH_CBC = 0x1091L;
     /** {@code CKM_TWOFISH_KEY_GEN} */
     public static final long TWOFISH_KEY_GEN = 0x1092L;
@@ -619,9 +685,15 @@ public final class CKM {
     public static final long AES_CFB128 = 0x2107L;
     /** {@code CKM_AES_CFB1} */
     public static final long AES_CFB1 = 0x2108L;
-    /** The standard's {@code CKM_AES_KEY_WRAP}; the vendor's is {@link #AES_KEY_WRAP}. */
+    /**
+     * The standard's {@code CKM_AES_KEY_WRAP}. The name without {@code _STD} misleads: {@link #AES_KEY_WRAP}
+     * has the vendor's value.
+     */
     public static final long AES_KEY_WRAP_STD = 0x2109L;
-    /** The standard's {@code CKM_AES_KEY_WRAP_PAD}; the vendor's is {@link #AES_KEY_WRAP_PAD}. */
+    /**
+     * The standard's {@code CKM_AES_KEY_WRAP_PAD}. The name without {@code _STD} misleads:
+     * {@link #AES_KEY_WRAP_PAD} has the vendor's value.
+     */
     public static final long AES_KEY_WRAP_PAD_STD = 0x210AL;
     /** {@code CKM_RSA_PKCS_TPM_1_1} */
     public static final long RSA_PKCS_TPM_1_1 = 0x4001L;
@@ -901,13 +973,19 @@ public final class CKM {
     public static final long HSS = 0x4033L;
 
     // Of the vendor
-    /** The vendor's {@code CKM_DSA_SHA224}; the standard's is {@link #DSA_SHA224_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_DSA_SHA224}. Other modules do not know this value; with
+     * them, use {@link #DSA_SHA224_STD}, the standard's.
+     */
     public static final long DSA_SHA224 = 0x80000032L;
     /** {@code CKM_DSA_SHA1_PKCS} */
     public static final long DSA_SHA1_PKCS = 0x80000013L;
     /** {@code CKM_DSA_SHA224_PKCS} */
     public static final long DSA_SHA224_PKCS = 0x80000033L;
-    /** The vendor's {@code CKM_DSA_SHA256}; the standard's is {@link #DSA_SHA256_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_DSA_SHA256}. Other modules do not know this value; with
+     * them, use {@link #DSA_SHA256_STD}, the standard's.
+     */
     public static final long DSA_SHA256 = 0x80000034L;
     /** {@code CKM_DSA_SHA256_PKCS} */
     public static final long DSA_SHA256_PKCS = 0x80000035L;
@@ -991,7 +1069,10 @@ public final class CKM {
     public static final long KEY_TRANSLATION = 0x8000001BL;
     /** {@code CKM_OS_UPGRADE} */
     public static final long OS_UPGRADE = 0x80000990L;
-    /** The vendor's {@code CKM_DES_OFB64}; the standard's is {@link #DES_OFB64_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_DES_OFB64}. Other modules do not know this value; with
+     * them, use {@link #DES_OFB64_STD}, the standard's.
+     */
     public static final long DES_OFB64 = 0x80000940L;
     /** {@code CKM_DES3_OFB64} */
     public static final long DES3_OFB64 = 0x80000941L;
@@ -1021,19 +1102,37 @@ public final class CKM {
     public static final long VISA_CVV = 0x800009B0L;
     /** {@code CKM_ZKA_MDC_2_KEY_DERIVATION} */
     public static final long ZKA_MDC_2_KEY_DERIVATION = 0x800009C0L;
-    /** The vendor's {@code CKM_SEED_KEY_GEN}; the standard's is {@link #SEED_KEY_GEN_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_SEED_KEY_GEN}. Other modules do not know this value; with
+     * them, use {@link #SEED_KEY_GEN_STD}, the standard's.
+     */
     public static final long SEED_KEY_GEN = 0x800009D0L;
-    /** The vendor's {@code CKM_SEED_ECB}; the standard's is {@link #SEED_ECB_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_SEED_ECB}. Other modules do not know this value; with
+     * them, use {@link #SEED_ECB_STD}, the standard's.
+     */
     public static final long SEED_ECB = 0x800009D1L;
-    /** The vendor's {@code CKM_SEED_CBC}; the standard's is {@link #SEED_CBC_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_SEED_CBC}. Other modules do not know this value; with
+     * them, use {@link #SEED_CBC_STD}, the standard's.
+     */
     public static final long SEED_CBC = 0x800009D2L;
-    /** The vendor's {@code CKM_SEED_MAC}; the standard's is {@link #SEED_MAC_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_SEED_MAC}. Other modules do not know this value; with
+     * them, use {@link #SEED_MAC_STD}, the standard's.
+     */
     public static final long SEED_MAC = 0x800009D3L;
-    /** The vendor's {@code CKM_SEED_MAC_GENERAL}; the standard's is {@link #SEED_MAC_GENERAL_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_SEED_MAC_GENERAL}. Other modules do not know this value;
+     * with them, use {@link #SEED_MAC_GENERAL_STD}, the standard's.
+     */
     public static final long SEED_MAC_GENERAL = 0x800009D4L;
     /** {@code CKM_SEED_ECB_PAD} */
     public static final long SEED_ECB_PAD = 0x800009D5L;
-    /** The vendor's {@code CKM_SEED_CBC_PAD}; the standard's is {@link #SEED_CBC_PAD_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_SEED_CBC_PAD}. Other modules do not know this value; with
+     * them, use {@link #SEED_CBC_PAD_STD}, the standard's.
+     */
     public static final long SEED_CBC_PAD = 0x800009D6L;
     /** {@code CKM_REPLICATE_TOKEN_RSA_AES} */
     public static final long REPLICATE_TOKEN_RSA_AES = 0x800009E0L;
@@ -1049,13 +1148,25 @@ public final class CKM {
     public static final long ECIES = 0x80000A00L;
     /** {@code CKM_SET_ATTRIBUTES} */
     public static final long SET_ATTRIBUTES = 0x80000A10L;
-    /** The vendor's {@code CKM_ECDSA_SHA224}; the standard's is {@link #ECDSA_SHA224_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_ECDSA_SHA224}. Other modules do not know this value; with
+     * them, use {@link #ECDSA_SHA224_STD}, the standard's.
+     */
     public static final long ECDSA_SHA224 = 0x80000122L;
-    /** The vendor's {@code CKM_ECDSA_SHA256}; the standard's is {@link #ECDSA_SHA256_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_ECDSA_SHA256}. Other modules do not know this value; with
+     * them, use {@link #ECDSA_SHA256_STD}, the standard's.
+     */
     public static final long ECDSA_SHA256 = 0x80000123L;
-    /** The vendor's {@code CKM_ECDSA_SHA384}; the standard's is {@link #ECDSA_SHA384_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_ECDSA_SHA384}. Other modules do not know this value; with
+     * them, use {@link #ECDSA_SHA384_STD}, the standard's.
+     */
     public static final long ECDSA_SHA384 = 0x80000124L;
-    /** The vendor's {@code CKM_ECDSA_SHA512}; the standard's is {@link #ECDSA_SHA512_STD}. */
+    /**
+     * A name that misleads: the vendor's {@code CKM_ECDSA_SHA512}. Other modules do not know this value; with
+     * them, use {@link #ECDSA_SHA512_STD}, the standard's.
+     */
     public static final long ECDSA_SHA512 = 0x80000125L;
 
     private CKM() {
