@@ -61,6 +61,7 @@ typedef CK_ULONG CK_MECHANISM_TYPE;
 typedef CK_ULONG CK_RSA_PKCS_MGF_TYPE;
 typedef CK_ULONG CK_RSA_PKCS_OAEP_SOURCE_TYPE;
 typedef CK_ULONG CK_EC_KDF_TYPE;
+typedef CK_ULONG CK_X9_42_DH_KDF_TYPE;
 typedef CK_ULONG CK_MAC_GENERAL_PARAMS;
 typedef CK_ULONG CK_EXTRACT_PARAMS;
 typedef CK_ULONG CK_RC2_PARAMS;
@@ -1356,6 +1357,86 @@ typedef struct CK_ECDH1_DERIVE_PARAMS {
     CK_BYTE_PTR pPublicData; /**< the other party's public point */
 } CK_ECDH1_DERIVE_PARAMS;
 typedef CK_ECDH1_DERIVE_PARAMS* CK_ECDH1_DERIVE_PARAMS_PTR;
+
+/** CKM_AES_GCM, PKCS#11 v2.40 with errata and later. */
+typedef struct CK_GCM_PARAMS {
+    CK_BYTE_PTR pIv;
+    CK_ULONG ulIvLen;
+    CK_ULONG ulIvBits; /**< bits */
+    CK_BYTE_PTR pAAD;
+    CK_ULONG ulAADLen;
+    CK_ULONG ulTagBits; /**< bits */
+} CK_GCM_PARAMS;
+typedef CK_GCM_PARAMS* CK_GCM_PARAMS_PTR;
+
+/** CKM_AES_GCM as the header of PKCS#11 v2.40 has it, for modules that were built with it. */
+typedef struct CK_GCM_PARAMS_OLD {
+    CK_BYTE_PTR pIv;
+    CK_ULONG ulIvLen;
+    CK_BYTE_PTR pAAD;
+    CK_ULONG ulAADLen;
+    CK_ULONG ulTagBits; /**< bits */
+} CK_GCM_PARAMS_OLD;
+typedef CK_GCM_PARAMS_OLD* CK_GCM_PARAMS_OLD_PTR;
+
+typedef struct CK_CCM_PARAMS {
+    CK_ULONG ulDataLen; /**< length of the clear text */
+    CK_BYTE_PTR pNonce;
+    CK_ULONG ulNonceLen;
+    CK_BYTE_PTR pAAD;
+    CK_ULONG ulAADLen;
+    CK_ULONG ulMACLen;
+} CK_CCM_PARAMS;
+typedef CK_CCM_PARAMS* CK_CCM_PARAMS_PTR;
+
+typedef struct CK_AES_CTR_PARAMS {
+    CK_ULONG ulCounterBits; /**< bits */
+    CK_BYTE cb[16];         /**< the first counter block */
+} CK_AES_CTR_PARAMS;
+typedef CK_AES_CTR_PARAMS* CK_AES_CTR_PARAMS_PTR;
+
+typedef struct CK_SALSA20_CHACHA20_POLY1305_PARAMS {
+    CK_BYTE_PTR pNonce;
+    CK_ULONG ulNonceLen;
+    CK_BYTE_PTR pAAD;
+    CK_ULONG ulAADLen;
+} CK_SALSA20_CHACHA20_POLY1305_PARAMS;
+typedef CK_SALSA20_CHACHA20_POLY1305_PARAMS* CK_SALSA20_CHACHA20_POLY1305_PARAMS_PTR;
+
+typedef struct CK_HKDF_PARAMS {
+    CK_BBOOL bExtract;
+    CK_BBOOL bExpand;
+    CK_MECHANISM_TYPE prfHashMechanism;
+    CK_ULONG ulSaltType;
+    CK_BYTE_PTR pSalt;
+    CK_ULONG ulSaltLen;
+    CK_OBJECT_HANDLE hSaltKey;
+    CK_BYTE_PTR pInfo;
+    CK_ULONG ulInfoLen;
+} CK_HKDF_PARAMS;
+typedef CK_HKDF_PARAMS* CK_HKDF_PARAMS_PTR;
+
+typedef struct CK_EDDSA_PARAMS {
+    CK_BBOOL phFlag; /**< true: the input is hashed first */
+    CK_ULONG ulContextDataLen;
+    CK_BYTE_PTR pContextData;
+} CK_EDDSA_PARAMS;
+typedef CK_EDDSA_PARAMS* CK_EDDSA_PARAMS_PTR;
+
+typedef struct CK_X9_42_DH1_DERIVE_PARAMS {
+    CK_X9_42_DH_KDF_TYPE kdf;
+    CK_ULONG ulOtherInfoLen;
+    CK_BYTE_PTR pOtherInfo;
+    CK_ULONG ulPublicDataLen;
+    CK_BYTE_PTR pPublicData; /**< the other party's public value */
+} CK_X9_42_DH1_DERIVE_PARAMS;
+typedef CK_X9_42_DH1_DERIVE_PARAMS* CK_X9_42_DH1_DERIVE_PARAMS_PTR;
+
+typedef struct CK_RSA_AES_KEY_WRAP_PARAMS {
+    CK_ULONG ulAESKeyBits; /**< bits */
+    CK_RSA_PKCS_OAEP_PARAMS_PTR pOAEPParams;
+} CK_RSA_AES_KEY_WRAP_PARAMS;
+typedef CK_RSA_AES_KEY_WRAP_PARAMS* CK_RSA_AES_KEY_WRAP_PARAMS_PTR;
 /** @} */
 
 /**
@@ -1884,6 +1965,15 @@ ZERLIN_LAYOUT(sizeof(CK_REPLICATE_TOKEN_PARAMS), 16, 16);
 ZERLIN_LAYOUT(sizeof(CK_SECRET_SHARE_PARAMS), 8, 16);
 ZERLIN_LAYOUT(sizeof(CK_ECIES_PARAMS), 44, 88);
 ZERLIN_LAYOUT(sizeof(CK_ECDH1_DERIVE_PARAMS), 20, 40);
+ZERLIN_LAYOUT(sizeof(CK_GCM_PARAMS), 24, 48);
+ZERLIN_LAYOUT(sizeof(CK_GCM_PARAMS_OLD), 20, 40);
+ZERLIN_LAYOUT(sizeof(CK_CCM_PARAMS), 24, 48);
+ZERLIN_LAYOUT(sizeof(CK_AES_CTR_PARAMS), 20, 24);
+ZERLIN_LAYOUT(sizeof(CK_SALSA20_CHACHA20_POLY1305_PARAMS), 16, 32);
+ZERLIN_LAYOUT(sizeof(CK_HKDF_PARAMS), 32, 64);
+ZERLIN_LAYOUT(sizeof(CK_EDDSA_PARAMS), 12, 24);
+ZERLIN_LAYOUT(sizeof(CK_X9_42_DH1_DERIVE_PARAMS), 20, 40);
+ZERLIN_LAYOUT(sizeof(CK_RSA_AES_KEY_WRAP_PARAMS), 8, 16);
 ZERLIN_LAYOUT(offsetof(CK_INFO, flags), 36, 40);
 ZERLIN_LAYOUT(offsetof(CK_INFO, libraryVersion), 72, 80);
 ZERLIN_LAYOUT(offsetof(CK_SLOT_INFO, hardwareVersion), 100, 104);
@@ -1896,6 +1986,9 @@ ZERLIN_LAYOUT(offsetof(CK_PP_LOAD_SECRET_PARAMS, cConvert), 1, 1);
 ZERLIN_LAYOUT(offsetof(CK_PP_LOAD_SECRET_PARAMS, cTimeout), 2, 2);
 ZERLIN_LAYOUT(offsetof(CK_PP_LOAD_SECRET_PARAMS, prompt), 4, 8);
 ZERLIN_LAYOUT(offsetof(CK_TIMESTAMP_PARAMS, timestampFormat), 4, 8);
+ZERLIN_LAYOUT(offsetof(CK_GCM_PARAMS, ulIvBits), 8, 16);
+ZERLIN_LAYOUT(offsetof(CK_HKDF_PARAMS, prfHashMechanism), 4, 8);
+ZERLIN_LAYOUT(offsetof(CK_EDDSA_PARAMS, ulContextDataLen), 4, 8);
 ZERLIN_LAYOUT(offsetof(CK_FUNCTION_LIST, C_Initialize), 4, 8);
 ZERLIN_LAYOUT(offsetof(CK_FUNCTION_LIST, C_WaitForSlotEvent), 272, 544);
 #undef ZERLIN_LAYOUT

@@ -66,6 +66,9 @@ bool convertTemplate(JNIEnv* env, CallMemory* memory, jobjectArray array, CK_ULO
 // UnsupportedOperationException for another class.
 bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, NewValue& made);
 
+// The same for a value whose row among those classes is known.
+bool convertValueOfRow(JNIEnv* env, CallMemory* memory, std::size_t row, jobject value, NewValue& made);
+
 // Moves the value behind a fence where the Cryptoki library is told a length that is above its size.
 bool fence(JNIEnv* env, CallMemory& memory, CK_ULONG declared, NewValue& made);
 

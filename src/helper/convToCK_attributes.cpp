@@ -132,14 +132,9 @@ bool convertObject(JNIEnv* env, CallMemory* memory, std::size_t likely, jobject 
     made = {};
     if (value == nullptr) return true;
     const std::size_t row = valueClassOf(env, VALUE_ROWS, value, likely);
-    if (row == VALUE_ROWS) {
-        throwUnsupportedClass(env, "No Conversion from %s to a CK type", value);
-        return false;
-    }
-    const ValueClass& valueClass = VALUE_CLASSES[row];
-    made = convertValue(env, memory, valueClass, value);
-    // Only an array of objects leaves a buffer when it fails.
-    return valueClass.kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : made.data != nullptr;
+    if (row != VALUE_ROWS) return convertValueOfRow(env, memory, row, value, made);
+    throwUnsupportedClass(env, "No Conversion from %s to a CK type", value);
+    return false;
 }
 
 // The object is a CK_ATTRIBUTE or null. False with an exception pending; the record may have a value all the
@@ -179,6 +174,14 @@ bool fence(JNIEnv* env, CallMemory& memory, CK_ULONG declared, NewValue& made)
     made.data = std::memcpy(fenced, made.data, made.size);
     made.size = CallMemory::fencedSize(made.size, declared);
     return true;
+}
+
+bool convertValueOfRow(JNIEnv* env, CallMemory* memory, std::size_t row, jobject value, NewValue& made)
+{
+    const ValueClass& valueClass = VALUE_CLASSES[row];
+    made = convertValue(env, memory, valueClass, value);
+    // Only an array of objects leaves a buffer when it fails.
+    return valueClass.kind == ValueKind::MechanismTypeArray ? !env->ExceptionCheck() : made.data != nullptr;
 }
 
 bool convertBareValue(JNIEnv* env, CallMemory* memory, jobject value, NewValue& made)

@@ -22,6 +22,7 @@ inline constexpr char MECHANISM_TYPE[] = "Lhalvorn/zerlin/constants/CK_MECHANISM
 inline constexpr char MECHANISM_TYPE_ARRAY[] = "[Lhalvorn/zerlin/constants/CK_MECHANISM_TYPE;";
 inline constexpr char OAEP_SOURCE_TYPE[] = "Lhalvorn/zerlin/constants/CK_RSA_PKCS_OAEP_SOURCE_TYPE;";
 inline constexpr char STATE[] = "Lhalvorn/zerlin/constants/CK_STATE;";
+inline constexpr char RSA_PKCS_OAEP_PARAMS[] = "Lhalvorn/zerlin/params/CK_RSA_PKCS_OAEP_PARAMS;";
 inline constexpr char SSL3_RANDOM_DATA[] = "Lhalvorn/zerlin/params/CK_SSL3_RANDOM_DATA;";
 inline constexpr char SSL3_KEY_MAT_OUT[] = "Lhalvorn/zerlin/params/CK_SSL3_KEY_MAT_OUT;";
 } // namespace type
@@ -388,6 +389,93 @@ struct CK_ECDH1_DERIVE_PARAMS {
 };
 inline constinit CK_ECDH1_DERIVE_PARAMS ECDH1_DERIVE;
 
+struct CK_GCM_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_GCM_PARAMS"};
+    JavaField pIv{cls, "pIv", type::BYTES};
+    JavaField ulIvLen{cls, "ulIvLen", "J"};
+    JavaField ulIvBits{cls, "ulIvBits", "J"};
+    JavaField pAAD{cls, "pAAD", type::BYTES};
+    JavaField ulAADLen{cls, "ulAADLen", "J"};
+    JavaField ulTagBits{cls, "ulTagBits", "J"};
+};
+inline constinit CK_GCM_PARAMS GCM;
+
+struct CK_GCM_PARAMS_OLD {
+    JavaClass cls{"halvorn/zerlin/params/CK_GCM_PARAMS_OLD"};
+    JavaField pIv{cls, "pIv", type::BYTES};
+    JavaField ulIvLen{cls, "ulIvLen", "J"};
+    JavaField pAAD{cls, "pAAD", type::BYTES};
+    JavaField ulAADLen{cls, "ulAADLen", "J"};
+    JavaField ulTagBits{cls, "ulTagBits", "J"};
+};
+inline constinit CK_GCM_PARAMS_OLD GCM_OLD;
+
+struct CK_CCM_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_CCM_PARAMS"};
+    JavaField ulDataLen{cls, "ulDataLen", "J"};
+    JavaField pNonce{cls, "pNonce", type::BYTES};
+    JavaField ulNonceLen{cls, "ulNonceLen", "J"};
+    JavaField pAAD{cls, "pAAD", type::BYTES};
+    JavaField ulAADLen{cls, "ulAADLen", "J"};
+    JavaField ulMACLen{cls, "ulMACLen", "J"};
+};
+inline constinit CK_CCM_PARAMS CCM;
+
+struct CK_AES_CTR_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_AES_CTR_PARAMS"};
+    JavaField ulCounterBits{cls, "ulCounterBits", "J"};
+    JavaField cb{cls, "cb", type::BYTES};
+};
+inline constinit CK_AES_CTR_PARAMS AES_CTR;
+
+struct CK_SALSA20_CHACHA20_POLY1305_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_SALSA20_CHACHA20_POLY1305_PARAMS"};
+    JavaField pNonce{cls, "pNonce", type::BYTES};
+    JavaField ulNonceLen{cls, "ulNonceLen", "J"};
+    JavaField pAAD{cls, "pAAD", type::BYTES};
+    JavaField ulAADLen{cls, "ulAADLen", "J"};
+};
+inline constinit CK_SALSA20_CHACHA20_POLY1305_PARAMS CHACHA20_POLY1305;
+
+struct CK_HKDF_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_HKDF_PARAMS"};
+    JavaField bExtract{cls, "bExtract", type::BBOOL};
+    JavaField bExpand{cls, "bExpand", type::BBOOL};
+    JavaField prfHashMechanism{cls, "prfHashMechanism", type::MECHANISM_TYPE};
+    JavaField ulSaltType{cls, "ulSaltType", "J"};
+    JavaField pSalt{cls, "pSalt", type::BYTES};
+    JavaField ulSaltLen{cls, "ulSaltLen", "J"};
+    JavaField hSaltKey{cls, "hSaltKey", type::OBJECT_HANDLE};
+    JavaField pInfo{cls, "pInfo", type::BYTES};
+    JavaField ulInfoLen{cls, "ulInfoLen", "J"};
+};
+inline constinit CK_HKDF_PARAMS HKDF;
+
+struct CK_EDDSA_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_EDDSA_PARAMS"};
+    JavaField phFlag{cls, "phFlag", type::BBOOL};
+    JavaField ulContextDataLen{cls, "ulContextDataLen", "J"};
+    JavaField pContextData{cls, "pContextData", type::BYTES};
+};
+inline constinit CK_EDDSA_PARAMS EDDSA;
+
+struct CK_X9_42_DH1_DERIVE_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_X9_42_DH1_DERIVE_PARAMS"};
+    JavaField kdf{cls, "kdf", "J"};
+    JavaField ulOtherInfoLen{cls, "ulOtherInfoLen", "J"};
+    JavaField pOtherInfo{cls, "pOtherInfo", type::BYTES};
+    JavaField ulPublicDataLen{cls, "ulPublicDataLen", "J"};
+    JavaField pPublicData{cls, "pPublicData", type::BYTES};
+};
+inline constinit CK_X9_42_DH1_DERIVE_PARAMS X9_42_DH1_DERIVE;
+
+struct CK_RSA_AES_KEY_WRAP_PARAMS {
+    JavaClass cls{"halvorn/zerlin/params/CK_RSA_AES_KEY_WRAP_PARAMS"};
+    JavaField ulAESKeyBits{cls, "ulAESKeyBits", "J"};
+    JavaField pOAEPParams{cls, "pOAEPParams", type::RSA_PKCS_OAEP_PARAMS};
+};
+inline constinit CK_RSA_AES_KEY_WRAP_PARAMS RSA_AES_KEY_WRAP;
+
 // java/lang
 
 struct Object {
@@ -444,6 +532,7 @@ inline constinit JavaClass CHAR_ARRAY{"[C"};
 inline constinit JavaClass INT_ARRAY{"[I"};
 inline constinit JavaClass LONG_ARRAY{"[J"};
 
+inline constinit JavaClass LINKAGE_ERROR{"java/lang/LinkageError"};
 inline constinit JavaClass NULL_POINTER_EXCEPTION{"java/lang/NullPointerException"};
 inline constinit JavaClass OUT_OF_MEMORY_ERROR{"java/lang/OutOfMemoryError"};
 inline constinit JavaClass UNSATISFIED_LINK_ERROR{"java/lang/UnsatisfiedLinkError"};

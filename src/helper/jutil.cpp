@@ -78,6 +78,18 @@ jclass findUnknown(JNIEnv* env, JavaClass& cls)
     return reference;
 }
 
+jclass FindClassIfPresent(JNIEnv* env, JavaClass& cls)
+{
+    const jclass found = FindClass(env, cls);
+    if (found != nullptr) return found;
+    const LocalRef<jthrowable> exception(env, env->ExceptionOccurred());
+    if (exception == nullptr) return nullptr;
+    env->ExceptionClear();
+    if (FindClass(env, java::LINKAGE_ERROR) == nullptr) return nullptr;
+    if (!IsInstanceOf(env, exception, java::LINKAGE_ERROR)) env->Throw(exception);
+    return nullptr;
+}
+
 jfieldID findUnknown(JNIEnv* env, JavaField& field)
 {
     return findMember(env, field, &JNIEnv::GetFieldID, knownFields);

@@ -66,6 +66,16 @@ inline jclass FindClass(JNIEnv* env, JavaClass& cls)
     return known != nullptr ? known : findUnknown(env, cls);
 }
 
+// The same for a class that the jar may not have: a LinkageError is cleared, and null is returned without an
+// exception.
+jclass FindClassIfPresent(JNIEnv* env, JavaClass& cls);
+
+// Whether the class has been found before.
+inline bool isKnown(const JavaClass& cls)
+{
+    return cls.reference.load(std::memory_order_acquire) != nullptr;
+}
+
 // The ID of a field or method, or null with an exception pending. Looks up the class first where need be.
 inline jfieldID GetFieldID(JNIEnv* env, JavaField& field)
 {

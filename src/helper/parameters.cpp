@@ -286,6 +286,107 @@ constexpr Member ECDH1_DERIVE_MEMBERS[] = {
 constexpr Structure ECDH1_DERIVE = {"CK_ECDH1_DERIVE_PARAMS", java::ECDH1_DERIVE.cls,
     sizeof(CK_ECDH1_DERIVE_PARAMS), ECDH1_DERIVE_MEMBERS, "convertEcDhParams", "freeEcDhParams"};
 
+constexpr Member GCM_MEMBERS[] = {
+    {java::GCM.pIv, Bytes, offsetof(CK_GCM_PARAMS, pIv), offsetof(CK_GCM_PARAMS, ulIvLen)},
+    {java::GCM.ulIvLen, Number, offsetof(CK_GCM_PARAMS, ulIvLen), 0, "ckpParam->ulIvLen == ckTemp"},
+    {java::GCM.ulIvBits, Number, offsetof(CK_GCM_PARAMS, ulIvBits)},
+    {java::GCM.pAAD, Bytes, offsetof(CK_GCM_PARAMS, pAAD), offsetof(CK_GCM_PARAMS, ulAADLen)},
+    {java::GCM.ulAADLen, Number, offsetof(CK_GCM_PARAMS, ulAADLen), 0, "ckpParam->ulAADLen == ckTemp"},
+    {java::GCM.ulTagBits, Number, offsetof(CK_GCM_PARAMS, ulTagBits)},
+};
+constexpr Structure GCM = {
+    "CK_GCM_PARAMS", java::GCM.cls, sizeof(CK_GCM_PARAMS), GCM_MEMBERS, "convertGcmParams", "freeGcmParams"};
+
+constexpr Member GCM_OLD_MEMBERS[] = {
+    {java::GCM_OLD.pIv, Bytes, offsetof(CK_GCM_PARAMS_OLD, pIv), offsetof(CK_GCM_PARAMS_OLD, ulIvLen)},
+    {java::GCM_OLD.ulIvLen, Number, offsetof(CK_GCM_PARAMS_OLD, ulIvLen), 0, "ckpParam->ulIvLen == ckTemp"},
+    {java::GCM_OLD.pAAD, Bytes, offsetof(CK_GCM_PARAMS_OLD, pAAD), offsetof(CK_GCM_PARAMS_OLD, ulAADLen)},
+    {java::GCM_OLD.ulAADLen, Number, offsetof(CK_GCM_PARAMS_OLD, ulAADLen), 0,
+        "ckpParam->ulAADLen == ckTemp"},
+    {java::GCM_OLD.ulTagBits, Number, offsetof(CK_GCM_PARAMS_OLD, ulTagBits)},
+};
+constexpr Structure GCM_OLD = {"CK_GCM_PARAMS_OLD", java::GCM_OLD.cls, sizeof(CK_GCM_PARAMS_OLD),
+    GCM_OLD_MEMBERS, "convertGcmOldParams", "freeGcmOldParams"};
+
+constexpr Member CCM_MEMBERS[] = {
+    {java::CCM.ulDataLen, Number, offsetof(CK_CCM_PARAMS, ulDataLen)},
+    {java::CCM.pNonce, Bytes, offsetof(CK_CCM_PARAMS, pNonce), offsetof(CK_CCM_PARAMS, ulNonceLen)},
+    {java::CCM.ulNonceLen, Number, offsetof(CK_CCM_PARAMS, ulNonceLen), 0, "ckpParam->ulNonceLen == ckTemp"},
+    {java::CCM.pAAD, Bytes, offsetof(CK_CCM_PARAMS, pAAD), offsetof(CK_CCM_PARAMS, ulAADLen)},
+    {java::CCM.ulAADLen, Number, offsetof(CK_CCM_PARAMS, ulAADLen), 0, "ckpParam->ulAADLen == ckTemp"},
+    {java::CCM.ulMACLen, Number, offsetof(CK_CCM_PARAMS, ulMACLen)},
+};
+constexpr Structure CCM = {
+    "CK_CCM_PARAMS", java::CCM.cls, sizeof(CK_CCM_PARAMS), CCM_MEMBERS, "convertCcmParams", "freeCcmParams"};
+
+constexpr Member AES_CTR_MEMBERS[] = {
+    {java::AES_CTR.ulCounterBits, Number, offsetof(CK_AES_CTR_PARAMS, ulCounterBits)},
+    {java::AES_CTR.cb, Array, offsetof(CK_AES_CTR_PARAMS, cb), 16},
+};
+constexpr Structure AES_CTR = {"CK_AES_CTR_PARAMS", java::AES_CTR.cls, sizeof(CK_AES_CTR_PARAMS),
+    AES_CTR_MEMBERS, "convertAesCtrParams", "freeAesCtrParams"};
+
+constexpr Member CHACHA20_POLY1305_MEMBERS[] = {
+    {java::CHACHA20_POLY1305.pNonce, Bytes, offsetof(CK_SALSA20_CHACHA20_POLY1305_PARAMS, pNonce),
+        offsetof(CK_SALSA20_CHACHA20_POLY1305_PARAMS, ulNonceLen)},
+    {java::CHACHA20_POLY1305.ulNonceLen, Number, offsetof(CK_SALSA20_CHACHA20_POLY1305_PARAMS, ulNonceLen), 0,
+        "ckpParam->ulNonceLen == ckTemp"},
+    {java::CHACHA20_POLY1305.pAAD, Bytes, offsetof(CK_SALSA20_CHACHA20_POLY1305_PARAMS, pAAD),
+        offsetof(CK_SALSA20_CHACHA20_POLY1305_PARAMS, ulAADLen)},
+    {java::CHACHA20_POLY1305.ulAADLen, Number, offsetof(CK_SALSA20_CHACHA20_POLY1305_PARAMS, ulAADLen), 0,
+        "ckpParam->ulAADLen == ckTemp"},
+};
+constexpr Structure CHACHA20_POLY1305 = {"CK_SALSA20_CHACHA20_POLY1305_PARAMS", java::CHACHA20_POLY1305.cls,
+    sizeof(CK_SALSA20_CHACHA20_POLY1305_PARAMS), CHACHA20_POLY1305_MEMBERS,
+    "convertSalsa20Chacha20Poly1305Params", "freeSalsa20Chacha20Poly1305Params"};
+
+constexpr Member HKDF_MEMBERS[] = {
+    {java::HKDF.bExtract, BBool, offsetof(CK_HKDF_PARAMS, bExtract)},
+    {java::HKDF.bExpand, BBool, offsetof(CK_HKDF_PARAMS, bExpand)},
+    {java::HKDF.prfHashMechanism, MechanismType, offsetof(CK_HKDF_PARAMS, prfHashMechanism)},
+    {java::HKDF.ulSaltType, Number, offsetof(CK_HKDF_PARAMS, ulSaltType)},
+    {java::HKDF.pSalt, Bytes, offsetof(CK_HKDF_PARAMS, pSalt), offsetof(CK_HKDF_PARAMS, ulSaltLen)},
+    {java::HKDF.ulSaltLen, Number, offsetof(CK_HKDF_PARAMS, ulSaltLen), 0, "ckpParam->ulSaltLen == ckTemp"},
+    {java::HKDF.hSaltKey, ObjectHandle, offsetof(CK_HKDF_PARAMS, hSaltKey)},
+    {java::HKDF.pInfo, Bytes, offsetof(CK_HKDF_PARAMS, pInfo), offsetof(CK_HKDF_PARAMS, ulInfoLen)},
+    {java::HKDF.ulInfoLen, Number, offsetof(CK_HKDF_PARAMS, ulInfoLen), 0, "ckpParam->ulInfoLen == ckTemp"},
+};
+constexpr Structure HKDF = {"CK_HKDF_PARAMS", java::HKDF.cls, sizeof(CK_HKDF_PARAMS), HKDF_MEMBERS,
+    "convertHkdfParams", "freeHkdfParams"};
+
+constexpr Member EDDSA_MEMBERS[] = {
+    {java::EDDSA.phFlag, BBool, offsetof(CK_EDDSA_PARAMS, phFlag)},
+    {java::EDDSA.ulContextDataLen, Number, offsetof(CK_EDDSA_PARAMS, ulContextDataLen)},
+    {java::EDDSA.pContextData, BytesIfCounted, offsetof(CK_EDDSA_PARAMS, pContextData),
+        offsetof(CK_EDDSA_PARAMS, ulContextDataLen), "ckpParam->ulContextDataLen == ckTemp || ckTemp == 0"},
+};
+constexpr Structure EDDSA = {"CK_EDDSA_PARAMS", java::EDDSA.cls, sizeof(CK_EDDSA_PARAMS), EDDSA_MEMBERS,
+    "convertEdDsaParams", "freeEdDsaParams"};
+
+constexpr Member X9_42_DH1_DERIVE_MEMBERS[] = {
+    {java::X9_42_DH1_DERIVE.kdf, Number, offsetof(CK_X9_42_DH1_DERIVE_PARAMS, kdf)},
+    {java::X9_42_DH1_DERIVE.ulOtherInfoLen, Number, offsetof(CK_X9_42_DH1_DERIVE_PARAMS, ulOtherInfoLen)},
+    {java::X9_42_DH1_DERIVE.pOtherInfo, BytesIfCounted, offsetof(CK_X9_42_DH1_DERIVE_PARAMS, pOtherInfo),
+        offsetof(CK_X9_42_DH1_DERIVE_PARAMS, ulOtherInfoLen),
+        "ckpParam->ulOtherInfoLen == ckTemp || ckTemp == 0"},
+    {java::X9_42_DH1_DERIVE.ulPublicDataLen, Number, offsetof(CK_X9_42_DH1_DERIVE_PARAMS, ulPublicDataLen)},
+    {java::X9_42_DH1_DERIVE.pPublicData, BytesIfCounted, offsetof(CK_X9_42_DH1_DERIVE_PARAMS, pPublicData),
+        offsetof(CK_X9_42_DH1_DERIVE_PARAMS, ulPublicDataLen),
+        "ckpParam->ulPublicDataLen == ckTemp || ckTemp == 0"},
+};
+constexpr Structure X9_42_DH1_DERIVE = {"CK_X9_42_DH1_DERIVE_PARAMS", java::X9_42_DH1_DERIVE.cls,
+    sizeof(CK_X9_42_DH1_DERIVE_PARAMS), X9_42_DH1_DERIVE_MEMBERS, "convertX942Dh1DeriveParams",
+    "freeX942Dh1DeriveParams"};
+
+constexpr Member RSA_AES_KEY_WRAP_MEMBERS[] = {
+    {java::RSA_AES_KEY_WRAP.ulAESKeyBits, Number, offsetof(CK_RSA_AES_KEY_WRAP_PARAMS, ulAESKeyBits)},
+    {java::RSA_AES_KEY_WRAP.pOAEPParams, Pointed, offsetof(CK_RSA_AES_KEY_WRAP_PARAMS, pOAEPParams), 0,
+        nullptr, &RSA_PKCS_OAEP},
+};
+constexpr Structure RSA_AES_KEY_WRAP = {"CK_RSA_AES_KEY_WRAP_PARAMS", java::RSA_AES_KEY_WRAP.cls,
+    sizeof(CK_RSA_AES_KEY_WRAP_PARAMS), RSA_AES_KEY_WRAP_MEMBERS, "convertRsaAesKeyWrapParams",
+    "freeRsaAesKeyWrapParams"};
+
 // The two parameters that are no structures: a Long, and an object handle, which is only ever created.
 constexpr Structure LONG = {"CK_ULONG", java::LONG.cls, sizeof(CK_ULONG), {}, "convertLongParam",
     "freeLongParam", "convertLongParams"};
@@ -327,6 +428,20 @@ constexpr auto parameterClasses(std::index_sequence<row...>)
 }
 constexpr auto PARAMETER_CLASSES = parameterClasses(std::make_index_sequence<std::size(s_converters)>());
 constinit JavaClassGroup parameterClassGroup{PARAMETER_CLASSES};
+
+// The parameters of modern mechanisms: tested last, so that nothing else depends on whether the jar has their
+// classes.
+constexpr const Structure* MODERN[] = {
+    &GCM,
+    &GCM_OLD,
+    &CCM,
+    &AES_CTR,
+    &CHACHA20_POLY1305,
+    &HKDF,
+    &EDDSA,
+    &X9_42_DH1_DERIVE,
+    &RSA_AES_KEY_WRAP,
+};
 
 // To Java: the mechanism and the size of its native parameter decide.
 struct MechanismParameter {
@@ -519,6 +634,25 @@ const Structure* structureOf(JNIEnv* env, jobject parameter)
     return row == std::end(s_converters) ? nullptr : *row;
 }
 
+const Structure* modernStructureOf(JNIEnv* env, jobject parameter)
+{
+    for (const Structure* const structure : MODERN) {
+        const bool isFound = FindClassIfPresent(env, structure->cls) != nullptr;
+        if (isFound && IsInstanceOf(env, parameter, structure->cls)) return structure;
+        if (!isFound && env->ExceptionCheck()) return nullptr;
+    }
+    throwUnsupportedClass(env, "No Conversion from %s to a CK type", parameter);
+    return nullptr;
+}
+
+const Structure* knownModernStructureOf(JNIEnv* env, jobject parameter)
+{
+    const auto* const row = std::ranges::find_if(MODERN, [&](const Structure* structure) {
+        return isKnown(structure->cls) && IsInstanceOf(env, parameter, structure->cls);
+    });
+    return row == std::end(MODERN) ? nullptr : *row;
+}
+
 const Structure* structureOf(CK_MECHANISM_TYPE mechanism, CK_ULONG size)
 {
     const auto* const row = std::ranges::find_if(s_mechanisms, [&](const MechanismParameter& parameter) {
@@ -541,8 +675,8 @@ jlong parameterSize(JNIEnv* env, jobject parameter)
     const auto* const row = std::ranges::find_if(
         SIZES, [&](const SizeRow& size) { return IsInstanceOf(env, parameter, size.cls); });
     if (row != std::end(SIZES)) return sizeOf(env, *row, parameter);
-    throwUnsupportedClass(env, "No Conversion from %s to a CK type", parameter);
-    return 0;
+    const Structure* const modern = modernStructureOf(env, parameter);
+    return modern == nullptr ? 0 : static_cast<jlong>(modern->size);
 }
 
 } // namespace zerlin

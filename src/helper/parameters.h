@@ -85,6 +85,13 @@ bool findParameterClasses(JNIEnv* env);
 // The structure of a Java parameter by its class, or null. The classes have been found.
 const Structure* structureOf(JNIEnv* env, jobject parameter);
 
+// The same for a parameter that would otherwise be refused: that of a modern mechanism. Only here are their
+// classes looked up, and one that the jar does not have is no error. Null with an exception pending.
+const Structure* modernStructureOf(JNIEnv* env, jobject parameter);
+
+// The same by those of their classes that have been found, or null.
+const Structure* knownModernStructureOf(JNIEnv* env, jobject parameter);
+
 // The structure of a native parameter by its mechanism and size, or null.
 const Structure* structureOf(CK_MECHANISM_TYPE mechanism, CK_ULONG size);
 

@@ -344,7 +344,13 @@ bool convertParameter(
         return made.data != nullptr;
     }
     structure = structureOf(env, object);
-    if (structure == nullptr) return convertBareValue(env, memory, object, made);
+    if (structure == nullptr) {
+        if (!FindClasses(env, READABLE_VALUES)) return false;
+        const std::size_t row = valueClassOf(env, VALUE_ROWS, object);
+        if (row != VALUE_ROWS) return convertValueOfRow(env, memory, row, object, made);
+        structure = modernStructureOf(env, object);
+        if (structure == nullptr) return false;
+    }
     made.data =
         structure->members.empty()
             ? newUnboxedValue(env, memory, object, java::LONG.longValue, &JNIEnv::CallLongMethod, longToCK)
@@ -504,7 +510,8 @@ void FreeCKMechanismParameter(JNIEnv* env, jobject jMechanism, CK_MECHANISM_PTR 
     if (FindClass(env, java::MECHANISM.cls) == nullptr) return;
     const LocalRef<jobject> object(env, GetObjectField(env, jMechanism, java::MECHANISM.pParameter));
     if (object == nullptr || !findParameterClasses(env)) return;
-    const Structure* const structure = structureOf(env, object);
+    const Structure* structure = structureOf(env, object);
+    if (structure == nullptr) structure = knownModernStructureOf(env, object);
     if (pending.exception == nullptr) assertParameterLength(structure, mechanism->ulParameterLen);
     freeMechanismParameter(structure, mechanism->pParameter);
 }
