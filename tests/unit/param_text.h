@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <span>
 #include <sstream>
 
 namespace jni {
@@ -121,14 +122,31 @@ inline const ParamRow PARAMS[] = {
     ROW(CK_SECRET_SHARE_PARAMS, "5 3"),
     ROW(CK_ECIES_PARAMS, "1 2 2 [0102] 3 4 5 6 7 1 [03]"),
     ROW(CK_ECDH1_DERIVE_PARAMS, "1 2 [0102] 3 [030405]"),
+    // Those of modern mechanisms.
+    ROW(CK_GCM_PARAMS, "[010203] 3 24 [0405] 2 128"),
+    ROW(CK_GCM_PARAMS_OLD, "[010203] 3 [0405] 2 128"),
+    ROW(CK_CCM_PARAMS, "7 [010203] 3 [0405] 2 16"),
+    ROW(CK_AES_CTR_PARAMS, "32 [0102030405060708090a0b0c0d0e0f10]", "32 .0102030405060708090a0b0c0d0e0f10"),
+    ROW(CK_SALSA20_CHACHA20_POLY1305_PARAMS, "[010203] 3 [0405] 2"),
+    ROW(CK_HKDF_PARAMS, "0 1 592 2 [010203] 3 9 [0405] 2", ".0001 592 2 [010203] 3 9 [0405] 2"),
+    ROW(CK_EDDSA_PARAMS, "1 2 [0102]"),
+    ROW(CK_X9_42_DH1_DERIVE_PARAMS, "1 2 [0102] 3 [030405]"),
+    ROW(CK_RSA_AES_KEY_WRAP_PARAMS, "256 CK_RSA_PKCS_OAEP_PARAMS 544 1 2 [616263] 3",
+        "256 ( 544 1 2 [616263] 3 )"),
 };
 #undef ROW
+inline const std::span MODERN = std::span(PARAMS).last(9);
+
+// "CK_VERSION"
+inline std::string classOf(const std::string& java)
+{
+    return java.substr(0, java.find(' '));
+}
 
 // The row of the parameter's class.
 inline const ParamRow& rowOf(const std::string& java)
 {
-    return *std::ranges::find_if(PARAMS,
-        [&](const ParamRow& row) { return java.starts_with(row.java.substr(0, row.java.find(' '))); });
+    return *std::ranges::find(PARAMS, classOf(java), [](const ParamRow& row) { return classOf(row.java); });
 }
 
 // The row's parameter, with that many equal bytes in each of its arrays.
