@@ -7,7 +7,7 @@ import static org.junit.platform.commons.support.ReflectionSupport.*;
 import static token.FreshToken.ascii;
 
 import halvorn.zerlin.constants.*;
-import halvorn.zerlin.params.CK_SSL3_KEY_MAT_OUT;
+import halvorn.zerlin.params.*;
 
 import java.lang.reflect.*;
 import java.nio.file.*;
@@ -42,6 +42,7 @@ class JavaClassesTest {
                     : type == int.class ? (Object) number : type == long.class ? (Object) (long) number
                     : type == CK_OBJECT_HANDLE.class ? new CK_OBJECT_HANDLE(number)
                     : type == CK_MECHANISM_TYPE.class ? new CK_MECHANISM_TYPE(number)
+                    : type == CK_RSA_PKCS_OAEP_PARAMS.class ? new CK_RSA_PKCS_OAEP_PARAMS(number, number + 1, null)
                     : type == CK_ATTRIBUTE[].class ? new CK_ATTRIBUTE[] {new CK_ATTRIBUTE(CKA.LABEL, secret)} : secret);
         }
         return widest.newInstance(arguments.toArray());
