@@ -6,4 +6,5 @@ module halvorn.zerlin {
     exports halvorn.zerlin;
     exports halvorn.zerlin.constants;
     exports halvorn.zerlin.params;
+    exports halvorn.zerlin.token;
 }
