@@ -9,7 +9,6 @@ import halvorn.zerlin.constants.CK;
 import halvorn.zerlin.constants.CKA;
 import halvorn.zerlin.constants.CK_ATTRIBUTE_TYPE;
 import halvorn.zerlin.constants.CK_KEY_TYPE;
-import halvorn.zerlin.constants.CK_MECHANISM_TYPE;
 import halvorn.zerlin.constants.CK_OBJECT_CLASS;
 
 import java.math.BigInteger;
@@ -253,8 +252,8 @@ public final class Attributes {
     private static byte[] encode(Object value) {
         return value instanceof byte[] ? (byte[]) value
             : value instanceof Boolean ? new byte[] {(byte) ((Boolean) value ? 1 : 0)}
-            : value instanceof Long || value instanceof Integer ? encode(((Number) value).longValue())
-            : value instanceof long[] ? encode((long[]) value)
+            : value instanceof Long || value instanceof Integer ? ulongs(((Number) value).longValue())
+            : value instanceof long[] ? ulongs((long[]) value)
             : value instanceof String ? ((String) value).getBytes(UTF_8)
             : value instanceof LocalDate ? new CK_DATE((LocalDate) value).toBytes()
             : value instanceof BigInteger ? unsigned((BigInteger) value)
@@ -262,7 +261,7 @@ public final class Attributes {
     }
 
     // Both widths have the least significant byte first.
-    private static byte[] encode(long... numbers) {
+    private static byte[] ulongs(long... numbers) {
         byte[] bytes = new byte[numbers.length * ULONG];
         for (int i = 0; i < bytes.length; i++) {
             bytes[i] = (byte) (numbers[i / ULONG] >>> 8 * (i % ULONG));
@@ -303,7 +302,6 @@ public final class Attributes {
         return number == CK.UNAVAILABLE_INFORMATION ? "unavailable"
             : type == CKA.CLASS ? new CK_OBJECT_CLASS(number).toString()
             : type == CKA.KEY_TYPE ? new CK_KEY_TYPE(number).toString()
-            : type == CKA.KEY_GEN_MECHANISM ? new CK_MECHANISM_TYPE(number).toString()
             : Long.toString(number);
     }
 }

@@ -26,7 +26,6 @@ final class Calls {
     // The capacities, in bytes, that are offered first where the mechanism does not fix the length.
     static final int DIGEST = 64;
     static final int RESULT = 512;
-    private static final int GCM_TAG = 16;
 
     private Calls() {
     }
@@ -65,6 +64,9 @@ final class Calls {
         int fill(String call, Output output) {
             length.value = array.length;
             CK_RV rv = output.fill(array, length);
+            if (rv.is(CKR.BUFFER_TOO_SMALL) && length.value <= array.length) {
+                output.fill(null, length); // NSS does not report the length of a wrapped key without being asked
+            }
             if (rv.is(CKR.BUFFER_TOO_SMALL) && isAvailable(length.value)) {
                 wipe();
                 array = new byte[(int) length.value];
@@ -170,7 +172,7 @@ final class Calls {
             case (int) CKM.DES3_CBC_PAD:
                 return (length | 7) + 1;
             case (int) CKM.AES_GCM:
-                return length + GCM_TAG;
+                return length + 16; // the longest tag
             case (int) CKM.AES_CBC:
             case (int) CKM.AES_ECB:
             case (int) CKM.AES_CTR:

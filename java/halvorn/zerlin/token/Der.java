@@ -15,10 +15,6 @@ import java.nio.ByteBuffer;
  * }</pre>
  */
 public final class Der {
-    static final int INTEGER = 0x02;
-    static final int OCTET_STRING = 0x04;
-    static final int SEQUENCE = 0x30;
-
     private Der() {
     }
 
@@ -58,7 +54,7 @@ public final class Der {
      * @return its DER
      */
     public static byte[] sequence(byte[]... elements) {
-        return of(SEQUENCE, elements);
+        return of(0x30, elements);
     }
 
     /**
@@ -68,7 +64,7 @@ public final class Der {
      * @return its DER
      */
     public static byte[] integer(BigInteger number) {
-        return of(INTEGER, number.toByteArray());
+        return of(0x02, number.toByteArray());
     }
 
     /**
@@ -84,15 +80,12 @@ public final class Der {
     /**
      * Returns an OBJECT IDENTIFIER.
      *
-     * @param dotted its numbers, for example {@code "1.2.840.10045.2.1"}; each below 2<sup>63</sup>
+     * @param dotted its numbers, at least two, for example {@code "1.2.840.10045.2.1"}; each below 2<sup>63</sup>
      * @return its DER
-     * @throws IllegalArgumentException if these are not at least two numbers
+     * @throws NumberFormatException if one is not a number
      */
     public static byte[] oid(String dotted) {
         String[] arcs = dotted.split("\\.");
-        if (arcs.length < 2) {
-            throw new IllegalArgumentException("An object identifier has at least two numbers, not " + dotted);
-        }
         ByteArrayOutputStream out = new ByteArrayOutputStream();
         for (int i = 1; i < arcs.length; i++) {
             long arc = Long.parseLong(arcs[i]) + (i == 1 ? 40 * Long.parseLong(arcs[0]) : 0);

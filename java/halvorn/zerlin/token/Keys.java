@@ -72,7 +72,7 @@ public final class Keys {
      */
     public static byte[] signatureFromDer(byte[] der, int half) {
         byte[] rs = new byte[2 * half];
-        byte[][] numbers = Der.contents(Der.contents(der, Der.SEQUENCE)[0], Der.INTEGER, Der.INTEGER);
+        byte[][] numbers = Der.contents(Der.contents(der, 0x30)[0], 0x02, 0x02);
         for (int i = 0; i < 2; i++) {
             BigInteger number = new BigInteger(numbers[i]);
             if (number.signum() <= 0 || number.bitLength() > 8 * half) {
@@ -101,7 +101,7 @@ public final class Keys {
     // PKCS#11 wraps the point into an OCTET STRING. Some modules do not; the point itself begins with the same byte.
     private static byte[] point(byte[] value) {
         try {
-            return Der.contents(value, Der.OCTET_STRING)[0];
+            return Der.contents(value, 0x04)[0];
         } catch (IllegalArgumentException notWrapped) {
             return value;
         }

@@ -41,8 +41,6 @@ import java.util.function.BiFunction;
  * session that created them.
  */
 public final class Session implements AutoCloseable {
-    private static final int PAGE = 64;
-
     private CK_SESSION_HANDLE handle;
 
     /**
@@ -242,8 +240,8 @@ public final class Session implements AutoCloseable {
         LongRef count = new LongRef();
         return Calls.operation("C_FindObjectsInit", C_FindObjectsInit(handle, template, template.length), () -> {
             do {
-                CK_OBJECT_HANDLE[] page = CK_OBJECT_HANDLE.array(PAGE);
-                Calls.check("C_FindObjects", C_FindObjects(handle, page, PAGE, count));
+                CK_OBJECT_HANDLE[] page = CK_OBJECT_HANDLE.array(64);
+                Calls.check("C_FindObjects", C_FindObjects(handle, page, page.length, count));
                 found.addAll(Arrays.asList(page).subList(0, (int) count.value));
             } while (count.value > 0);
             Calls.check("C_FindObjectsFinal", C_FindObjectsFinal(handle));

@@ -146,16 +146,6 @@ public final class Slot {
         Calls.check("C_CloseAllSessions", C_CloseAllSessions(id));
     }
 
-    /**
-     * Calls nothing.
-     *
-     * @return for example {@code "slot 5"}
-     */
-    @Override
-    public String toString() {
-        return "slot " + id;
-    }
-
     private Session open(long flags) {
         CK_SESSION_HANDLE handle = new CK_SESSION_HANDLE();
         Calls.check("C_OpenSession", C_OpenSession(id, flags, null, null, handle));

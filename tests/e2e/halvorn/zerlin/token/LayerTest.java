@@ -51,7 +51,8 @@ class LayerTest {
 
     static CK_OBJECT_HANDLE secretKey(long type, byte[] value) {
         return session.create(Attributes.of(CKO.SECRET_KEY).with(CKA.KEY_TYPE, type).with(CKA.VALUE, value)
-                .yes(CKA.ENCRYPT, CKA.DECRYPT, CKA.SIGN, CKA.VERIFY, CKA.WRAP, CKA.UNWRAP).no(CKA.TOKEN, CKA.SENSITIVE));
+                .yes(CKA.ENCRYPT, CKA.DECRYPT, CKA.SIGN, CKA.VERIFY, CKA.WRAP, CKA.UNWRAP, CKA.EXTRACTABLE)
+                .no(CKA.TOKEN, CKA.SENSITIVE));
     }
 
     @BeforeAll
@@ -61,7 +62,7 @@ class LayerTest {
         session.login(CKU.USER, USER_PIN.clone());
         aes = secretKey(CKK.AES, VALUE);
         rsa = session.generateKeyPair(new CK_MECHANISM(CKM.RSA_PKCS_KEY_PAIR_GEN), new Attributes()
-                .with(CKA.MODULUS_BITS, 2048).with(CKA.PUBLIC_EXPONENT, BigInteger.valueOf(65537)).yes(CKA.VERIFY),
+                .with(CKA.MODULUS_BITS, 1024).with(CKA.PUBLIC_EXPONENT, BigInteger.valueOf(65537)).yes(CKA.VERIFY),
                 new Attributes().yes(CKA.SIGN, CKA.EXTRACTABLE).no(CKA.SENSITIVE).with(CKA.ID, new byte[] {0, 5}));
     }
 
@@ -104,15 +105,15 @@ class LayerTest {
         assertArrayEquals(digest, session.digest(SHA256, LONG));
         assertArrayEquals(digest, session.digest(SHA256, new ByteArrayInputStream(LONG)));
         Mac mac = Mac.getInstance("HmacSHA256");
-        mac.init(new SecretKeySpec(VALUE, "HmacSHA256"));
+        mac.init(new SecretKeySpec(digest, "HmacSHA256"));
         assertArrayEquals(mac.doFinal(LONG), session.sign(new CK_MECHANISM(CKM.SHA256_HMAC),
-                secretKey(CKK.GENERIC_SECRET, VALUE), new ByteArrayInputStream(LONG)));
+                secretKey(CKK.GENERIC_SECRET, digest), new ByteArrayInputStream(LONG)));
 
         PublicKey rsaKey = Keys.publicKey(session, rsa.publicKey);
         byte[] signature = session.sign(RSA_SHA256, rsa.privateKey, LONG);
         assertTrue(verifiedByJdk("SHA256withRSA", rsaKey, LONG, signature));
         assertArrayEquals(signature, session.sign(RSA_SHA256, rsa.privateKey, new ByteArrayInputStream(LONG)));
-        for (byte[] candidate : new byte[][] {signature, session.digest(SHA256, LONG), new byte[256]}) {
+        for (byte[] candidate : new byte[][] {signature, session.digest(SHA256, LONG), new byte[128]}) {
             boolean isRight = candidate == signature;
             assertEquals(isRight, session.verify(RSA_SHA256, rsa.publicKey, LONG, candidate));
             assertEquals(isRight, session.verify(RSA_SHA256, rsa.publicKey, new ByteArrayInputStream(LONG), candidate));
@@ -146,7 +147,7 @@ class LayerTest {
     void aWrappedKeyLongerThanTheGuessIsUnwrapped() {
         CK_MECHANISM mechanism = IS_NSS ? CBC_PAD : new CK_MECHANISM(CKM.AES_KEY_WRAP_PAD_STD);
         byte[] wrapped = session.wrap(mechanism, aes, rsa.privateKey);
-        assertTrue(wrapped.length > 1000, "" + wrapped.length);
+        assertTrue(wrapped.length > 512, "" + wrapped.length);
         CK_OBJECT_HANDLE copy = session.unwrap(mechanism, aes, wrapped, Attributes.of(CKO.PRIVATE_KEY)
                 .with(CKA.KEY_TYPE, CKK.RSA).yes(CKA.SIGN).no(CKA.TOKEN));
         assertArrayEquals(session.sign(RSA_SHA256, rsa.privateKey, IV), session.sign(RSA_SHA256, copy, IV));
@@ -169,9 +170,10 @@ class LayerTest {
         OutputStream full = new PipedOutputStream(); // not connected: every write fails
         Map<String, Executable> failures = new LinkedHashMap<>();
         failures.put("C_Encrypt: CKR_DATA_LEN_RANGE", () -> session.encrypt(cbc, aes, new byte[15]));
-        failures.put("C_EncryptFinal: CKR_DATA_LEN", () -> session.encrypt(cbc, aes, new ByteArrayInputStream(VALUE), full));
+        failures.put(": CKR_DATA_LEN_RANGE",
+                () -> session.encrypt(cbc, aes, new ByteArrayInputStream(VALUE), new ByteArrayOutputStream()));
         failures.put("C_Decrypt: CKR_", () -> session.decrypt(CBC_PAD, aes, new byte[15]));
-        failures.put("C_SignInit: CKR_", () -> session.sign(new CK_MECHANISM(CKM.ECDSA), aes, IV));
+        failures.put("C_SignInit: CKR_", () -> session.sign(new CK_MECHANISM(0x7654), aes, IV));
         failures.put("C_Sign: CKR_", () -> session.sign(new CK_MECHANISM(CKM.RSA_PKCS), rsa.privateKey, new byte[300]));
         failures.put("1 broken", () -> session.encrypt(CBC_PAD, aes, broken(), new ByteArrayOutputStream()));
         failures.put("2 broken", () -> session.decrypt(CBC_PAD, aes, broken(), new ByteArrayOutputStream()));
