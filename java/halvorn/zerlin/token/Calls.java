@@ -102,15 +102,15 @@ final class Calls {
         return length >= 0 && length <= Integer.MAX_VALUE;
     }
 
-    /** Returns an output, without a copy if the guess was its length. */
-    static byte[] output(String call, int guess, Output output) {
+    /** Returns an output, without a copy if the guess was its length; the buffer of clear text is wiped. */
+    static byte[] output(String call, int guess, boolean isClearText, Output output) {
         Room room = new Room(guess);
         int length = room.fill(call, output);
         if (length == room.array.length) {
             return room.array;
         }
         byte[] result = Arrays.copyOf(room.array, length);
-        room.wipe();
+        Arrays.fill(room.array, 0, isClearText ? room.array.length : 0, (byte) 0);
         return result;
     }
 
@@ -122,7 +122,7 @@ final class Calls {
         } catch (Throwable failed) {
             try {
                 if (!isLost(failed)) {
-                    Arrays.fill(output(init, PART, end), (byte) 0);
+                    Arrays.fill(output(init, PART, true, end), (byte) 0);
                 }
             } catch (RuntimeException alreadyEnded) {
                 // What failed has ended the operation.

@@ -369,7 +369,7 @@ public final class Session implements AutoCloseable {
      *         {@code CKR_MECHANISM_INVALID}
      */
     public byte[] wrap(CK_MECHANISM mechanism, CK_OBJECT_HANDLE wrappingKey, CK_OBJECT_HANDLE key) {
-        return Calls.output("C_WrapKey", Calls.RESULT,
+        return Calls.output("C_WrapKey", Calls.RESULT, false,
                 (array, length) -> C_WrapKey(handle, mechanism, wrappingKey, key, array, length));
     }
 
@@ -420,7 +420,7 @@ public final class Session implements AutoCloseable {
     public byte[] encrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         int guess = Calls.encryptedLength(mechanism, data.length);
         return Calls.operation("C_EncryptInit", C_EncryptInit(handle, mechanism, key),
-                () -> Calls.output("C_Encrypt", guess, (array, n) -> C_Encrypt(handle, data, data.length, array, n)),
+                () -> Calls.output("C_Encrypt", guess, false, (array, n) -> C_Encrypt(handle, data, data.length, array, n)),
                 (array, n) -> C_EncryptFinal(handle, array, n));
     }
 
@@ -459,7 +459,7 @@ public final class Session implements AutoCloseable {
     public byte[] decrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         int guess = data.length;
         return Calls.operation("C_DecryptInit", C_DecryptInit(handle, mechanism, key),
-                () -> Calls.output("C_Decrypt", guess, (array, n) -> C_Decrypt(handle, data, data.length, array, n)),
+                () -> Calls.output("C_Decrypt", guess, true, (array, n) -> C_Decrypt(handle, data, data.length, array, n)),
                 (array, n) -> C_DecryptFinal(handle, array, n));
     }
 
@@ -495,7 +495,7 @@ public final class Session implements AutoCloseable {
     public byte[] digest(CK_MECHANISM mechanism, byte[] data) {
         int length = data.length;
         return Calls.operation("C_DigestInit", C_DigestInit(handle, mechanism),
-                () -> Calls.output("C_Digest", Calls.DIGEST, (array, n) -> C_Digest(handle, data, length, array, n)),
+                () -> Calls.output("C_Digest", Calls.DIGEST, false, (array, n) -> C_Digest(handle, data, length, array, n)),
                 (array, n) -> C_DigestFinal(handle, array, n));
     }
 
@@ -512,7 +512,7 @@ public final class Session implements AutoCloseable {
         Calls.Output end = (array, n) -> C_DigestFinal(handle, array, n);
         return Calls.operation("C_DigestInit", C_DigestInit(handle, mechanism), () -> {
             Calls.read(in, (part, n) -> Calls.check("C_DigestUpdate", C_DigestUpdate(handle, part, n)));
-            return Calls.output("C_DigestFinal", Calls.DIGEST, end);
+            return Calls.output("C_DigestFinal", Calls.DIGEST, false, end);
         }, end);
     }
 
@@ -530,7 +530,7 @@ public final class Session implements AutoCloseable {
     public byte[] sign(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         int length = data.length;
         return Calls.operation("C_SignInit", C_SignInit(handle, mechanism, key),
-                () -> Calls.output("C_Sign", Calls.RESULT, (array, n) -> C_Sign(handle, data, length, array, n)),
+                () -> Calls.output("C_Sign", Calls.RESULT, false, (array, n) -> C_Sign(handle, data, length, array, n)),
                 (array, n) -> C_SignFinal(handle, array, n));
     }
 
@@ -548,7 +548,7 @@ public final class Session implements AutoCloseable {
         Calls.Output end = (array, n) -> C_SignFinal(handle, array, n);
         return Calls.operation("C_SignInit", C_SignInit(handle, mechanism, key), () -> {
             Calls.read(in, (part, n) -> Calls.check("C_SignUpdate", C_SignUpdate(handle, part, n)));
-            return Calls.output("C_SignFinal", Calls.RESULT, end);
+            return Calls.output("C_SignFinal", Calls.RESULT, false, end);
         }, end);
     }
 
