@@ -131,9 +131,6 @@ class LayerTest {
             assertArrayEquals(rs, Keys.signatureFromDer(der, 32));
             assertThrows(IllegalArgumentException.class, () -> Keys.signatureFromDer(Arrays.copyOf(der, 60), 32));
         }
-        byte[] small = Keys.signatureToDer(new BigInteger("1".repeat(16) + "0".repeat(14) + "81", 16).toByteArray());
-        assertArrayEquals(ascii("\21\21\21\21\21\21\21\21"), Arrays.copyOf(Keys.signatureFromDer(small, 8), 8));
-        assertEquals((byte) 0x81, Keys.signatureFromDer(small, 9)[17]);
     }
 
     private static boolean verifiedByJdk(String algorithm, PublicKey key, byte[] data, byte[] signature) throws Exception {
@@ -204,13 +201,13 @@ class LayerTest {
         CK_OBJECT_HANDLE object = session.create(wanted);
         Attributes read = session.read(object, wanted.types());
         assertEquals(wanted.toString(), read.toString());
-        assertEquals(List.of(CKK.RSA, modulus, "Schl\u00fcssel \ud83d\udd11", true, false, date), List.of(read.number(CKA.KEY_TYPE),
-                read.integer(CKA.MODULUS), read.text(CKA.LABEL), read.is(CKA.VERIFY), read.is(CKA.TOKEN),
+        assertEquals(List.of(CKK.RSA, modulus, "Schl\u00fcssel \ud83d\udd11", true, false, date),
+            List.of(read.number(CKA.KEY_TYPE), read.integer(CKA.MODULUS), read.text(CKA.LABEL), read.is(CKA.VERIFY), read.is(CKA.TOKEN),
                 read.date(CKA.START_DATE)));
         assertEquals(128, read.bytes(CKA.MODULUS).length);
         assertNull(session.read(object, CKA.END_DATE).date(CKA.END_DATE));
-        assertArrayEquals(new long[] {1, CKM.DES3_ECB_PAD}, new Attributes()
-                .with(CKA.ALLOWED_MECHANISMS, new long[] {1, CKM.DES3_ECB_PAD}).numbers(CKA.ALLOWED_MECHANISMS));
+        long[] mechanisms = {1, CKM.DES3_ECB_PAD};
+        assertArrayEquals(mechanisms, new Attributes().with(CKA.MECHANISM_LIST, mechanisms).numbers(CKA.MECHANISM_LIST));
         assertTrue(session.readAll(object).toString().contains("CKA_ID (0x102)=0x0001, "));
         session.write(object, new Attributes().with(CKA.LABEL, "2"));
         assertEquals(object, session.findOne(new Attributes().with(CKA.LABEL, "2").with(CKA.MODULUS, modulus)));
@@ -232,31 +229,24 @@ class LayerTest {
 
     @Test
     void everyAttributeHasItsEncodingAndRefusesOtherClasses() throws Exception {
-        Set<String> unknown = new TreeSet<>();
         for (Field field : CKA.class.getFields()) {
-            if (Encoding.of(field.getLong(null)) == null) unknown.add(field.getName());
+            boolean isKnown = Encoding.of(field.getLong(null)) != null;
+            assertTrue(isKnown || field.getLong(null) >= CKA.VENDOR_DEFINED
+                    || field.getName().matches("WILDCARD|(UN)?WRAP_TEMPLATE|DERIVE_TEMPLATE"), field.getName());
         }
-        assertEquals("[ADMIN_CERT, AUTH_CHALLENGE, BUILD_DATE, CERTIFICATE_END_TIME, CERTIFICATE_START_TIME, COUNTER,"
-                + " DATE_OF_MANUFACTURE, DELETE_FM, DERIVE_TEMPLATE, FINGERPRINT, FW_VERSION, HALT_CMD, HIFACE_MASTER,"
-                + " HW_EXT_INFO_STR, H_VALUE, MANUFACTURER, PINPAD_DESC, PKI_ATTRIBUTE_BER_ENCODED, RESCAN_PERIPHERALS_CMD,"
-                + " TIME_STAMP, UNWRAP_TEMPLATE, VENDOR_DEFINED, VERSION, WILDCARD, WRAP_TEMPLATE]", unknown.toString());
         Object[] values = {true, 5L, 5, new long[] {5}, "text", LocalDate.MIN.withYear(1), BigInteger.TEN, new byte[] {7}, 'c'};
         String[] taken = {"100000000", "011000000", "000100000", "000010010", "000001010", "000000110", "000000110",
             "000000110"};
         for (long type : Encoding.types()) {
-            String row = "";
-            for (Object value : values) {
-                try {
-                    row += new Attributes().with(type, value).has(type) ? "1" : "";
-                } catch (IllegalArgumentException e) {
-                    row += "0";
-                }
+            for (int i = 0; i < values.length; i++) {
+                Object value = values[i];
+                Executable with = () -> new Attributes().with(type, value);
+                if (taken[Encoding.of(type).ordinal()].charAt(i) == '1') assertDoesNotThrow(with);
+                else assertThrows(IllegalArgumentException.class, with);
             }
-            assertEquals(taken[Encoding.of(type).ordinal()], row, new CK_ATTRIBUTE_TYPE(type).toString());
         }
         assertEquals("CKA_VALUE_LEN (0x161) is NUMBER, not String", assertThrows(IllegalArgumentException.class,
                 () -> new Attributes().with(CKA.VALUE_LEN, "32")).getMessage());
-        assertEquals("Attributes[0x80001235=3 bytes]", new Attributes().with(0x80001235L, "\u20ac").toString());
     }
 
     @Test
@@ -281,7 +271,6 @@ class LayerTest {
     void slotsAreFoundAndAClosedSessionTouchesNoOther() {
         assertTrue(slot.supports(CKM.RSA_PKCS, CKF.SIGN | CKF.VERIFY));
         assertFalse(slot.supports(CKM.SHA256, CKF.SIGN) || slot.supports(0x7654, 0));
-        assertTrue(slot.mechanisms().contains(new CK_MECHANISM_TYPE(CKM.AES_CBC)));
         if (!IS_NSS) assertEquals(slot.id(), library.token(slot.tokenInfo().getLabel()).id());
         assertThrows(NoSuchElementException.class, () -> library.token("none"));
         Session closed = slot.openSession();
@@ -290,6 +279,5 @@ class LayerTest {
         assertTrue(assertThrows(CryptokiException.class, closed::info).is(CKR.SESSION_HANDLE_INVALID));
         Session gone = new Session(handle);
         assertDoesNotThrow(gone::close);
-        assertFalse(Arrays.equals(session.random(8), session.random(8)));
     }
 }
