@@ -28,5 +28,8 @@
  * <li>A {@link halvorn.zerlin.token.Session} is for one thread at a time, a {@link halvorn.zerlin.token.SessionPool} for
  *     any number.
  * </ul>
+ *
+ * <p>The guide, {@code docs/guide.md} beside the sources and in the package {@code libzerlin-doc}, goes through everyday
+ * tasks.
  */
 package halvorn.zerlin.token;
