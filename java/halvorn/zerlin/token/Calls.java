@@ -9,6 +9,7 @@ import halvorn.zerlin.LongRef;
 import halvorn.zerlin.constants.CKM;
 import halvorn.zerlin.constants.CKR;
 import halvorn.zerlin.constants.CK_RV;
+import halvorn.zerlin.params.CK_GCM_PARAMS;
 
 import java.io.IOException;
 import java.io.InputStream;
@@ -68,7 +69,7 @@ final class Calls {
                 output.fill(null, length); // NSS does not report the length of a wrapped key without being asked
             }
             if (rv.is(CKR.BUFFER_TOO_SMALL) && isAvailable(length.value)) {
-                wipe();
+                Arrays.fill(array, (byte) 0);
                 array = new byte[(int) length.value];
                 rv = output.fill(array, length);
             }
@@ -80,10 +81,6 @@ final class Calls {
             int written = fill(call, output);
             out.write(array, 0, written);
             return written;
-        }
-
-        void wipe() {
-            Arrays.fill(array, (byte) 0);
         }
     }
 
@@ -160,7 +157,7 @@ final class Calls {
                     written[0] += room.write(out, update, (array, n) -> step.take(part, length, array, n)));
             return written[0] + room.write(out, last, end);
         } finally {
-            room.wipe();
+            Arrays.fill(room.array, (byte) 0);
         }
     }
 
@@ -182,6 +179,10 @@ final class Calls {
             default:
                 return Math.max(RESULT, length);
         }
+    }
+
+    private static int tagLength(Object gcm) {
+        return gcm instanceof CK_GCM_PARAMS ? (int) ((CK_GCM_PARAMS) gcm).ulTagBits / 8 : 16;
     }
 
     /** Makes a call with PINs, and wipes them also if it fails. */
