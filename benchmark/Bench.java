@@ -25,15 +25,16 @@ final class Bench {
 
     private final Effort effort;
     private final PKCS11 p11;
-    private final Binding zerlin = new ZerlinBinding();
+    private final ZerlinBinding zerlin = new ZerlinBinding();
     private final Binding jdk;
     private final List<List<Timing>> rows = new ArrayList<>();
 
-    // Each list holds Zerlin's timing, the JDK's, and for some rows the floor.
+    // Each list holds Zerlin's timing, the JDK's, and for some rows the floor; of the layer, its timing and the natives'.
     private final Map<Operation, List<Timing>> operations = new EnumMap<>(Operation.class);
     private final Map<Integer, List<Timing>> payloads = new TreeMap<>();
     private final Map<Integer, List<Timing>> templatesSet = new TreeMap<>();
     private final Map<Integer, List<Timing>> templatesGot = new TreeMap<>();
+    private final Map<Layer, List<Timing>> layer = new EnumMap<>(Layer.class);
     private final Timing nothing;
     private final Timing emptyNative;
     private final Timing newRv;
@@ -61,6 +62,9 @@ final class Bench {
             templatesSet.put(count, row(zerlin.setAttributes(count), jdk.setAttributes(count)));
             templatesGot.put(count, row(zerlin.getAttributes(count), jdk.getAttributes(count)));
         }
+        for (Layer method : Layer.values()) {
+            layer.put(method, row(method.calls(zerlin)));
+        }
         nothing = row(() -> { }).get(0);
         emptyNative = row(Floor::empty).get(0);
         newRv = row(Floor::newRv).get(0);
@@ -80,6 +84,7 @@ final class Bench {
         bench.printFloors();
         bench.printPayloads(arguments[1]);
         bench.printTemplates();
+        bench.printLayer();
         bench.printThreads();
         bench.writeRatios(Path.of(arguments[2]));
         System.out.printf("%nTargets met: %d of %d.%n", bench.met, bench.targets);
@@ -198,6 +203,12 @@ final class Bench {
         double growth = templates.get(10_000).get(0).median() / templates.get(10).get(0).median() / 1000;
         System.out.printf("%-70s %7.2f", name + ": each of 10000 beside each of 10", growth);
         check(growth, 1.2);
+    }
+
+    private void printLayer() {
+        title("The Java layer", "layer", "natives", "ratio", "target");
+        layer.forEach((method, pair) ->
+                check(line(method.text, pair.get(0).median(), pair.get(1).median()), 1.25));
     }
 
     private void printThreads() throws Exception {

@@ -20,7 +20,7 @@ import halvorn.zerlin.constants.CK_OBJECT_CLASS;
 import halvorn.zerlin.params.CK_RSA_PKCS_PSS_PARAMS;
 
 final class ZerlinBinding implements Binding {
-    private final CK_SESSION_HANDLE session = openSession();
+    final CK_SESSION_HANDLE session = openSession();
     private final CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE(KEY);
     private final LongRef length = new LongRef();
     private final byte[] data = new byte[DATA];
@@ -100,6 +100,13 @@ final class ZerlinBinding implements Binding {
     public Call getAttributes(int count) {
         CK_ATTRIBUTE[] template = template(count);
         return () -> Cryptoki.C_GetAttributeValue(session, key, template, count).orThrow();
+    }
+
+    Call decrypt() {
+        return () -> {
+            Cryptoki.C_DecryptInit(session, aesCbc, key).orThrow();
+            Cryptoki.C_Decrypt(session, encrypted, DATA, data, capacity(DATA)).orThrow();
+        };
     }
 
     private LongRef capacity(int bytes) {
