@@ -1,9 +1,8 @@
-// What the example programs share: a session on a prepared token, and aligned rows of text.
+// What the example programs share: a token with PINs, and aligned rows of text.
 
-import halvorn.zerlin.CK_C_INITIALIZE_ARGS;
-import halvorn.zerlin.CK_SESSION_HANDLE;
-import halvorn.zerlin.Cryptoki;
-import halvorn.zerlin.constants.CKU;
+import halvorn.zerlin.CK_TOKEN_INFO;
+import halvorn.zerlin.token.Library;
+import halvorn.zerlin.token.Slot;
 
 import token.FreshToken;
 
@@ -13,27 +12,32 @@ final class Demo {
     private Demo() {
     }
 
-    /** A program that works in a session. */
-    interface Program {
-        void run(CK_SESSION_HANDLE session) throws Exception;
+    /**
+     * Returns the slot of the examples' token, and prepares one that was never initialised. A program of your own
+     * writes {@code library.token("its label")}.
+     */
+    static Slot token(Library library) {
+        Slot slot = newOrLabelled(library, TOKEN_LABEL);
+        if (!FreshToken.isInitialised(slot.tokenInfo())) {
+            FreshToken.initialise(slot.id(), TOKEN_LABEL);
+        }
+        return slot;
     }
 
-    /** Runs a program in a read/write session in which the user is logged in. */
-    static void inSession(CK_C_INITIALIZE_ARGS locking, Program program) throws Exception {
-        Cryptoki.C_Initialize(locking).orThrow();
-        try {
-            long slot = FreshToken.find(TOKEN_LABEL); // no other token is ever changed
-            if (!FreshToken.isInitialised(FreshToken.tokenInfo(slot))) {
-                FreshToken.initialise(slot, TOKEN_LABEL);
+    /** Returns the first slot whose token has that label or was never initialised. No other token is ever changed. */
+    static Slot newOrLabelled(Library library, String label) {
+        for (Slot slot : library.slots(true)) {
+            CK_TOKEN_INFO info = slot.tokenInfo();
+            if (info.getLabel().equals(label) || !FreshToken.isInitialised(info)) {
+                return slot;
             }
-            CK_SESSION_HANDLE session = FreshToken.openSession(slot, FreshToken.READ_WRITE);
-            FreshToken.login(session, CKU.USER, FreshToken.USER_PIN).orThrow();
-            program.run(session);
-            Cryptoki.C_CloseSession(session).orThrow();
-        } finally {
-            Cryptoki.C_Finalize(null).orThrow();
         }
-        System.out.println("\nFinished: session closed, library finalised.");
+        throw new IllegalStateException("No token is labelled \"" + label + "\" or was never initialised");
+    }
+
+    /** Returns the user's PIN, new for each login, which overwrites it. A real program asks its user for it. */
+    static byte[] userPin() {
+        return FreshToken.USER_PIN.clone();
     }
 
     static void title(String text) {
@@ -45,7 +49,7 @@ final class Demo {
     }
 
     /** Prints a result that the JDK's own cryptography has confirmed, and fails if it has not. */
-    static void checked(String name, String result, boolean right) {
+    static void checked(String name, Object result, boolean right) {
         if (!right) {
             throw new IllegalStateException(name + " is wrong: " + result);
         }
