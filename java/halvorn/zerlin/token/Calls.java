@@ -9,7 +9,6 @@ import halvorn.zerlin.LongRef;
 import halvorn.zerlin.constants.CKM;
 import halvorn.zerlin.constants.CKR;
 import halvorn.zerlin.constants.CK_RV;
-import halvorn.zerlin.params.CK_GCM_PARAMS;
 
 import java.io.IOException;
 import java.io.InputStream;
@@ -68,13 +67,12 @@ final class Calls {
             if (rv.is(CKR.BUFFER_TOO_SMALL) && length.value <= array.length) {
                 output.fill(null, length); // NSS does not report the length of a wrapped key without being asked
             }
-            if (rv.is(CKR.BUFFER_TOO_SMALL) && isAvailable(length.value)) {
+            if (rv.is(CKR.BUFFER_TOO_SMALL) && length.value > array.length && isAvailable(length.value)) {
                 Arrays.fill(array, (byte) 0);
                 array = new byte[(int) length.value];
                 rv = output.fill(array, length);
             }
-            check(call, rv);
-            return (int) length.value;
+            return count(call, rv, length.value, array.length);
         }
 
         int write(OutputStream out, String call, Output output) throws IOException {
@@ -90,6 +88,12 @@ final class Calls {
         }
     }
 
+    /** Returns how much a call has written; a library that reports more than there is room for is not believed. */
+    static int count(String call, CK_RV rv, long reported, int capacity) {
+        check(call, rv.isOk() && (reported < 0 || reported > capacity) ? new CK_RV(CKR.BUFFER_TOO_SMALL) : rv);
+        return (int) reported;
+    }
+
     static boolean isValid(String call, CK_RV rv) {
         return rv.orThrow(call, CKR.SIGNATURE_INVALID, CKR.SIGNATURE_LEN_RANGE).isOk();
     }
@@ -102,13 +106,16 @@ final class Calls {
     /** Returns an output, without a copy if the guess was its length; the buffer of clear text is wiped. */
     static byte[] output(String call, int guess, boolean isClearText, Output output) {
         Room room = new Room(guess);
-        int length = room.fill(call, output);
-        if (length == room.array.length) {
-            return room.array;
+        byte[] result = null;
+        try {
+            int length = room.fill(call, output);
+            result = length == room.array.length ? room.array : Arrays.copyOf(room.array, length);
+            return result;
+        } finally {
+            if (isClearText && result != room.array) {
+                Arrays.fill(room.array, (byte) 0);
+            }
         }
-        byte[] result = Arrays.copyOf(room.array, length);
-        Arrays.fill(room.array, 0, isClearText ? room.array.length : 0, (byte) 0);
-        return result;
     }
 
     /** Ends the operation if the work failed; its argument {@code begun} is the result of the Init. */
@@ -121,8 +128,8 @@ final class Calls {
                 if (!isLost(failed)) {
                     Arrays.fill(output(init, PART, true, end), (byte) 0);
                 }
-            } catch (RuntimeException alreadyEnded) {
-                // What failed has ended the operation.
+            } catch (RuntimeException | Error notEnded) {
+                // Most often, what failed has ended the operation already.
             }
             throw failed;
         }
@@ -181,10 +188,6 @@ final class Calls {
         }
     }
 
-    private static int tagLength(Object gcm) {
-        return gcm instanceof CK_GCM_PARAMS ? (int) ((CK_GCM_PARAMS) gcm).ulTagBits / 8 : 16;
-    }
-
     /** Makes a call with PINs, and wipes them also if it fails. */
     static void withPins(String call, Supplier<CK_RV> work, byte[]... pins) {
         try {
@@ -201,10 +204,12 @@ final class Calls {
     /** Returns the PIN in UTF-8, and wipes it. The room suffices, so that the encoder leaves no shorter array behind. */
     static byte[] utf8(char[] pin) {
         ByteBuffer room = ByteBuffer.allocate(3 * pin.length);
-        UTF_8.newEncoder().onMalformedInput(CodingErrorAction.REPLACE).encode(CharBuffer.wrap(pin), room, true);
-        byte[] encoded = Arrays.copyOf(room.array(), room.position());
-        Arrays.fill(room.array(), (byte) 0);
-        Arrays.fill(pin, '\0');
-        return encoded;
+        try {
+            UTF_8.newEncoder().onMalformedInput(CodingErrorAction.REPLACE).encode(CharBuffer.wrap(pin), room, true);
+            return Arrays.copyOf(room.array(), room.position());
+        } finally {
+            Arrays.fill(room.array(), (byte) 0);
+            Arrays.fill(pin, '\0');
+        }
     }
 }

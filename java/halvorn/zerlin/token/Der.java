@@ -5,6 +5,7 @@ import java.io.ByteArrayOutputStream;
 import java.math.BigInteger;
 import java.nio.BufferUnderflowException;
 import java.nio.ByteBuffer;
+import java.util.Arrays;
 
 /**
  * Creates DER (ITU-T X.690): what public keys, signatures and small certificates need. No method calls a native, and
@@ -26,10 +27,7 @@ public final class Der {
      * @return the tag, the length and the content
      */
     public static byte[] of(int tag, byte[]... contents) {
-        int length = 0;
-        for (byte[] content : contents) {
-            length += content.length;
-        }
+        int length = Arrays.stream(contents).mapToInt(content -> content.length).sum();
         ByteArrayOutputStream out = new ByteArrayOutputStream();
         out.write(tag);
         if (length < 0x80) {

@@ -9,9 +9,11 @@ import halvorn.zerlin.CK_TOKEN_INFO;
 import halvorn.zerlin.LongRef;
 
 import java.util.ArrayList;
+import java.util.Arrays;
 import java.util.List;
 import java.util.NoSuchElementException;
 import java.util.function.Predicate;
+import java.util.stream.Collectors;
 
 /**
  * The Cryptoki library, from {@code C_Initialize} to {@code C_Finalize}. A program has one; close its sessions and pools
@@ -68,12 +70,8 @@ public final class Library implements AutoCloseable {
         LongRef count = new LongRef();
         Calls.check("C_GetSlotList", C_GetSlotList(tokenPresent, null, count));
         long[] ids = new long[(int) count.value];
-        Calls.check("C_GetSlotList", C_GetSlotList(tokenPresent, ids, count));
-        List<Slot> slots = new ArrayList<>();
-        for (int i = 0; i < count.value; i++) {
-            slots.add(new Slot(ids[i]));
-        }
-        return slots;
+        int filled = Calls.count("C_GetSlotList", C_GetSlotList(tokenPresent, ids, count), count.value, ids.length);
+        return Arrays.stream(ids, 0, filled).mapToObj(Slot::new).collect(Collectors.toCollection(ArrayList::new));
     }
 
     /**

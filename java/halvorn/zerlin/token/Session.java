@@ -227,7 +227,8 @@ public final class Session implements AutoCloseable {
 
     /**
      * Calls {@code C_FindObjectsInit}, {@code C_FindObjects} until it reports no more objects, and
-     * {@code C_FindObjectsFinal}, which is called even if the search fails.
+     * {@code C_FindObjectsFinal}, which is called even if the search fails. There is no upper limit: the list holds all
+     * that the library finds.
      *
      * @param wanted the attributes that an object must have to be found; an empty set finds every object
      * @return a new list of new handles; empty if there is no such object
@@ -241,8 +242,8 @@ public final class Session implements AutoCloseable {
         return Calls.operation("C_FindObjectsInit", C_FindObjectsInit(handle, template, template.length), () -> {
             do {
                 CK_OBJECT_HANDLE[] page = CK_OBJECT_HANDLE.array(64);
-                Calls.check("C_FindObjects", C_FindObjects(handle, page, page.length, count));
-                found.addAll(Arrays.asList(page).subList(0, (int) count.value));
+                CK_RV rv = C_FindObjects(handle, page, page.length, count);
+                found.addAll(Arrays.asList(page).subList(0, Calls.count("C_FindObjects", rv, count.value, page.length)));
             } while (count.value > 0);
             Calls.check("C_FindObjectsFinal", C_FindObjectsFinal(handle));
             return found;
@@ -294,7 +295,8 @@ public final class Session implements AutoCloseable {
         for (int i = 0; i < types.length; i++) {
             byte[] value = (byte[]) all[i].pValue;
             if (value != null && Calls.isAvailable(all[i].valueLen)) {
-                values.put(types[i], all[i].valueLen == value.length ? value : all[i].getBytes());
+                int length = Calls.count("C_GetAttributeValue", new CK_RV(), all[i].valueLen, value.length);
+                values.put(types[i], length == value.length ? value : Arrays.copyOf(value, length));
             }
         }
         return values;
@@ -408,7 +410,7 @@ public final class Session implements AutoCloseable {
 
     /**
      * Calls {@code C_EncryptInit} and {@code C_Encrypt}, the latter again if the result is longer than guessed. The
-     * guess is right for AES and DES3 in CBC, CBC_PAD and ECB and for AES in CTR and GCM.
+     * guess suffices for AES and DES3 in CBC, CBC_PAD and ECB and for AES in CTR and GCM.
      *
      * @param mechanism the mechanism
      * @param key       the key to encrypt with

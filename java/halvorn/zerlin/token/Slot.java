@@ -75,8 +75,8 @@ public final class Slot {
         LongRef count = new LongRef();
         Calls.check("C_GetMechanismList", C_GetMechanismList(id, null, count));
         CK_MECHANISM_TYPE[] mechanisms = CK_MECHANISM_TYPE.array((int) count.value);
-        Calls.check("C_GetMechanismList", C_GetMechanismList(id, mechanisms, count));
-        return Arrays.asList(mechanisms).subList(0, (int) count.value);
+        CK_RV rv = C_GetMechanismList(id, mechanisms, count);
+        return Arrays.asList(mechanisms).subList(0, Calls.count("C_GetMechanismList", rv, count.value, mechanisms.length));
     }
 
     /**

@@ -192,6 +192,26 @@ class LayerTest {
     }
 
     @Test
+    void aLibraryThatReportsNonsenseIsNotBelieved() throws Exception {
+        CK_RV[] results = {new CK_RV(), new CK_RV(), new CK_RV(), new CK_RV(CKR.BUFFER_TOO_SMALL), new CK_RV(CKR.BUFFER_TOO_SMALL)};
+        long[] lengths = {9, -1, 1L << 40, 9, 0};
+        for (int i = 0; i < results.length; i++) {
+            List<byte[]> arrays = new ArrayList<>();
+            CK_RV result = results[i];
+            long length = lengths[i];
+            assertTrue(assertThrows(CryptokiException.class, () -> Calls.output("C_Decrypt", 8, true, (array, n) -> {
+                if (array != null) Arrays.fill(array, (byte) 1);
+                if (array != null) arrays.add(array);
+                n.value = length;
+                return result;
+            })).is(CKR.BUFFER_TOO_SMALL), length + " " + result);
+            arrays.forEach(array -> assertArrayEquals(new byte[array.length], array));
+        }
+        assertThrows(IOException.class, () -> Calls.operation("C_SignInit", new CK_RV(),
+                () -> { throw new IOException(); }, (array, n) -> { throw new OutOfMemoryError(); }));
+    }
+
+    @Test
     void attributesComeBackAsTheyWereSetAndSecretsStay() {
         LocalDate date = LocalDate.of(2031, 7, 9);
         BigInteger modulus = BigInteger.ONE.shiftLeft(1023).add(BigInteger.TEN);
