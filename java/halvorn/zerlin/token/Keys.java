@@ -98,10 +98,12 @@ public final class Keys {
         throw new IllegalArgumentException("Only RSA and EC keys, not " + new CK_KEY_TYPE(type));
     }
 
-    // PKCS#11 wraps the point into an OCTET STRING. Some modules do not; the point itself begins with the same byte.
-    private static byte[] point(byte[] value) {
+    // PKCS#11 wraps the point into an OCTET STRING. Some modules do not, and the point itself begins with the same byte:
+    // the wrapped one begins with 2, 3 or 4 again.
+    static byte[] point(byte[] value) {
         try {
-            return Der.contents(value, 0x04)[0];
+            byte[] point = Der.contents(value, 0x04)[0];
+            return point.length > 0 && point[0] >= 2 && point[0] <= 4 ? point : value;
         } catch (IllegalArgumentException notWrapped) {
             return value;
         }

@@ -209,6 +209,9 @@ class LayerTest {
         }
         assertThrows(IOException.class, () -> Calls.operation("C_SignInit", new CK_RV(),
                 () -> { throw new IOException(); }, (array, n) -> { throw new OutOfMemoryError(); }));
+        byte[] point = Arrays.copyOf(new byte[] {4, 63}, 65); // as if an OCTET STRING of 63 bytes
+        assertArrayEquals(point, Keys.point(point));
+        assertArrayEquals(point, Keys.point(Der.of(4, point)));
     }
 
     @Test
