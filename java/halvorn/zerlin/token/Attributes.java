@@ -227,7 +227,7 @@ public final class Attributes {
      * Describes the attributes; of those that may be secret or are not in the table of {@link Encoding}, only the
      * length.
      *
-     * @return the description, on one line, for example
+     * @return the description, on one line (control characters of a text are question marks), for example
      *         {@code "Attributes[CKA_CLASS (0x0)=CKO_SECRET_KEY (0x4), CKA_LABEL (0x3)=KEK, CKA_VALUE (0x11)=32 bytes]"}
      */
     @Override
@@ -292,7 +292,7 @@ public final class Attributes {
         return encoding == Encoding.BOOLEAN && isNumber ? Boolean.toString(is(type))
             : encoding == Encoding.NUMBER && isNumber ? describe(type, number(type))
             : encoding == Encoding.NUMBERS ? Arrays.toString(numbers(type))
-            : encoding == Encoding.TEXT || encoding == Encoding.DATE ? text(type)
+            : encoding == Encoding.TEXT || encoding == Encoding.DATE ? text(type).replaceAll("[\\p{Cc}\\p{Zl}\\p{Zp}]", "?")
             : (encoding == Encoding.INTEGER || encoding == Encoding.BYTES) && value.length > 0
                 ? String.format("0x%0" + 2 * value.length + "x", integer(type))
             : value.length + " bytes";

@@ -212,6 +212,7 @@ class LayerTest {
         byte[] point = Arrays.copyOf(new byte[] {4, 63}, 65); // as if an OCTET STRING of 63 bytes
         assertArrayEquals(point, Keys.point(point));
         assertArrayEquals(point, Keys.point(Der.of(4, point)));
+        assertEquals("Attributes[CKA_LABEL (0x3)=a?b?]", new Attributes().with(CKA.LABEL, "a\nb\u2028").toString());
     }
 
     @Test
