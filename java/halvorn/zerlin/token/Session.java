@@ -41,7 +41,7 @@ import java.util.function.BiFunction;
  * session that created them.
  */
 public final class Session implements AutoCloseable {
-    private CK_SESSION_HANDLE handle;
+    CK_SESSION_HANDLE handle; // a pool takes it away from a session that was lost
 
     /**
      * Calls nothing: takes over a session that {@code C_OpenSession} has opened. {@link #close} closes it.

@@ -7,7 +7,10 @@ import halvorn.zerlin.CryptokiException;
 import halvorn.zerlin.constants.CKR;
 
 import java.util.ArrayDeque;
+import java.util.Collections;
 import java.util.Deque;
+import java.util.Set;
+import java.util.WeakHashMap;
 import java.util.concurrent.Semaphore;
 import java.util.function.Consumer;
 
@@ -25,15 +28,16 @@ import java.util.function.Consumer;
  *
  * <p>One more session stays open and holds the login. The program's {@code start} gets it whenever nobody is logged in,
  * first for the first work: it logs in and looks up handles, because both die together. If {@code start} throws, the
- * pool closes, so that no PIN is tried twice. While somebody is logged in already when the pool is created,
- * {@code start} is not called. The pool looks before each work ({@code C_GetSessionInfo} on that session), because a
- * token that has logged out does not find private objects and does not say so.
+ * pool closes, so that no PIN is tried twice. While somebody is logged in already, {@code start} is not
+ * called: let only the pool log in. The pool looks before each work ({@code C_GetSessionInfo} on that session), because
+ * a token that has logged out does not find private objects and does not say so.
  */
 public final class SessionPool implements AutoCloseable {
     private final Slot slot;
     private final Consumer<Session> start;
     private final Semaphore places;
     private final Deque<Session> idle = new ArrayDeque<>();
+    private final Set<Session> known = Collections.newSetFromMap(new WeakHashMap<>());
     private Session keeper = new Session(new CK_SESSION_HANDLE()); // closed
     private long logins;
     private boolean closed;
@@ -60,7 +64,8 @@ public final class SessionPool implements AutoCloseable {
      *
      * @param slot  the slot of the token
      * @param size  the greatest number of sessions in use at a time; at least 1
-     * @param start logs in and looks up handles; called by the thread of a work, never by two threads at once
+     * @param start logs in and looks up handles; called by the thread of a work, never by two threads at once;
+     *              it must not call the pool
      */
     public SessionPool(Slot slot, int size, Consumer<Session> start) {
         this.slot = slot;
@@ -70,8 +75,8 @@ public final class SessionPool implements AutoCloseable {
 
     /**
      * Calls {@code C_GetSessionInfo}, if necessary {@code C_OpenSession} and what {@code start} calls, then the work.
-     * Waits while all sessions are in use. If the work throws, {@code C_CloseSession} follows: its session may be in any
-     * state, and is never used again.
+     * Waits while all sessions are in use, also if the thread is interrupted. If the work throws, {@code C_CloseSession}
+     * follows, unless the session was lost: it may be in any state, and is never used again.
      *
      * @param work what to do; it must not call the pool
      * @param <T>  its result
@@ -111,10 +116,9 @@ public final class SessionPool implements AutoCloseable {
     @Override
     public synchronized void close() {
         closed = true;
+        idle.forEach(session -> Cryptoki.C_CloseSession(session.handle));
+        idle.clear();
         keeper.close();
-        while (!idle.isEmpty()) {
-            idle.pop().close();
-        }
     }
 
     private <T, E extends Exception> T run(Work<T, E> work, boolean mayRepeat) throws E {
@@ -124,19 +128,16 @@ public final class SessionPool implements AutoCloseable {
                 Session session;
                 long login;
                 synchronized (this) {
-                    logIn();
-                    login = logins;
+                    login = logIn();
                     // An idle session may be lost too, so the second time it is a new one.
-                    session = isFirst && !idle.isEmpty() ? idle.pop() : slot.openSession();
+                    session = isFirst && !idle.isEmpty() ? idle.pop() : open();
                 }
                 try {
                     T result = work.run(session);
-                    giveBack(session);
+                    giveBack(session, null);
                     return result;
                 } catch (Throwable failed) {
-                    if (!Calls.isLost(failed)) { // a lost one's number may be that of another session by now
-                        Cryptoki.C_CloseSession(session.handle());
-                    }
+                    giveBack(session, failed);
                     if (!mayRepeat || !isFirst || !wasLost(failed, login)) {
                         throw failed;
                     }
@@ -147,20 +148,20 @@ public final class SessionPool implements AutoCloseable {
         }
     }
 
-    // Sees to it that somebody is logged in. Only one thread at a time is here.
-    private void logIn() {
+    // Sees to it that somebody is logged in, and returns the number of logins. Only one thread at a time is here.
+    private long logIn() {
         if (closed) {
             throw new IllegalStateException("The session pool is closed");
         }
         try {
             if (keeper.isLoggedIn()) {
-                return;
+                return logins;
             }
         } catch (CryptokiException e) {
             if (!Calls.isLost(e)) {
                 throw e;
             }
-            keeper = slot.openSession();
+            keeper = open();
         }
         if (!keeper.isLoggedIn()) {
             try {
@@ -171,20 +172,28 @@ public final class SessionPool implements AutoCloseable {
                 throw failed;
             }
         }
+        return logins;
     }
 
-    private synchronized void giveBack(Session session) {
-        idle.push(session);
-        if (closed) {
-            close();
+    // If an older session had the same number, it was lost: it loses its handle, so that it touches no other one.
+    private Session open() {
+        Session session = slot.openSession();
+        known.stream().filter(s -> s.handle.m_value == session.handle.m_value).forEach(s -> s.handle = new CK_SESSION_HANDLE());
+        known.add(session);
+        return session;
+    }
+
+    // A session that is closed, has lost its handle or was lost in its work is not used again.
+    private synchronized void giveBack(Session session, Throwable failed) {
+        if (failed == null && !closed && session.handle.m_value != 0) {
+            idle.push(session);
+        } else if (!Calls.isLost(failed)) {
+            Cryptoki.C_CloseSession(session.handle);
         }
     }
 
     private synchronized boolean wasLost(Throwable failed, long login) {
-        if (Calls.is(failed, CKR.KEY_HANDLE_INVALID, CKR.OBJECT_HANDLE_INVALID)) {
-            logIn();
-            return logins != login;
-        }
-        return Calls.isLost(failed) || Calls.is(failed, CKR.USER_NOT_LOGGED_IN);
+        return Calls.isLost(failed) || Calls.is(failed, CKR.USER_NOT_LOGGED_IN)
+            || Calls.is(failed, CKR.KEY_HANDLE_INVALID, CKR.OBJECT_HANDLE_INVALID) && logIn() != login;
     }
 }

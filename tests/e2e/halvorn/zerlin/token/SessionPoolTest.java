@@ -13,6 +13,9 @@ import java.util.concurrent.*;
 import java.util.concurrent.atomic.AtomicInteger;
 
 import org.junit.jupiter.api.*;
+import org.junit.jupiter.api.function.Executable;
+import org.junit.jupiter.params.ParameterizedTest;
+import org.junit.jupiter.params.provider.ValueSource;
 
 class SessionPoolTest {
     private static final CK_MECHANISM HMAC = new CK_MECHANISM(CKM.SHA256_HMAC);
@@ -108,6 +111,27 @@ class SessionPoolTest {
             throw new IllegalStateException();
         }));
         assertThrows(CryptokiException.class, () -> used[0].info());
+    }
+
+    @ParameterizedTest
+    @ValueSource(booleans = {true, false})
+    void aLostSessionTouchesNoneThatGotItsNumber(boolean fails) {
+        Session[] next = new Session[1];
+        Executable work = () -> pool.run(lost -> {
+            lost.close();
+            Session before = slot.openSession();
+            long number = before.handle().m_value + 1;
+            before.close();
+            lost.handle().m_value = number;
+            next[0] = pool.run(session -> new Session(session.handle()));
+            Assumptions.assumeTrue(next[0].handle().m_value == number, "the numbers do not count up");
+            if (fails) throw new IllegalStateException();
+            return null;
+        });
+        if (fails) assertThrows(IllegalStateException.class, work);
+        else assertDoesNotThrow(work);
+        assertDoesNotThrow(next[0]::info);
+        pool.run(one -> pool.run(two -> { assertNotEquals(one.handle(), two.handle()); return null; }));
     }
 
     @Test
