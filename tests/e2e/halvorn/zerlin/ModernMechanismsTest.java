@@ -1,17 +1,16 @@
 // Modern mechanisms and their parameters, against the JDK's own cryptography.
 package halvorn.zerlin;
 
-import static halvorn.zerlin.Cryptoki.*;
 import static halvorn.zerlin.constants.CKF.*;
 import static org.junit.jupiter.api.Assertions.*;
 import static org.junit.jupiter.api.DynamicTest.dynamicTest;
 import static token.FreshToken.*;
-import static token.TokenObjects.*;
+import static token.TokenObjects.IS_NSS;
 
 import halvorn.zerlin.constants.*;
 import halvorn.zerlin.params.*;
+import halvorn.zerlin.token.*;
 
-import java.math.BigInteger;
 import java.security.*;
 import java.security.spec.*;
 import java.util.Arrays;
@@ -26,15 +25,15 @@ import org.junit.jupiter.api.function.Executable;
 class ModernMechanismsTest {
     private static final byte[] SECRET = bytesOf(32);
     private static final byte[] TEXT = bytesOf(41);
-    private static long slot;
-    private static CK_SESSION_HANDLE session;
+    private static Slot slot;
+    private static Session session;
 
     @BeforeAll
     static void logIn() {
-        C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow(CKR.CRYPTOKI_ALREADY_INITIALIZED);
-        slot = create("modern");
-        session = openSession(slot, READ_WRITE);
-        login(session, CKU.USER, USER_PIN).orThrow();
+        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow(CKR.CRYPTOKI_ALREADY_INITIALIZED);
+        slot = new Slot(create("modern"));
+        session = slot.openWritableSession();
+        session.login(CKU.USER, USER_PIN.clone());
     }
 
     private static byte[] bytesOf(int length) {
@@ -42,30 +41,13 @@ class ModernMechanismsTest {
     }
 
     private static CK_OBJECT_HANDLE secretKey(long type, byte[] value) {
-        CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE();
-        createObject(session, key, CKA.CLASS, CKO.SECRET_KEY, CKA.KEY_TYPE, type, CKA.VALUE, value, CKA.TOKEN, false,
-            CKA.EXTRACTABLE, true, CKA.ENCRYPT, true, CKA.DECRYPT, true, CKA.WRAP, true, CKA.DERIVE, true).orThrow();
-        return key;
-    }
-
-    private static byte[] read(CK_OBJECT_HANDLE object, long type) {
-        CK_ATTRIBUTE attribute = CK_ATTRIBUTE.buffer(type, 100);
-        C_GetAttributeValue(session, object, new CK_ATTRIBUTE[] {attribute}, 1).orThrow();
-        return attribute.getBytes();
-    }
-
-    // Does not ask for the length: what NSS reports leaves out the tag.
-    private static byte[] out(Output output) {
-        byte[] bytes = new byte[100];
-        LongRef length = new LongRef(bytes.length);
-        output.fill(bytes, length).orThrow();
-        return Arrays.copyOf(bytes, (int) length.value);
+        return session.create(Attributes.of(CKO.SECRET_KEY).with(CKA.KEY_TYPE, type).with(CKA.VALUE, value).no(CKA.TOKEN)
+            .yes(CKA.EXTRACTABLE, CKA.ENCRYPT, CKA.DECRYPT, CKA.WRAP, CKA.DERIVE));
     }
 
     private static DynamicTest test(long mechanism, Object parameter, Executable body) {
         return dynamicTest(new CK_MECHANISM_TYPE(mechanism) + " " + parameter, () -> {
-            CK_RV rv = C_GetMechanismInfo(slot, new CK_MECHANISM_TYPE(mechanism), new CK_MECHANISM_INFO());
-            Assumptions.assumeTrue(rv.isOk(), "the module does not have it");
+            Assumptions.assumeTrue(slot.supports(mechanism, 0), "the module does not have it");
             body.execute();
         });
     }
@@ -78,11 +60,9 @@ class ModernMechanismsTest {
             Cipher jdk = Cipher.getInstance(name);
             jdk.init(Cipher.ENCRYPT_MODE, new SecretKeySpec(SECRET, name.replaceFirst("[/-].*", "")), spec);
             if (aad != null) jdk.updateAAD(aad);
-            C_EncryptInit(session, mechanism, key).orThrow();
-            byte[] encrypted = out((bytes, length) -> C_Encrypt(session, TEXT, TEXT.length, bytes, length));
-            assertArrayEquals(jdk.doFinal(TEXT), encrypted);
-            C_DecryptInit(session, mechanism, key).orThrow();
-            assertArrayEquals(TEXT, out((bytes, length) -> C_Decrypt(session, encrypted, encrypted.length, bytes, length)));
+            byte[] encrypted = jdk.doFinal(TEXT);
+            assertArrayEquals(encrypted, session.encrypt(mechanism, key, TEXT));
+            assertArrayEquals(TEXT, session.decrypt(mechanism, key, encrypted));
         });
     }
 
@@ -105,12 +85,12 @@ class ModernMechanismsTest {
         return test(type, parameter, () -> {
             byte[] expected = extracts ? hmac(salt == null ? new byte[32] : salt, SECRET) : SECRET;
             parameter.hSaltKey = saltType == HKDF_SALT_KEY ? secretKey(CKK.GENERIC_SECRET, salt) : null;
-            CK_ATTRIBUTE[] wanted = template(CKA.CLASS, type == CKM.HKDF_DATA ? CKO.DATA : CKO.SECRET_KEY, CKA.TOKEN, false,
-                CKA.VALUE_LEN, 32L, CKA.KEY_TYPE, CKK.GENERIC_SECRET, CKA.SENSITIVE, false, CKA.EXTRACTABLE, true);
-            CK_OBJECT_HANDLE key = new CK_OBJECT_HANDLE();
-            C_DeriveKey(session, new CK_MECHANISM(type, parameter), secretKey(CKK.GENERIC_SECRET, SECRET), wanted,
-                type == CKM.HKDF_DATA ? 3 : 6, key).orThrow();
-            assertArrayEquals(expands ? hmac(expected, ascii("info\1")) : expected, read(key, CKA.VALUE));
+            Attributes wanted = type == CKM.HKDF_DATA ? Attributes.of(CKO.DATA)
+                : Attributes.of(CKO.SECRET_KEY).with(CKA.KEY_TYPE, CKK.GENERIC_SECRET).no(CKA.SENSITIVE).yes(CKA.EXTRACTABLE);
+            CK_OBJECT_HANDLE key = session.derive(new CK_MECHANISM(type, parameter), secretKey(CKK.GENERIC_SECRET, SECRET),
+                wanted.with(CKA.VALUE_LEN, 32).no(CKA.TOKEN));
+            assertArrayEquals(expands ? hmac(expected, ascii("info\1")) : expected,
+                session.read(key, CKA.VALUE).bytes(CKA.VALUE));
         });
     }
 
@@ -123,8 +103,8 @@ class ModernMechanismsTest {
         return Stream.of(gcm(12, null, 128), gcm(12, bytesOf(20), 128), gcm(16, bytesOf(1), 96), gcm(1, bytesOf(300), 120),
             // NSS takes both structures, SoftHSM only the one of today.
             IS_NSS ? cipher(CKM.AES_GCM, old, "AES/GCM/NoPadding", new GCMParameterSpec(128, iv), block)
-                : dynamicTest("old", () -> assertEquals(new CK_RV(CKR.ARGUMENTS_BAD),
-                    C_EncryptInit(session, new CK_MECHANISM(CKM.AES_GCM, old), secretKey(CKK.AES, SECRET)))),
+                : dynamicTest("old", () -> assertEquals(new CK_RV(CKR.ARGUMENTS_BAD), Cryptoki.C_EncryptInit(session.handle(),
+                    new CK_MECHANISM(CKM.AES_GCM, old), secretKey(CKK.AES, SECRET)))),
             cipher(CKM.AES_CTR, new CK_AES_CTR_PARAMS(128, block), "AES/CTR/NoPadding", new IvParameterSpec(block), null),
             cipher(CKM.AES_CTR, new CK_AES_CTR_PARAMS(32, block), "AES/CTR/NoPadding", new IvParameterSpec(block), null),
             cipher(CKM.CHACHA20_POLY1305, new CK_SALSA20_CHACHA20_POLY1305_PARAMS(iv, block), "ChaCha20-Poly1305",
@@ -132,25 +112,22 @@ class ModernMechanismsTest {
             hkdf(CKM.HKDF_DERIVE, true, true, HKDF_SALT_DATA, block), hkdf(CKM.HKDF_DATA, true, true, HKDF_SALT_KEY, block),
             hkdf(CKM.HKDF_DERIVE, false, true, HKDF_SALT_NULL, null), hkdf(CKM.HKDF_DATA, true, false, HKDF_SALT_NULL, null),
             test(kwp, "AES-KWP", () -> {
-                byte[] wrapped = out((bytes, length) -> C_WrapKey(session, new CK_MECHANISM(kwp),
-                    secretKey(CKK.AES, SECRET), secretKey(CKK.AES, block), bytes, length));
+                byte[] wrapped = session.wrap(new CK_MECHANISM(kwp), secretKey(CKK.AES, SECRET), secretKey(CKK.AES, block));
                 Cipher jdk = Cipher.getInstance("AES/KWP/NoPadding");
                 jdk.init(Cipher.UNWRAP_MODE, new SecretKeySpec(SECRET, "AES"));
                 assertArrayEquals(block, jdk.unwrap(wrapped, "AES", Cipher.SECRET_KEY).getEncoded());
             }),
             test(CKM.EDDSA, "Ed25519", () -> {
-                CK_OBJECT_HANDLE[] keys = {new CK_OBJECT_HANDLE(), new CK_OBJECT_HANDLE()};
-                C_GenerateKeyPair(session, new CK_MECHANISM(CKM.EC_EDWARDS_KEY_PAIR_GEN),
-                    template(CKA.EC_PARAMS, new byte[] {6, 3, 43, 101, 112}), 1, template(CKA.SIGN, true), 1, keys[0],
-                    keys[1]).orThrow();
-                byte[] encoded = Arrays.copyOf(new BigInteger("302a300506032b6570032100", 16).toByteArray(), 44);
-                System.arraycopy(read(keys[0], CKA.EC_POINT), 2, encoded, 12, 32);
+                byte[] ed25519 = Der.oid("1.3.101.112");
+                KeyPairHandles keys = session.generateKeyPair(new CK_MECHANISM(CKM.EC_EDWARDS_KEY_PAIR_GEN),
+                    new Attributes().with(CKA.EC_PARAMS, ed25519), new Attributes().yes(CKA.SIGN));
+                byte[] point = session.read(keys.publicKey, CKA.EC_POINT).bytes(CKA.EC_POINT);
+                byte[] encoded = Der.sequence(Der.sequence(ed25519), Der.bitString(Arrays.copyOfRange(point, 2, 34)));
                 Signature jdk = Signature.getInstance("Ed25519");
                 jdk.initVerify(KeyFactory.getInstance("Ed25519").generatePublic(new X509EncodedKeySpec(encoded)));
                 for (Object parameter : new Object[] {null, new CK_EDDSA_PARAMS(false, null)}) {
-                    C_SignInit(session, new CK_MECHANISM(CKM.EDDSA, parameter), keys[1]).orThrow();
                     jdk.update(TEXT);
-                    assertTrue(jdk.verify(out((bytes, length) -> C_Sign(session, TEXT, TEXT.length, bytes, length))));
+                    assertTrue(jdk.verify(session.sign(new CK_MECHANISM(CKM.EDDSA, parameter), keys.privateKey, TEXT)));
                 }
             }));
     }
