@@ -36,9 +36,9 @@ class LayerTest {
     private static final CK_MECHANISM SHA256 = new CK_MECHANISM(CKM.SHA256);
     private static final CK_MECHANISM RSA_SHA256 = new CK_MECHANISM(CKM.SHA256_RSA_PKCS);
     private static final CK_MECHANISM CBC_PAD = new CK_MECHANISM(CKM.AES_CBC_PAD, IV);
+    static Slot slot;
+    static Session session;
     private static Library library;
-    private static Slot slot;
-    private static Session session;
     private static CK_OBJECT_HANDLE aes;
     private static KeyPairHandles rsa;
 
@@ -51,7 +51,7 @@ class LayerTest {
 
     static CK_OBJECT_HANDLE secretKey(long type, byte[] value) {
         return session.create(Attributes.of(CKO.SECRET_KEY).with(CKA.KEY_TYPE, type).with(CKA.VALUE, value)
-                .yes(CKA.ENCRYPT, CKA.DECRYPT, CKA.SIGN, CKA.VERIFY, CKA.WRAP, CKA.UNWRAP, CKA.EXTRACTABLE)
+                .yes(CKA.ENCRYPT, CKA.DECRYPT, CKA.SIGN, CKA.VERIFY, CKA.WRAP, CKA.UNWRAP, CKA.DERIVE, CKA.EXTRACTABLE)
                 .no(CKA.TOKEN, CKA.SENSITIVE));
     }
 

@@ -1,15 +1,16 @@
 // Modern mechanisms and their parameters, against the JDK's own cryptography.
-package halvorn.zerlin;
+package halvorn.zerlin.token;
 
 import static halvorn.zerlin.constants.CKF.*;
+import static halvorn.zerlin.token.LayerTest.*;
 import static org.junit.jupiter.api.Assertions.*;
 import static org.junit.jupiter.api.DynamicTest.dynamicTest;
-import static token.FreshToken.*;
+import static token.FreshToken.ascii;
 import static token.TokenObjects.IS_NSS;
 
+import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
 import halvorn.zerlin.params.*;
-import halvorn.zerlin.token.*;
 
 import java.security.*;
 import java.security.spec.*;
@@ -25,24 +26,19 @@ import org.junit.jupiter.api.function.Executable;
 class ModernMechanismsTest {
     private static final byte[] SECRET = bytesOf(32);
     private static final byte[] TEXT = bytesOf(41);
-    private static Slot slot;
-    private static Session session;
 
     @BeforeAll
     static void logIn() {
-        Cryptoki.C_Initialize(CK_C_INITIALIZE_ARGS.osLocking()).orThrow(CKR.CRYPTOKI_ALREADY_INITIALIZED);
-        slot = new Slot(create("modern"));
-        session = slot.openWritableSession();
-        session.login(CKU.USER, USER_PIN.clone());
+        LayerTest.logIn();
+    }
+
+    @AfterAll
+    static void close() {
+        LayerTest.closeTwice();
     }
 
     private static byte[] bytesOf(int length) {
         return ascii("not alike".repeat(40).substring(0, length));
-    }
-
-    private static CK_OBJECT_HANDLE secretKey(long type, byte[] value) {
-        return session.create(Attributes.of(CKO.SECRET_KEY).with(CKA.KEY_TYPE, type).with(CKA.VALUE, value).no(CKA.TOKEN)
-            .yes(CKA.EXTRACTABLE, CKA.ENCRYPT, CKA.DECRYPT, CKA.WRAP, CKA.DERIVE));
     }
 
     private static DynamicTest test(long mechanism, Object parameter, Executable body) {
