@@ -31,9 +31,11 @@ import java.util.function.BiFunction;
  * <p>Each description begins with the functions that the method calls, in order. Every return value that a method does
  * not expect is a {@link halvorn.zerlin.CryptokiException} that names the call; the {@code @throws} lines have the
  * usual values, and {@link halvorn.zerlin.Cryptoki Cryptoki} those that every native may return. No argument may be
- * null, unless its description says so: a null makes the method throw {@code NullPointerException}, in most cases
- * before any call. If an operation that has begun fails, the method ends it with its final function and drops the
- * result, so that the session can be used again; a signature that is given up so still counts as one.
+ * null, unless its description says so: for a null array, template or stream the methods throw
+ * {@code NullPointerException}; a null handle or mechanism is passed on, and the library refuses it. If a library reports a
+ * result that is longer than its array, that is {@code CKR_BUFFER_TOO_SMALL}. If an operation that has begun fails, the
+ * method ends it with its final function and drops the result, so that the session can be used again; a signature that
+ * is given up so still counts as one.
  *
  * <p>A session is for one thread at a time. Handles and mechanisms may be shared by threads, but not a mechanism whose
  * parameter receives results. The login belongs to the token, not to one session: it ends with the program's last
