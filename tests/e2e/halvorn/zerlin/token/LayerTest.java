@@ -193,18 +193,15 @@ class LayerTest {
 
     @Test
     void aLibraryThatReportsNonsenseIsNotBelieved() throws Exception {
-        CK_RV[] results = {new CK_RV(), new CK_RV(), new CK_RV(), new CK_RV(CKR.BUFFER_TOO_SMALL), new CK_RV(CKR.BUFFER_TOO_SMALL)};
-        long[] lengths = {9, -1, 1L << 40, 9, 0};
-        for (int i = 0; i < results.length; i++) {
+        long[][] lies = {{0, 9}, {0, -1}, {0, 1L << 40}, {CKR.BUFFER_TOO_SMALL, 9}, {CKR.BUFFER_TOO_SMALL, 0}};
+        for (long[] lie : lies) {
             List<byte[]> arrays = new ArrayList<>();
-            CK_RV result = results[i];
-            long length = lengths[i];
             assertTrue(assertThrows(CryptokiException.class, () -> Calls.output("C_Decrypt", 8, true, (array, n) -> {
-                if (array != null) Arrays.fill(array, (byte) 1);
-                if (array != null) arrays.add(array);
-                n.value = length;
-                return result;
-            })).is(CKR.BUFFER_TOO_SMALL), length + " " + result);
+                arrays.add(array == null ? new byte[0] : array);
+                Arrays.fill(arrays.get(arrays.size() - 1), (byte) 1);
+                n.value = lie[1];
+                return new CK_RV(lie[0]);
+            })).is(CKR.BUFFER_TOO_SMALL), Arrays.toString(lie));
             arrays.forEach(array -> assertArrayEquals(new byte[array.length], array));
         }
         assertThrows(IOException.class, () -> Calls.operation("C_SignInit", new CK_RV(),

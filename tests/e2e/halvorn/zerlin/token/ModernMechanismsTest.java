@@ -112,8 +112,7 @@ class ModernMechanismsTest {
                 Cipher jdk = Cipher.getInstance("AES/KWP/NoPadding");
                 jdk.init(Cipher.UNWRAP_MODE, new SecretKeySpec(SECRET, "AES"));
                 assertArrayEquals(block, jdk.unwrap(wrapped, "AES", Cipher.SECRET_KEY).getEncoded());
-            }),
-            test(CKM.EDDSA, "Ed25519", () -> {
+            }), test(CKM.EDDSA, "Ed25519", () -> {
                 byte[] ed25519 = Der.oid("1.3.101.112");
                 KeyPairHandles keys = session.generateKeyPair(new CK_MECHANISM(CKM.EC_EDWARDS_KEY_PAIR_GEN),
                     new Attributes().with(CKA.EC_PARAMS, ed25519), new Attributes().yes(CKA.SIGN));
