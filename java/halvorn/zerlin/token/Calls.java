@@ -118,20 +118,35 @@ final class Calls {
         }
     }
 
-    /** Ends the operation if the work failed; its argument {@code begun} is the result of the Init. */
+    /** Runs an operation of one part, and ends it if it fails; its argument {@code begun} is the result of the Init. */
+    static byte[] single(String init, CK_RV begun, String call, int guess, boolean isClearText, Output output, Output end) {
+        check(init, begun);
+        try {
+            return output(call, guess, isClearText, output);
+        } catch (Throwable failed) {
+            end(failed, end);
+            throw failed;
+        }
+    }
+
+    /** The same with any work. */
     static <T, E extends Exception> T operation(String init, CK_RV begun, Work<T, E> work, Output end) throws E {
         check(init, begun);
         try {
             return work.run();
         } catch (Throwable failed) {
-            try {
-                if (!isLost(failed)) {
-                    Arrays.fill(output(init, PART, true, end), (byte) 0);
-                }
-            } catch (RuntimeException | Error notEnded) {
-                // Most often, what failed has ended the operation already.
-            }
+            end(failed, end);
             throw failed;
+        }
+    }
+
+    private static void end(Throwable failed, Output end) {
+        try {
+            if (!isLost(failed)) {
+                Arrays.fill(output("final", PART, true, end), (byte) 0);
+            }
+        } catch (RuntimeException | Error notEnded) {
+            // Most often, what failed has ended the operation already.
         }
     }
 
@@ -170,22 +185,13 @@ final class Calls {
 
     /** Returns the length of the cipher text, or a guess where the mechanism does not fix it. */
     static int encryptedLength(CK_MECHANISM mechanism, int length) {
-        switch ((int) mechanism.mechanism.m_value) {
-            case (int) CKM.AES_CBC_PAD:
-                return (length | 15) + 1;
-            case (int) CKM.DES3_CBC_PAD:
-                return (length | 7) + 1;
-            case (int) CKM.AES_GCM:
-                return length + 16; // the longest tag
-            case (int) CKM.AES_CBC:
-            case (int) CKM.AES_ECB:
-            case (int) CKM.AES_CTR:
-            case (int) CKM.DES3_CBC:
-            case (int) CKM.DES3_ECB:
-                return length;
-            default:
-                return Math.max(RESULT, length);
-        }
+        long type = mechanism.mechanism.m_value;
+        boolean isExact = type == CKM.AES_CBC || type == CKM.AES_ECB || type == CKM.AES_CTR || type == CKM.DES3_CBC
+                || type == CKM.DES3_ECB;
+        return type == CKM.AES_CBC_PAD ? (length | 15) + 1
+            : type == CKM.DES3_CBC_PAD ? (length | 7) + 1
+            : type == CKM.AES_GCM ? length + 16 // the longest tag
+            : isExact ? length : Math.max(RESULT, length);
     }
 
     /** Makes a call with PINs, and wipes them also if it fails. */

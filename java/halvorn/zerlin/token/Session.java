@@ -44,6 +44,10 @@ import java.util.function.BiFunction;
  */
 public final class Session implements AutoCloseable {
     CK_SESSION_HANDLE handle; // a pool takes it away from a session that was lost
+    private final Calls.Output encryptFinal = (array, n) -> C_EncryptFinal(handle, array, n);
+    private final Calls.Output decryptFinal = (array, n) -> C_DecryptFinal(handle, array, n);
+    private final Calls.Output digestFinal = (array, n) -> C_DigestFinal(handle, array, n);
+    private final Calls.Output signFinal = (array, n) -> C_SignFinal(handle, array, n);
 
     /**
      * Calls nothing: takes over a session that {@code C_OpenSession} has opened. {@link #close} closes it.
@@ -423,9 +427,8 @@ public final class Session implements AutoCloseable {
      */
     public byte[] encrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         int guess = Calls.encryptedLength(mechanism, data.length);
-        return Calls.operation("C_EncryptInit", C_EncryptInit(handle, mechanism, key),
-                () -> Calls.output("C_Encrypt", guess, false, (array, n) -> C_Encrypt(handle, data, data.length, array, n)),
-                (array, n) -> C_EncryptFinal(handle, array, n));
+        return Calls.single("C_EncryptInit", C_EncryptInit(handle, mechanism, key), "C_Encrypt", guess, false,
+                (array, n) -> C_Encrypt(handle, data, data.length, array, n), encryptFinal);
     }
 
     /**
@@ -442,10 +445,9 @@ public final class Session implements AutoCloseable {
      */
     public long encrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, InputStream in, OutputStream out)
             throws IOException {
-        Calls.Output end = (array, n) -> C_EncryptFinal(handle, array, n);
         return Calls.operation("C_EncryptInit", C_EncryptInit(handle, mechanism, key), () -> Calls.pass(in, out,
                 "C_EncryptUpdate", (data, length, array, n) -> C_EncryptUpdate(handle, data, length, array, n),
-                "C_EncryptFinal", end), end);
+                "C_EncryptFinal", encryptFinal), encryptFinal);
     }
 
     /**
@@ -462,9 +464,8 @@ public final class Session implements AutoCloseable {
      */
     public byte[] decrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         int guess = data.length;
-        return Calls.operation("C_DecryptInit", C_DecryptInit(handle, mechanism, key),
-                () -> Calls.output("C_Decrypt", guess, true, (array, n) -> C_Decrypt(handle, data, data.length, array, n)),
-                (array, n) -> C_DecryptFinal(handle, array, n));
+        return Calls.single("C_DecryptInit", C_DecryptInit(handle, mechanism, key), "C_Decrypt", guess, true,
+                (array, n) -> C_Decrypt(handle, data, data.length, array, n), decryptFinal);
     }
 
     /**
@@ -482,10 +483,9 @@ public final class Session implements AutoCloseable {
      */
     public long decrypt(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, InputStream in, OutputStream out)
             throws IOException {
-        Calls.Output end = (array, n) -> C_DecryptFinal(handle, array, n);
         return Calls.operation("C_DecryptInit", C_DecryptInit(handle, mechanism, key), () -> Calls.pass(in, out,
                 "C_DecryptUpdate", (data, length, array, n) -> C_DecryptUpdate(handle, data, length, array, n),
-                "C_DecryptFinal", end), end);
+                "C_DecryptFinal", decryptFinal), decryptFinal);
     }
 
     /**
@@ -498,9 +498,8 @@ public final class Session implements AutoCloseable {
      */
     public byte[] digest(CK_MECHANISM mechanism, byte[] data) {
         int length = data.length;
-        return Calls.operation("C_DigestInit", C_DigestInit(handle, mechanism),
-                () -> Calls.output("C_Digest", Calls.DIGEST, false, (array, n) -> C_Digest(handle, data, length, array, n)),
-                (array, n) -> C_DigestFinal(handle, array, n));
+        return Calls.single("C_DigestInit", C_DigestInit(handle, mechanism), "C_Digest", Calls.DIGEST, false,
+                (array, n) -> C_Digest(handle, data, length, array, n), digestFinal);
     }
 
     /**
@@ -513,11 +512,10 @@ public final class Session implements AutoCloseable {
      * @throws halvorn.zerlin.CryptokiException with {@code CKR_MECHANISM_INVALID}
      */
     public byte[] digest(CK_MECHANISM mechanism, InputStream in) throws IOException {
-        Calls.Output end = (array, n) -> C_DigestFinal(handle, array, n);
         return Calls.operation("C_DigestInit", C_DigestInit(handle, mechanism), () -> {
             Calls.read(in, (part, n) -> Calls.check("C_DigestUpdate", C_DigestUpdate(handle, part, n)));
-            return Calls.output("C_DigestFinal", Calls.DIGEST, false, end);
-        }, end);
+            return Calls.output("C_DigestFinal", Calls.DIGEST, false, digestFinal);
+        }, digestFinal);
     }
 
     /**
@@ -533,9 +531,8 @@ public final class Session implements AutoCloseable {
      */
     public byte[] sign(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, byte[] data) {
         int length = data.length;
-        return Calls.operation("C_SignInit", C_SignInit(handle, mechanism, key),
-                () -> Calls.output("C_Sign", Calls.RESULT, false, (array, n) -> C_Sign(handle, data, length, array, n)),
-                (array, n) -> C_SignFinal(handle, array, n));
+        return Calls.single("C_SignInit", C_SignInit(handle, mechanism, key), "C_Sign", Calls.RESULT, false,
+                (array, n) -> C_Sign(handle, data, length, array, n), signFinal);
     }
 
     /**
@@ -549,11 +546,10 @@ public final class Session implements AutoCloseable {
      * @throws halvorn.zerlin.CryptokiException as {@link #sign(CK_MECHANISM, CK_OBJECT_HANDLE, byte[])}
      */
     public byte[] sign(CK_MECHANISM mechanism, CK_OBJECT_HANDLE key, InputStream in) throws IOException {
-        Calls.Output end = (array, n) -> C_SignFinal(handle, array, n);
         return Calls.operation("C_SignInit", C_SignInit(handle, mechanism, key), () -> {
             Calls.read(in, (part, n) -> Calls.check("C_SignUpdate", C_SignUpdate(handle, part, n)));
-            return Calls.output("C_SignFinal", Calls.RESULT, false, end);
-        }, end);
+            return Calls.output("C_SignFinal", Calls.RESULT, false, signFinal);
+        }, signFinal);
     }
 
     /**
