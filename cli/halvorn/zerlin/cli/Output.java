@@ -1,0 +1,133 @@
+// What a command prints: tables and records for people, JSON for scripts.
+package halvorn.zerlin.cli;
+
+import static java.nio.charset.StandardCharsets.UTF_8;
+
+import java.io.*;
+import java.nio.file.Files;
+import java.nio.file.Paths;
+import java.util.*;
+import java.util.stream.Collectors;
+
+final class Output {
+    private static final OutputStream OUT = new FileOutputStream(FileDescriptor.out);
+
+    private Output() {
+    }
+
+    /** Returns whether one of the standard streams, by its number, is a terminal. */
+    static boolean isTerminal(int descriptor) {
+        try {
+            return Files.readSymbolicLink(Paths.get("/proc/self/fd/" + descriptor)).toString()
+                    .matches("/dev/(pts/|tty|console).*");
+        } catch (IOException | RuntimeException unknown) {
+            return false;
+        }
+    }
+
+    static boolean hasColours() {
+        String no = System.getenv("NO_COLOR");
+        return (no == null || no.isEmpty()) && !"dumb".equals(System.getenv("TERM")) && isTerminal(1);
+    }
+
+    /** Returns a record of fields: names and values in turn. */
+    static Map<String, Object> record(Object... fields) {
+        Map<String, Object> record = new LinkedHashMap<>();
+        for (int i = 0; i < fields.length; i += 2) {
+            record.put((String) fields[i], fields[i + 1]);
+        }
+        return record;
+    }
+
+    static void line(String text) throws IOException {
+        OUT.write((text + "\n").getBytes(UTF_8));
+    }
+
+    static void print(boolean json, Map<String, Object> record) throws IOException {
+        if (json) {
+            line(json(record));
+            return;
+        }
+        int width = record.keySet().stream().mapToInt(String::length).max().orElse(0);
+        for (Map.Entry<String, Object> field : record.entrySet()) {
+            line(bold(String.format("%-" + width + "s", field.getKey())) + "  " + text(field.getValue()));
+        }
+    }
+
+    static void print(boolean json, List<Map<String, Object>> rows) throws IOException {
+        if (json) {
+            line(rows.isEmpty() ? "[]" : rows.stream().map(Output::json).collect(Collectors.joining(",\n ", "[", "]")));
+            return;
+        }
+        if (rows.isEmpty()) {
+            return;
+        }
+        List<String> names = new ArrayList<>(rows.get(0).keySet());
+        int[] widths = names.stream().mapToInt(name -> Math.max(name.length(),
+                rows.stream().mapToInt(row -> text(row.get(name)).length()).max().orElse(0))).toArray();
+        line(bold(row(names.stream().map(name -> name.toUpperCase(Locale.ROOT)).collect(Collectors.toList()), widths)));
+        for (Map<String, Object> row : rows) {
+            line(row(row.values(), widths));
+        }
+    }
+
+    private static String row(Collection<?> cells, int[] widths) {
+        StringBuilder text = new StringBuilder();
+        int i = 0;
+        for (Object cell : cells) {
+            text.append(String.format("%-" + widths[i++] + "s  ", text(cell)));
+        }
+        return text.toString().replaceAll(" +$", "");
+    }
+
+    private static String bold(String text) {
+        return hasColours() ? "\033[1m" + text + "\033[0m" : text;
+    }
+
+    // What a token has put into a label must not move the cursor.
+    private static String text(Object value) {
+        String text = value == null ? "-" : value instanceof Collection
+            ? ((Collection<?>) value).stream().map(String::valueOf).collect(Collectors.joining(",")) : value.toString();
+        return text.isEmpty() ? "-" : text.replaceAll("\\p{Cntrl}", "?");
+    }
+
+    static String json(Object value) {
+        if (value == null || value instanceof Number || value instanceof Boolean) {
+            return String.valueOf(value);
+        } else if (value instanceof Map) {
+            return ((Map<?, ?>) value).entrySet().stream().map(field -> json(field.getKey()) + ": " + json(field.getValue()))
+                    .collect(Collectors.joining(", ", "{", "}"));
+        } else if (value instanceof Collection) {
+            return ((Collection<?>) value).stream().map(Output::json).collect(Collectors.joining(", ", "[", "]"));
+        }
+        return value.toString().chars().mapToObj(c -> c == '"' || c == '\\' ? "\\" + (char) c
+            : c < ' ' || c >= 0x7F ? String.format("\\u%04x", c) : Character.toString((char) c))
+                .collect(Collectors.joining("", "\"", "\""));
+    }
+
+    static String hex(byte[] bytes) {
+        StringBuilder text = new StringBuilder();
+        for (byte b : bytes) {
+            text.append(String.format("%02x", b));
+        }
+        return text.toString();
+    }
+
+    static byte[] unhex(String text) {
+        String digits = text.replaceAll("^0[xX]|[: ]", "");
+        if (!digits.matches("([0-9A-Fa-f]{2})*")) {
+            throw new IllegalArgumentException("These are not bytes in hexadecimal digits: " + text);
+        }
+        byte[] bytes = new byte[digits.length() / 2];
+        for (int i = 0; i < bytes.length; i++) {
+            bytes[i] = (byte) Integer.parseInt(digits.substring(2 * i, 2 * i + 2), 16);
+        }
+        return bytes;
+    }
+
+    /** Returns the names of the flags in the text of a record, such as CK_TOKEN_INFO. */
+    static List<String> flags(String text) {
+        String flags = text.replaceAll(".*\\bflags=([^,\\]]*).*", "$1");
+        return flags.equals("0") || flags.isEmpty() ? new ArrayList<>() : Arrays.asList(flags.split("\\|"));
+    }
+}

@@ -1,0 +1,99 @@
+// PINs: from a file, from a file descriptor, or from the terminal without echo.
+package halvorn.zerlin.cli;
+
+import static java.nio.charset.StandardCharsets.UTF_8;
+
+import java.io.*;
+import java.util.Arrays;
+
+final class Pins {
+    private static final File TERMINAL = new File("/dev/tty");
+
+    private Pins() {
+    }
+
+    /** Reads the first line of a file. */
+    static byte[] read(String file) throws IOException {
+        try (InputStream in = new FileInputStream(file)) {
+            return line(in);
+        }
+    }
+
+    // The buffer is wiped; it is large enough not to leave a smaller one behind.
+    private static byte[] line(InputStream in) throws IOException {
+        byte[] buffer = new byte[1024];
+        int length = 0;
+        for (int b = in.read(); b >= 0 && b != '\n'; b = in.read()) {
+            if (length == buffer.length) {
+                throw new Failure(Failure.PIN, "The PIN is too long");
+            }
+            buffer[length++] = (byte) b;
+        }
+        byte[] line = Arrays.copyOf(buffer, length > 0 && buffer[length - 1] == '\r' ? length - 1 : length);
+        Arrays.fill(buffer, (byte) 0);
+        return line;
+    }
+
+    /** Asks for a PIN at the terminal, which standard input need not be. */
+    static byte[] ask(String question) throws IOException {
+        String before = stty("-g");
+        if (before == null) {
+            throw new Failure(Failure.PIN, "A PIN is needed, and there is no terminal to ask for it: use --pin-file or"
+                    + " --pin-fd");
+        }
+        Thread restore = new Thread(() -> stty(before));
+        Runtime.getRuntime().addShutdownHook(restore);
+        try {
+            stty("-echo");
+            return answer(question);
+        } finally {
+            stty(before);
+            Runtime.getRuntime().removeShutdownHook(restore);
+            write("\n");
+        }
+    }
+
+    /** Asks whether to go on; without a terminal, the option must have said so. */
+    static void confirm(boolean yes, String question) throws IOException {
+        if (yes) {
+            return;
+        }
+        if (stty("-g") == null) {
+            throw new Failure(Failure.USAGE, "There is no terminal to ask \"" + question + "\": use --yes");
+        }
+        String answer = new String(answer(question + " [y/N] "), UTF_8).trim();
+        if (!answer.matches("(?i)y|yes")) {
+            throw new Failure(Failure.NO, "Nothing was done");
+        }
+    }
+
+    private static byte[] answer(String question) throws IOException {
+        write(question);
+        try (InputStream in = new FileInputStream(TERMINAL)) {
+            return line(in);
+        }
+    }
+
+    private static void write(String text) throws IOException {
+        try (OutputStream out = new FileOutputStream(TERMINAL)) {
+            out.write(text.getBytes(UTF_8));
+        }
+    }
+
+    // Sets the terminal; returns what stty prints, or null if there is no terminal.
+    private static String stty(String argument) {
+        try {
+            Process process = new ProcessBuilder("stty", argument).redirectInput(TERMINAL)
+                    .redirectError(new File("/dev/null")).start();
+            ByteArrayOutputStream out = new ByteArrayOutputStream();
+            for (int b = process.getInputStream().read(); b >= 0; b = process.getInputStream().read()) {
+                out.write(b);
+            }
+            return process.waitFor() == 0 ? out.toString().trim() : null;
+        } catch (IOException noTerminal) {
+            return null;
+        } catch (InterruptedException e) {
+            throw new IllegalStateException(e);
+        }
+    }
+}

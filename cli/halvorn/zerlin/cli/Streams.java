@@ -1,0 +1,110 @@
+// Input and output of commands: files or pipes, with a progress bar on the terminal.
+package halvorn.zerlin.cli;
+
+import java.io.*;
+import java.nio.file.*;
+import java.util.Arrays;
+import java.util.Locale;
+
+final class Streams {
+    private Streams() {
+    }
+
+    /** Writes to a stream. */
+    interface Writer {
+        void write(OutputStream out) throws IOException;
+    }
+
+    static InputStream in(String file) throws IOException {
+        boolean isFile = file != null && !file.equals("-");
+        InputStream in = isFile ? Files.newInputStream(Paths.get(file)) : new FileInputStream(FileDescriptor.in);
+        return new Progress(in, isFile ? Files.size(Paths.get(file)) : 0);
+    }
+
+    /** Reads all of a short file. */
+    static byte[] read(String file, int limit) throws IOException {
+        try (InputStream in = in(file)) {
+            return read(in, limit);
+        }
+    }
+
+    /** Reads all of a short input. */
+    static byte[] read(InputStream in, int limit) throws IOException {
+        byte[] all = new byte[limit + 1];
+        int length = 0;
+        for (int n = in.read(all); n > 0; n = in.read(all, length, all.length - length)) {
+            length += n;
+        }
+        if (length > limit) {
+            throw new IOException("The input has more than " + limit + " bytes");
+        }
+        byte[] input = Arrays.copyOf(all, length);
+        Arrays.fill(all, (byte) 0);
+        return input;
+    }
+
+    /** Writes a file, which gets its name when all is written, or standard output. */
+    static void write(String file, Writer writer) throws IOException {
+        if (file == null || file.equals("-")) {
+            try (OutputStream out = new BufferedOutputStream(new FileOutputStream(FileDescriptor.out), 65536)) {
+                writer.write(out);
+            }
+            return;
+        }
+        Path target = Paths.get(file).toAbsolutePath();
+        if (Files.exists(target) && !Files.isRegularFile(target)) { // such as /dev/null
+            try (OutputStream out = Files.newOutputStream(target)) {
+                writer.write(out);
+            }
+            return;
+        }
+        Path part = Files.createTempFile(target.getParent(), target.getFileName().toString(), ".part");
+        try {
+            try (OutputStream out = Files.newOutputStream(part)) {
+                writer.write(out);
+            }
+            Files.move(part, target, StandardCopyOption.REPLACE_EXISTING);
+        } finally {
+            Files.deleteIfExists(part);
+        }
+    }
+
+    /** Shows how much was read, once it is more than a MiB. */
+    private static final class Progress extends FilterInputStream {
+        private static final int MIB = 1 << 20;
+        private final boolean isShown = Output.isTerminal(2);
+        private final long start = System.nanoTime();
+        private final long size;
+        private long done;
+        private long last = start;
+
+        Progress(InputStream in, long size) {
+            super(in);
+            this.size = size;
+        }
+
+        @Override
+        public int read(byte[] bytes, int from, int length) throws IOException {
+            int read = super.read(bytes, from, length);
+            done += Math.max(0, read);
+            long now = System.nanoTime();
+            if (isShown && done > MIB && now - last > 100_000_000) {
+                last = now;
+                double rate = done * 1e9 / MIB / (now - start);
+                int tenths = size < MIB ? 0 : (int) Math.min(30, 30 * done / size);
+                System.err.printf(Locale.ROOT, "\r%s%d MiB, %.0f MiB/s\033[K", size < MIB ? ""
+                    : "[" + "##############################".substring(30 - tenths)
+                    + "                              ".substring(tenths) + "] ", done / MIB, rate);
+            }
+            return read;
+        }
+
+        @Override
+        public void close() throws IOException {
+            if (last != start) {
+                System.err.print("\r\033[K");
+            }
+            super.close();
+        }
+    }
+}

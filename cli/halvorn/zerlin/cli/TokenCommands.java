@@ -1,0 +1,123 @@
+// Tokens prepared: initialised, their PINs set.
+package halvorn.zerlin.cli;
+
+import halvorn.zerlin.CK_TOKEN_INFO;
+import halvorn.zerlin.constants.CKF;
+import halvorn.zerlin.constants.CKU;
+import halvorn.zerlin.token.*;
+
+import picocli.CommandLine.*;
+import picocli.CommandLine.Model.CommandSpec;
+
+import java.io.IOException;
+import java.util.Arrays;
+
+@Command(name = "token", description = "Prepare tokens.", footer = "%nExample: zerlin token init --help")
+final class TokenCommands implements Runnable {
+    @Spec
+    private CommandSpec spec;
+
+    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.")
+    private boolean help;
+
+    @Command(name = "init", description = "Initialize a token: everything on it is deleted. Then set the PIN of the user.",
+            footer = "%nExample: zerlin token init Payments --so-pin-file so --pin-file pin")
+    int init(@Mixin TokenOptions options,
+            @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
+            @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
+            String soPinFile,
+            @Option(names = {"-y", "--yes"}, description = "Do not ask before a token is erased.") boolean yes)
+            throws Exception {
+        CK_TOKEN_INFO.paddedLabel(label);
+        return TokenOptions.withLibrary(library -> {
+            Slot slot = options.token == null ? empty(library) : TokenOptions.slot(library, Uri.of(options.token, "token"));
+            CK_TOKEN_INFO info = slot.tokenInfo();
+            if ((info.flags & CKF.TOKEN_INITIALIZED) != 0) {
+                Pins.confirm(yes, "Delete everything on the token " + info.getLabel() + ", serial " + info.getSerialNumber() + "?");
+            }
+            byte[] soPin = soPin(soPinFile);
+            byte[] again = soPin.clone();
+            byte[] pin = newPin(options);
+            slot.initToken(soPin, label);
+            try (Session session = slot.openWritableSession()) {
+                session.login(CKU.SO, again);
+                session.initPin(pin);
+            }
+            return 0;
+        });
+    }
+
+    @Command(name = "pin", description = "Change the PIN of the user, who names the old one. With --reset the security officer"
+            + " sets a new one.", footer = "%nExample: zerlin token pin --token Payments --new-pin-file new")
+    int pin(@Mixin TokenOptions options,
+            @Option(names = "--new-pin-file", paramLabel = "FILE", description = "Read the new PIN from FILE.") String newPinFile,
+            @Option(names = "--reset", description = "The security officer sets the PIN.") boolean reset,
+            @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
+            String soPinFile) throws Exception {
+        Uri uri = Uri.of(options.token, "token");
+        return TokenOptions.withLibrary(library -> {
+            try (Session session = TokenOptions.slot(library, uri).openWritableSession()) {
+                byte[] old = reset ? soPin(soPinFile) : options.pin(uri, "Old PIN: ");
+                byte[] pin = newPinFile != null ? Pins.read(newPinFile) : twice("New PIN");
+                if (reset) {
+                    session.login(CKU.SO, old);
+                    session.initPin(pin);
+                } else {
+                    session.setPin(old, pin);
+                }
+            }
+            return 0;
+        });
+    }
+
+    @Command(name = "reset", description = "Delete everything on a token with the vendor's call, which keeps the PIN of the"
+            + " security officer.", footer = "%nExample: zerlin token reset Payments --token Payments --so-pin-file so")
+    int reset(@Mixin TokenOptions options,
+            @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
+            @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
+            String soPinFile,
+            @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
+        CK_TOKEN_INFO.paddedLabel(label);
+        return TokenOptions.withLibrary(library -> {
+            Slot slot = TokenOptions.slot(library, Uri.of(options.token, "token"));
+            Pins.confirm(yes, "Delete everything on the token " + slot.tokenInfo().getLabel() + "?");
+            byte[] soPin = soPin(soPinFile);
+            byte[] again = soPin.clone();
+            try (Session session = slot.openWritableSession()) {
+                session.login(CKU.SO, soPin);
+                session.vendorResetToken(again, label);
+            }
+            return 0;
+        });
+    }
+
+    private static Slot empty(Library library) {
+        return library.slots(true).stream().filter(slot -> (slot.tokenInfo().flags & CKF.TOKEN_INITIALIZED) == 0).findFirst()
+                .orElseThrow(() -> new Failure(Failure.NOT_FOUND, "No token is new; --token names one that may be erased"));
+    }
+
+    private static byte[] soPin(String file) throws IOException {
+        return file != null ? Pins.read(file) : Pins.ask("PIN of the security officer: ");
+    }
+
+    private static byte[] newPin(TokenOptions options) throws IOException {
+        boolean asks = options.pinFile == null && options.pinFd == null && options.pin == null;
+        return asks ? twice("New PIN of the user") : options.pin(Uri.of(null, null), "");
+    }
+
+    private static byte[] twice(String question) throws IOException {
+        byte[] pin = Pins.ask(question + ": ");
+        byte[] again = Pins.ask(question + ", again: ");
+        boolean same = Arrays.equals(pin, again);
+        Arrays.fill(again, (byte) 0);
+        if (!same) {
+            throw new Failure(Failure.PIN, "The two PINs differ");
+        }
+        return pin;
+    }
+
+    @Override
+    public void run() {
+        throw new ParameterException(spec.commandLine(), "Which command? \"zerlin token --help\" lists them");
+    }
+}

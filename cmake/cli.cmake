@@ -1,0 +1,44 @@
+# The command zerlin: its jar, and the script build/<abi>/bin/zerlin with an archive of loaded classes, which makes it
+# start faster. With another JVM the archive is not used.
+set(picocli /usr/share/java/picocli.jar)
+set(zerlin_cli_jar ${PROJECT_BINARY_DIR}/zerlin-cli.jar)
+set(zerlin_cli_classes ${PROJECT_BINARY_DIR}/cli/classes)
+set(cli_manifest ${PROJECT_BINARY_DIR}/cli/MANIFEST.MF)
+set(cli_script ${PROJECT_BINARY_DIR}/bin/zerlin)
+set(cli_archive ${PROJECT_BINARY_DIR}/bin/zerlin.jsa)
+file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.java)
+
+# Installed, the three jars lie in one folder. What is not there is ignored.
+file(CONFIGURE OUTPUT ${cli_manifest} @ONLY CONTENT
+"Main-Class: halvorn.zerlin.cli.Main
+Class-Path: zerlin.jar picocli.jar file:${picocli}
+Enable-Native-Access: ALL-UNNAMED
+")
+add_custom_command(
+    OUTPUT ${zerlin_cli_jar}
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${zerlin_cli_classes}
+    COMMAND ${ZERLIN_JDK}/bin/javac --release 8 -encoding UTF-8 -Xlint:all,-options,-path -Werror -proc:none
+        -cp ${zerlin_jar}:${picocli} -d ${zerlin_cli_classes} ${cli_sources}
+    COMMAND ${ZERLIN_JDK}/bin/jar --create --file ${zerlin_cli_jar} --manifest ${cli_manifest} -C ${zerlin_cli_classes} .
+    DEPENDS ${cli_sources} ${zerlin_jar} ${cli_manifest}
+    COMMENT "Compiling the command zerlin"
+    VERBATIM)
+
+if(NOT ZERLIN_SANITIZE)
+    set(cli_library_folder ${PROJECT_BINARY_DIR}/lib)
+    configure_file(${PROJECT_SOURCE_DIR}/cli/zerlin.in ${cli_script} @ONLY
+        FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+    set(cli_training ${PROJECT_SOURCE_DIR}/tools/with-token --module ${ZERLIN_SOFTHSM} ${cli_script} slots >/dev/null)
+    list(JOIN cli_training " " cli_training)
+    add_custom_command(
+        OUTPUT ${cli_archive}
+        COMMAND ${CMAKE_COMMAND} -E rm -f ${cli_archive}
+        COMMAND env ZERLIN_ARCHIVE=make sh -c ${cli_training}
+        DEPENDS ${zerlin_cli_jar} ${cli_script} zerlin softtoken ${PROJECT_SOURCE_DIR}/tools/with-token
+        COMMENT "Making the class archive of the command zerlin"
+        VERBATIM)
+    add_custom_target(cli ALL DEPENDS ${cli_archive})
+else()
+    add_custom_target(cli ALL DEPENDS ${zerlin_cli_jar})
+endif()
+add_dependencies(cli java)
