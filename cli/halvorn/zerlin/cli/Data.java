@@ -19,8 +19,7 @@ final class Data {
     @Command(name = "random", description = "Print random bytes of the token, in hexadecimal digits.",
             footer = "%nExample: zerlin random 32 -o seed.bin")
     static final class Random implements Callable<Integer> {
-        @Mixin
-        private TokenOptions options;
+        @Mixin private TokenOptions options;
 
         @Parameters(paramLabel = "LENGTH", description = "The number of bytes.")
         private long length;
@@ -53,8 +52,7 @@ final class Data {
     @Command(name = "digest", description = "Hash a file or standard input on the token.",
             footer = "%nExample: zerlin digest -m sha512 report.pdf")
     static final class Digest implements Callable<Integer> {
-        @Mixin
-        private TokenOptions options;
+        @Mixin private TokenOptions options;
 
         @Option(names = {"-m", "--mechanism"}, paramLabel = "NAME", defaultValue = "sha256",
                 description = "The mechanism; ${DEFAULT-VALUE} without it.")

@@ -17,11 +17,8 @@ import java.util.concurrent.Callable;
 class Encrypt implements Callable<Integer> {
     private static final int WHOLE = 1 << 16;
 
-    @Mixin
-    private TokenOptions options;
-
-    @Mixin
-    private MechanismOptions mechanism;
+    @Mixin private TokenOptions options;
+    @Mixin private MechanismOptions mechanism;
 
     @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.")
     private String key;
@@ -29,9 +26,7 @@ class Encrypt implements Callable<Integer> {
     @Option(names = {"-i", "--input"}, paramLabel = "FILE", description = "The input; without it, standard input.")
     private String input;
 
-    @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output; without it, standard output. The file"
-            + " appears when all is done.")
-    private String output;
+    @Mixin private OutputFile output;
 
     @Override
     public Integer call() throws Exception {
@@ -51,7 +46,7 @@ class Encrypt implements Callable<Integer> {
                     new DataInputStream(in).readFully(iv);
                 }
                 CK_MECHANISM with = mechanism.mechanism(type, iv);
-                Streams.write(output, out -> {
+                output.write(out -> {
                     out.write(iv == null ? new byte[0] : iv, 0, encrypts ? ivLength : 0);
                     if (MechanismOptions.isWhole(type)) {
                         byte[] data = Streams.read(in, WHOLE);

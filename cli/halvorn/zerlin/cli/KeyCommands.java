@@ -11,31 +11,23 @@ import halvorn.zerlin.params.CK_ECDH1_DERIVE_PARAMS;
 import halvorn.zerlin.token.*;
 
 import picocli.CommandLine.*;
-import picocli.CommandLine.Model.CommandSpec;
 
 import java.io.IOException;
 import java.math.BigInteger;
-import java.security.KeyFactory;
-import java.security.PublicKey;
-import java.security.interfaces.ECPublicKey;
-import java.security.interfaces.RSAPublicKey;
+import java.security.*;
+import java.security.interfaces.*;
+import java.security.spec.PKCS8EncodedKeySpec;
 import java.security.spec.X509EncodedKeySpec;
 import java.util.*;
 
 @Command(name = "key", description = "Make, move and delete keys.", footer = "%nExample: zerlin key generate --help")
-final class KeyCommands implements Runnable {
+final class KeyCommands extends Group {
     // The curves: names, and object identifiers.
     private static final String[][] CURVES = {{"p256", "1.2.840.10045.3.1.7"}, {"p384", "1.3.132.0.34"},
         {"p521", "1.3.132.0.35"}, {"secp256k1", "1.3.132.0.10"}};
     // What a key may be used for: the attributes of a public key, and of a private one; a secret key has both.
     private static final Object[][] USES = {{"sign", CKA.VERIFY, CKA.SIGN}, {"encrypt", CKA.ENCRYPT, CKA.DECRYPT},
         {"wrap", CKA.WRAP, CKA.UNWRAP}, {"derive", null, CKA.DERIVE}};
-
-    @Spec
-    private CommandSpec spec;
-
-    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.")
-    private boolean help;
 
     /** What a new key is like. */
     static final class NewKey {
@@ -146,36 +138,43 @@ final class KeyCommands implements Runnable {
             footer = "%nExample: zerlin key export invoices -o invoices.pem")
     int export(@Mixin TokenOptions options,
             @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.") String name,
-            @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output; without it, standard output.")
-            String output) throws Exception {
+            @Mixin OutputFile output) throws Exception {
         Uri uri = Uri.of(name, "object");
         return options.withToken(uri, false, false, token -> {
             byte[] info = Keys.subjectPublicKeyInfo(token.session, token.find(uri, CKO.PUBLIC_KEY));
-            Streams.write(output, out -> out.write(pem("PUBLIC KEY", info)));
+            output.write(pem("PUBLIC KEY", info));
             return 0;
         });
     }
 
-    @Command(name = "import", description = "Store a public key (PEM or DER), or the bytes of a secret key.",
+    @Command(name = "import", description = "Store a public key or a private one (PKCS #8), in PEM or DER, or"
+            + " the bytes of a secret key.",
             footer = "%nExample: zerlin key import public partner.pem --label partner --use wrap")
     int importKey(@Mixin TokenOptions options, @Mixin NewKey key,
-            @Parameters(paramLabel = "TYPE", description = "public, aes, des3 or generic.") String type,
+            @Parameters(paramLabel = "TYPE", description = "public, private, aes, des3 or generic.") String type,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file) throws Exception {
-        long objectClass = type.equals("public") ? CKO.PUBLIC_KEY : CKO.SECRET_KEY;
-        long secretType = secretType(type);
         byte[] bytes = Streams.read(file, 1 << 16);
-        PublicKey publicKey = objectClass == CKO.PUBLIC_KEY ? publicKey(unpem(bytes)) : null;
+        long secretType = type.matches("public|private") ? -1 : secretType(type);
+        Key read = secretType != -1 ? null : type.equals("public") ? publicKey(unpem(bytes)) : privateKey(unpem(bytes));
         return options.withToken(Uri.of(null, null), true, true, token -> {
             byte[] id = key.newId(token.session);
-            Attributes template;
-            if (publicKey instanceof RSAPublicKey) {
-                template = key.template(objectClass, CKK.RSA, id).with(CKA.MODULUS, ((RSAPublicKey) publicKey).getModulus())
-                        .with(CKA.PUBLIC_EXPONENT, ((RSAPublicKey) publicKey).getPublicExponent());
-            } else if (publicKey != null) {
-                template = key.template(objectClass, CKK.EC, id).with(CKA.EC_PARAMS, ecParameters(publicKey))
-                        .with(CKA.EC_POINT, Der.of(4, point(publicKey)));
+            long keyType = secretType != -1 ? secretType : read instanceof RSAKey ? CKK.RSA : CKK.EC;
+            Attributes template = key.template(read == null ? CKO.SECRET_KEY : read instanceof PublicKey ? CKO.PUBLIC_KEY
+                : CKO.PRIVATE_KEY, keyType, id);
+            if (read == null) {
+                template.with(CKA.VALUE, bytes);
+            } else if (read instanceof RSAPublicKey) {
+                template.with(CKA.MODULUS, ((RSAPublicKey) read).getModulus())
+                        .with(CKA.PUBLIC_EXPONENT, ((RSAPublicKey) read).getPublicExponent());
+            } else if (read instanceof RSAPrivateCrtKey) {
+                RSAPrivateCrtKey rsa = (RSAPrivateCrtKey) read;
+                template.with(CKA.MODULUS, rsa.getModulus()).with(CKA.PUBLIC_EXPONENT, rsa.getPublicExponent())
+                        .with(CKA.PRIVATE_EXPONENT, rsa.getPrivateExponent()).with(CKA.PRIME_1, rsa.getPrimeP())
+                        .with(CKA.PRIME_2, rsa.getPrimeQ()).with(CKA.EXPONENT_1, rsa.getPrimeExponentP())
+                        .with(CKA.EXPONENT_2, rsa.getPrimeExponentQ()).with(CKA.COEFFICIENT, rsa.getCrtCoefficient());
             } else {
-                template = key.template(objectClass, secretType, id).with(CKA.VALUE, bytes);
+                template.with(CKA.EC_PARAMS, ecParameters((ECKey) read)).with(read instanceof ECPrivateKey ? CKA.VALUE
+                    : CKA.EC_POINT, read instanceof ECPrivateKey ? ((ECPrivateKey) read).getS() : Der.of(4, point(read)));
             }
             CK_OBJECT_HANDLE made = token.session.create(template);
             Arrays.fill(bytes, (byte) 0);
@@ -188,14 +187,13 @@ final class KeyCommands implements Runnable {
     int wrap(@Mixin TokenOptions options, @Mixin MechanismOptions mechanism,
             @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.") String name,
             @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that encrypts it.") String with,
-            @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output; without it, standard output.")
-            String output) throws Exception {
+            @Mixin OutputFile output) throws Exception {
         Uri uri = Uri.of(name, "object");
         return options.withToken(uri, false, true, token -> {
             CK_OBJECT_HANDLE wrapping = token.find(Uri.of(with, "object"), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
             CK_MECHANISM how = mechanism.mechanism(mechanism.type(token, wrapping, MechanismOptions.WRAP), mechanism.vector());
             byte[] wrapped = token.session.wrap(how, wrapping, token.find(uri, CKO.SECRET_KEY, CKO.PRIVATE_KEY));
-            Streams.write(output, out -> out.write(wrapped));
+            output.write(wrapped);
             return 0;
         });
     }
@@ -255,22 +253,22 @@ final class KeyCommands implements Runnable {
         });
     }
 
-    private static int made(TokenOptions options, OpenToken token, CK_OBJECT_HANDLE... objects) throws IOException {
+    static int made(TokenOptions options, OpenToken token, CK_OBJECT_HANDLE... objects) throws IOException {
         List<Map<String, Object>> rows = new ArrayList<>();
         for (CK_OBJECT_HANDLE object : objects) {
             rows.add(record("uri", token.uri(object)));
         }
-        for (Map<String, Object> row : options.json ? new ArrayList<Map<String, Object>>() : rows) {
-            Output.line((String) row.get("uri"));
-        }
         if (options.json) {
             Output.print(true, rows);
+        }
+        for (int i = 0; i < rows.size() && !options.json; i++) {
+            Output.line((String) rows.get(i).get("uri"));
         }
         return 0;
     }
 
     private static long secretType(String type) {
-        if (!type.matches("public|aes|des3|generic")) {
+        if (!type.matches("aes|des3|generic")) {
             throw new Failure(Failure.USAGE, "There is no key type " + type + ": --help lists them");
         }
         return type.equals("aes") ? CKK.AES : type.equals("des3") ? CKK.DES3 : CKK.GENERIC_SECRET;
@@ -287,34 +285,42 @@ final class KeyCommands implements Runnable {
             : Base64.getMimeDecoder().decode(text.replaceFirst("(?s).*?-----BEGIN [^\n]*\n", "").replaceFirst("(?s)-----.*", ""));
     }
 
-    private static PublicKey publicKey(byte[] info) throws IOException {
+    /** Makes a key of one algorithm. */
+    private interface Maker<T> {
+        T make(KeyFactory factory) throws GeneralSecurityException;
+    }
+
+    private static <T> T key(Maker<T> maker) throws IOException {
         for (String algorithm : new String[] {"RSA", "EC"}) {
             try {
-                return KeyFactory.getInstance(algorithm).generatePublic(new X509EncodedKeySpec(info));
-            } catch (java.security.GeneralSecurityException other) {
+                return maker.make(KeyFactory.getInstance(algorithm));
+            } catch (GeneralSecurityException other) {
                 continue;
             }
         }
-        throw new IOException("The input is no public key of RSA or of an elliptic curve");
+        throw new IOException("The input is no such key of RSA or of an elliptic curve");
     }
 
-    private static byte[] ecParameters(PublicKey key) throws Exception {
-        java.security.AlgorithmParameters parameters = java.security.AlgorithmParameters.getInstance("EC");
-        parameters.init(((ECPublicKey) key).getParams());
+    static PublicKey publicKey(byte[] info) throws IOException {
+        return key(factory -> factory.generatePublic(new X509EncodedKeySpec(info)));
+    }
+
+    private static Key privateKey(byte[] info) throws IOException {
+        return key(factory -> factory.generatePrivate(new PKCS8EncodedKeySpec(info)));
+    }
+
+    private static byte[] ecParameters(ECKey key) throws Exception {
+        AlgorithmParameters parameters = AlgorithmParameters.getInstance("EC");
+        parameters.init(key.getParams());
         return parameters.getEncoded();
     }
 
-    private static byte[] point(PublicKey key) {
+    private static byte[] point(Key key) {
         if (!(key instanceof ECPublicKey)) {
             throw new Failure(Failure.INPUT, "The other key is of no elliptic curve");
         }
         byte[] info = key.getEncoded();
         int bits = ((ECPublicKey) key).getParams().getCurve().getField().getFieldSize();
         return Arrays.copyOfRange(info, info.length - 1 - 2 * ((bits + 7) / 8), info.length);
-    }
-
-    @Override
-    public void run() {
-        throw new ParameterException(spec.commandLine(), "Which command? \"zerlin key --help\" lists them");
     }
 }

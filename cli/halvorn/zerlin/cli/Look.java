@@ -25,8 +25,7 @@ final class Look {
     @Command(name = "info", description = "Show the JVM, the libraries and the module: their versions, and where they were"
             + " found.", footer = "%nExample: zerlin info")
     static final class Info implements Callable<Integer> {
-        @Mixin
-        private TokenOptions options;
+        @Mixin private TokenOptions options;
 
         @Override
         public Integer call() throws Exception {
@@ -64,8 +63,7 @@ final class Look {
     @Command(name = "slots", description = "List the slots and their tokens.",
             footer = "%nExample: zerlin slots --json")
     static final class Slots implements Callable<Integer> {
-        @Mixin
-        private TokenOptions options;
+        @Mixin private TokenOptions options;
 
         @Override
         public Integer call() throws Exception {
@@ -92,8 +90,7 @@ final class Look {
     @Command(name = "mechanisms", description = "List the mechanisms of a token, and what they can do.",
             footer = "%nExample: zerlin mechanisms --of aes-gcm")
     static final class Mechanisms implements Callable<Integer> {
-        @Mixin
-        private TokenOptions options;
+        @Mixin private TokenOptions options;
 
         @Option(names = "--of", paramLabel = "NAME", description = "Only this mechanism, in any spelling.")
         private String name;
@@ -125,8 +122,7 @@ final class Look {
     @Command(name = "objects", description = "List the objects of a token; those that are private too after a login.",
             footer = "%nExample: zerlin objects --login")
     static final class Objects implements Callable<Integer> {
-        @Mixin
-        private TokenOptions options;
+        @Mixin private TokenOptions options;
 
         @Parameters(arity = "0..1", paramLabel = "URI", description = "Only the objects that this URI, or this label, fits.")
         private String uri;

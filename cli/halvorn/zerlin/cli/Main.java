@@ -13,14 +13,11 @@ import java.util.Arrays;
 @Command(name = "zerlin", description = "Look at PKCS#11 tokens and work with their keys.", version = "zerlin",
         subcommands = {Look.Info.class, Look.Slots.class, Look.Mechanisms.class, Look.Objects.class, Data.Random.class,
             Data.Digest.class, TokenCommands.class, KeyCommands.class, Sign.class, Sign.Verify.class, Encrypt.class,
-            Encrypt.Decrypt.class},
+            Encrypt.Decrypt.class, CertCommands.Csr.class, CertCommands.class, Bench.class},
         synopsisSubcommandLabel = "COMMAND", footer = {"",
             "Exit codes: 0 done; 1 the answer is no (a wrong signature, or you said no); 2 usage; 3 no such token, object or"
             + " mechanism, or several; 4 PIN; 5 token or library; 6 input or output."})
-public final class Main implements Runnable {
-    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.")
-    private boolean help;
-
+public final class Main extends Group {
     @Option(names = "--version", versionHelp = true, description = "Show the version.")
     private boolean version;
 
@@ -62,10 +59,5 @@ public final class Main implements Runnable {
             e.printStackTrace();
         }
         return code;
-    }
-
-    @Override
-    public void run() {
-        throw new Failure(Failure.USAGE, "Which command? \"zerlin --help\" lists them");
     }
 }

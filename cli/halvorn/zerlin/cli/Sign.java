@@ -20,11 +20,8 @@ import java.util.concurrent.Callable;
 final class Sign implements Callable<Integer> {
     private static final int WHOLE = 1 << 16;
 
-    @Mixin
-    private TokenOptions options;
-
-    @Mixin
-    private MechanismOptions mechanism;
+    @Mixin private TokenOptions options;
+    @Mixin private MechanismOptions mechanism;
 
     @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.")
     private String key;
@@ -32,8 +29,7 @@ final class Sign implements Callable<Integer> {
     @Option(names = {"-i", "--input"}, paramLabel = "FILE", description = "The data; without it, standard input.")
     private String input;
 
-    @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The signature; without it, standard output.")
-    private String output;
+    @Mixin private OutputFile output;
 
     @Option(names = "--plain", description = "Write a signature of ECDSA as its two numbers, as PKCS#11 has it.")
     private boolean plain;
@@ -47,7 +43,7 @@ final class Sign implements Callable<Integer> {
             try (InputStream in = Streams.in(input)) {
                 byte[] signature = sign(token, handle, mechanism.mechanism(type, null), in);
                 boolean isDer = isEcdsa(type) && !plain;
-                Streams.write(output, out -> out.write(isDer ? Keys.signatureToDer(signature) : signature));
+                output.write(isDer ? Keys.signatureToDer(signature) : signature);
             }
             return 0;
         });
@@ -83,11 +79,8 @@ final class Sign implements Callable<Integer> {
     @Command(name = "verify", description = "Verify a signature; the exit code is 1 if it is wrong.",
             footer = "%nExample: zerlin verify invoices report.sig -i report.pdf")
     static final class Verify implements Callable<Integer> {
-        @Mixin
-        private TokenOptions options;
-
-        @Mixin
-        private MechanismOptions mechanism;
+        @Mixin private TokenOptions options;
+        @Mixin private MechanismOptions mechanism;
 
         @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.")
         private String key;

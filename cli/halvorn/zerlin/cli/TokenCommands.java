@@ -7,25 +7,27 @@ import halvorn.zerlin.constants.CKU;
 import halvorn.zerlin.token.*;
 
 import picocli.CommandLine.*;
-import picocli.CommandLine.Model.CommandSpec;
 
 import java.io.IOException;
 import java.util.Arrays;
 
 @Command(name = "token", description = "Prepare tokens.", footer = "%nExample: zerlin token init --help")
-final class TokenCommands implements Runnable {
-    @Spec
-    private CommandSpec spec;
+final class TokenCommands extends Group {
+    /** The PIN of the security officer. */
+    static final class SoPin {
+        @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
+        private String file;
 
-    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.")
-    private boolean help;
+        private byte[] pin() throws IOException {
+            return file != null ? Pins.read(file) : Pins.ask("PIN of the security officer: ");
+        }
+    }
 
     @Command(name = "init", description = "Initialize a token: everything on it is deleted. Then set the PIN of the user.",
             footer = "%nExample: zerlin token init Payments --so-pin-file so --pin-file pin")
     int init(@Mixin TokenOptions options,
             @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
-            @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
-            String soPinFile,
+            @Mixin SoPin officer,
             @Option(names = {"-y", "--yes"}, description = "Do not ask before a token is erased.") boolean yes)
             throws Exception {
         CK_TOKEN_INFO.paddedLabel(label);
@@ -35,7 +37,7 @@ final class TokenCommands implements Runnable {
             if ((info.flags & CKF.TOKEN_INITIALIZED) != 0) {
                 Pins.confirm(yes, "Delete everything on the token " + info.getLabel() + ", serial " + info.getSerialNumber() + "?");
             }
-            byte[] soPin = soPin(soPinFile);
+            byte[] soPin = officer.pin();
             byte[] again = soPin.clone();
             byte[] pin = newPin(options);
             slot.initToken(soPin, label);
@@ -52,12 +54,11 @@ final class TokenCommands implements Runnable {
     int pin(@Mixin TokenOptions options,
             @Option(names = "--new-pin-file", paramLabel = "FILE", description = "Read the new PIN from FILE.") String newPinFile,
             @Option(names = "--reset", description = "The security officer sets the PIN.") boolean reset,
-            @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
-            String soPinFile) throws Exception {
+            @Mixin SoPin officer) throws Exception {
         Uri uri = Uri.of(options.token, "token");
         return TokenOptions.withLibrary(library -> {
             try (Session session = TokenOptions.slot(library, uri).openWritableSession()) {
-                byte[] old = reset ? soPin(soPinFile) : options.pin(uri, "Old PIN: ");
+                byte[] old = reset ? officer.pin() : options.pin(uri, "Old PIN: ");
                 byte[] pin = newPinFile != null ? Pins.read(newPinFile) : twice("New PIN");
                 if (reset) {
                     session.login(CKU.SO, old);
@@ -74,14 +75,13 @@ final class TokenCommands implements Runnable {
             + " security officer.", footer = "%nExample: zerlin token reset Payments --token Payments --so-pin-file so")
     int reset(@Mixin TokenOptions options,
             @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
-            @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
-            String soPinFile,
+            @Mixin SoPin officer,
             @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
         CK_TOKEN_INFO.paddedLabel(label);
         return TokenOptions.withLibrary(library -> {
             Slot slot = TokenOptions.slot(library, Uri.of(options.token, "token"));
             Pins.confirm(yes, "Delete everything on the token " + slot.tokenInfo().getLabel() + "?");
-            byte[] soPin = soPin(soPinFile);
+            byte[] soPin = officer.pin();
             byte[] again = soPin.clone();
             try (Session session = slot.openWritableSession()) {
                 session.login(CKU.SO, soPin);
@@ -94,10 +94,6 @@ final class TokenCommands implements Runnable {
     private static Slot empty(Library library) {
         return library.slots(true).stream().filter(slot -> (slot.tokenInfo().flags & CKF.TOKEN_INITIALIZED) == 0).findFirst()
                 .orElseThrow(() -> new Failure(Failure.NOT_FOUND, "No token is new; --token names one that may be erased"));
-    }
-
-    private static byte[] soPin(String file) throws IOException {
-        return file != null ? Pins.read(file) : Pins.ask("PIN of the security officer: ");
     }
 
     private static byte[] newPin(TokenOptions options) throws IOException {
@@ -114,10 +110,5 @@ final class TokenCommands implements Runnable {
             throw new Failure(Failure.PIN, "The two PINs differ");
         }
         return pin;
-    }
-
-    @Override
-    public void run() {
-        throw new ParameterException(spec.commandLine(), "Which command? \"zerlin token --help\" lists them");
     }
 }

@@ -1,0 +1,90 @@
+// How many signatures a second a token makes.
+package halvorn.zerlin.cli;
+
+import static halvorn.zerlin.cli.Output.record;
+
+import halvorn.zerlin.CK_MECHANISM;
+import halvorn.zerlin.CK_OBJECT_HANDLE;
+import halvorn.zerlin.constants.CKO;
+import halvorn.zerlin.token.Session;
+
+import picocli.CommandLine.*;
+
+import java.io.ByteArrayInputStream;
+import java.util.*;
+import java.util.concurrent.*;
+import java.util.concurrent.ExecutionException;
+import java.util.concurrent.atomic.LongAdder;
+
+@Command(name = "bench", description = "Measure how many signatures a second the token makes with a key, with one thread and"
+        + " more.", footer = "%nExample: zerlin bench invoices --threads 4 --pin-file pin")
+final class Bench implements Callable<Integer> {
+    @Mixin private TokenOptions options;
+    @Mixin private MechanismOptions mechanism;
+
+    @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.")
+    private String key;
+
+    @Option(names = "--threads", defaultValue = "4", paramLabel = "N", description = "The greatest number of threads;"
+            + " ${DEFAULT-VALUE} without it. Each number that is a power of two is measured too.")
+    private int threads;
+
+    @Option(names = "--seconds", defaultValue = "3", paramLabel = "N", description = "How long each measurement lasts;"
+            + " ${DEFAULT-VALUE} without it.")
+    private int seconds;
+
+    @Override
+    public Integer call() throws Exception {
+        if (threads < 1 || threads > 1000 || seconds < 1) {
+            throw new Failure(Failure.USAGE, "--threads is from 1 to 1000, --seconds at least 1");
+        }
+        Uri uri = Uri.of(key, "object");
+        return options.withToken(uri, false, true, token -> {
+            CK_OBJECT_HANDLE handle = token.find(uri, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
+            long type = mechanism.type(token, handle, MechanismOptions.SIGN);
+            List<Map<String, Object>> rows = new ArrayList<>();
+            for (int count = 1; count < 2 * threads; count *= 2) {
+                int n = Math.min(count, threads);
+                if (Output.isTerminal(2)) {
+                    System.err.print("\r" + n + " of " + threads + " threads\033[K");
+                }
+                double rate = measure(token, handle, type, n);
+                rows.add(record("mechanism", Values.mechanism(type), "threads", n, "signaturesPerSecond",
+                        Math.round(rate * 10) / 10.0));
+            }
+            System.err.print(Output.isTerminal(2) ? "\r\033[K" : "");
+            Output.print(options.json, rows);
+            return 0;
+        });
+    }
+
+    private double measure(OpenToken token, CK_OBJECT_HANDLE handle, long type, int n) throws Exception {
+        ExecutorService pool = Executors.newFixedThreadPool(n);
+        try {
+            LongAdder made = new LongAdder();
+            long start = System.nanoTime();
+            long end = start + seconds * 1_000_000_000L;
+            List<Future<?>> work = new ArrayList<>();
+            for (int i = 0; i < n; i++) {
+                work.add(pool.submit(() -> {
+                    try (Session session = token.slot.openSession()) {
+                        OpenToken own = new OpenToken(token.library, token.slot, token.info, session);
+                        for (; System.nanoTime() < end; made.increment()) {
+                            CK_MECHANISM how = mechanism.mechanism(type, null);
+                            Sign.sign(own, handle, how, new ByteArrayInputStream(new byte[32]));
+                        }
+                    }
+                    return null;
+                }));
+            }
+            for (Future<?> one : work) {
+                one.get();
+            }
+            return made.sum() * 1e9 / (System.nanoTime() - start);
+        } catch (ExecutionException e) {
+            throw (Exception) e.getCause();
+        } finally {
+            pool.shutdown();
+        }
+    }
+}

@@ -1,0 +1,20 @@
+// The option that names the output of a command.
+package halvorn.zerlin.cli;
+
+import picocli.CommandLine.Option;
+
+import java.io.IOException;
+
+final class OutputFile {
+    @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output, which appears when all of it is written;"
+            + " without it, standard output.")
+    private String file;
+
+    void write(byte[] bytes) throws IOException {
+        Streams.write(file, out -> out.write(bytes));
+    }
+
+    void write(Streams.Writer writer) throws IOException {
+        Streams.write(file, writer);
+    }
+}
