@@ -37,7 +37,27 @@ if(NOT ZERLIN_SANITIZE)
         DEPENDS ${zerlin_cli_jar} ${cli_script} zerlin softtoken ${PROJECT_SOURCE_DIR}/tools/with-token
         COMMENT "Making the class archive of the command zerlin"
         VERBATIM)
-    add_custom_target(cli ALL DEPENDS ${cli_archive})
+
+    # The manual page and the bash completion, from the commands themselves.
+    set(cli_manual ${PROJECT_BINARY_DIR}/cli/zerlin.1)
+    set(cli_completion ${PROJECT_BINARY_DIR}/cli/zerlin.bash)
+    set(cli_page ${PROJECT_SOURCE_DIR}/packaging/ManPage.java)
+    set(cli_path ${zerlin_cli_jar}:${zerlin_jar}:${picocli})
+    add_custom_command(
+        OUTPUT ${cli_manual} ${cli_completion}
+        COMMAND ${ZERLIN_JDK}/bin/java -cp ${cli_path} ${cli_page} ${PROJECT_VERSION} ${cli_manual}
+        COMMAND ${ZERLIN_JDK}/bin/java -cp ${cli_path} picocli.AutoComplete -n zerlin -o ${cli_completion} -f
+            halvorn.zerlin.cli.Main
+        DEPENDS ${zerlin_cli_jar} ${cli_page}
+        COMMENT "Writing the manual page and the completion of the command zerlin"
+        VERBATIM)
+    add_custom_target(cli ALL DEPENDS ${cli_archive} ${cli_manual} ${cli_completion})
+
+    # The installed script finds the jars from its own place; the JVM finds the library where the system keeps it.
+    install(FILES ${zerlin_cli_jar} DESTINATION ${CMAKE_INSTALL_DATADIR}/java)
+    install(PROGRAMS ${PROJECT_SOURCE_DIR}/packaging/zerlin DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(FILES ${cli_manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES ${cli_completion} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zerlin)
 else()
     add_custom_target(cli ALL DEPENDS ${zerlin_cli_jar})
 endif()

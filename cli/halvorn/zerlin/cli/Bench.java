@@ -17,7 +17,7 @@ import java.util.concurrent.ExecutionException;
 import java.util.concurrent.atomic.LongAdder;
 
 @Command(name = "bench", description = "Measure how many signatures a second the token makes with a key, with one thread and"
-        + " more.", footer = "%nExample: zerlin bench invoices --threads 4 --pin-file pin")
+        + " more.", footer = {"", "Example: zerlin bench invoices --threads 4 --pin-file pin"})
 final class Bench implements Callable<Integer> {
     @Mixin private TokenOptions options;
     @Mixin private MechanismOptions mechanism;

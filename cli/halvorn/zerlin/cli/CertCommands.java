@@ -18,9 +18,9 @@ import java.util.concurrent.Callable;
 
 import javax.security.auth.x500.X500Principal;
 
-@Command(name = "cert", description = "Store and read certificates.", footer = "%nExample: zerlin cert list")
+@Command(name = "cert", description = "Store and read certificates.", footer = {"", "Example: zerlin cert list"})
 final class CertCommands extends Group {
-    @Command(name = "list", description = "List the certificates of a token.", footer = "%nExample: zerlin cert list --json")
+    @Command(name = "list", description = "List the certificates of a token.", footer = {"", "Example: zerlin cert list --json"})
     int list(@Mixin TokenOptions options) throws Exception {
         return options.withToken(false, token -> {
             List<Map<String, Object>> rows = new ArrayList<>();
@@ -36,7 +36,7 @@ final class CertCommands extends Group {
     }
 
     @Command(name = "export", description = "Write a certificate as PEM.",
-            footer = "%nExample: zerlin cert export invoices -o invoices.crt")
+            footer = {"", "Example: zerlin cert export invoices -o invoices.crt"})
     int export(@Mixin TokenOptions options, @Mixin OutputFile output,
             @Parameters(paramLabel = "URI", description = "The PKCS#11 URI or the label of the certificate.") String name)
             throws Exception {
@@ -49,7 +49,7 @@ final class CertCommands extends Group {
     }
 
     @Command(name = "import", description = "Store a certificate (PEM or DER). It gets the identifier of the private key with"
-            + " its label, if there is one.", footer = "%nExample: zerlin cert import invoices.crt --label invoices")
+            + " its label, if there is one.", footer = {"", "Example: zerlin cert import invoices.crt --label invoices"})
     int importCertificate(@Mixin TokenOptions options,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file,
             @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label.") String label)
@@ -77,7 +77,7 @@ final class CertCommands extends Group {
     }
 
     @Command(name = "csr", description = "Write a certificate signing request for a key, as PEM.",
-            footer = "%nExample: zerlin csr invoices \"CN=Invoices,O=Example\" --pin-file pin -o invoices.csr")
+            footer = {"", "Example: zerlin csr invoices \"CN=Invoices,O=Example\" --pin-file pin -o invoices.csr"})
     static final class Csr implements Callable<Integer> {
         @Mixin private TokenOptions options;
         @Mixin private OutputFile output;

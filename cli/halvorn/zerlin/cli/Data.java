@@ -17,7 +17,7 @@ final class Data {
     }
 
     @Command(name = "random", description = "Print random bytes of the token, in hexadecimal digits.",
-            footer = "%nExample: zerlin random 32 -o seed.bin")
+            footer = {"", "Example: zerlin random 32 -o seed.bin"})
     static final class Random implements Callable<Integer> {
         @Mixin private TokenOptions options;
 
@@ -50,7 +50,7 @@ final class Data {
     }
 
     @Command(name = "digest", description = "Hash a file or standard input on the token.",
-            footer = "%nExample: zerlin digest -m sha512 report.pdf")
+            footer = {"", "Example: zerlin digest -m sha512 report.pdf"})
     static final class Digest implements Callable<Integer> {
         @Mixin private TokenOptions options;
 

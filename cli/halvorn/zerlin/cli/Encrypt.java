@@ -13,7 +13,7 @@ import java.util.Arrays;
 import java.util.concurrent.Callable;
 
 @Command(name = "encrypt", description = "Encrypt a file or standard input; the output begins with the initialization vector"
-        + " unless --iv names one.", footer = "%nExample: zerlin encrypt files --pin-file pin <report.pdf >report.enc")
+        + " unless --iv names one.", footer = {"", "Example: zerlin encrypt files --pin-file pin <report.pdf >report.enc"})
 class Encrypt implements Callable<Integer> {
     private static final int WHOLE = 1 << 16;
 
@@ -67,7 +67,7 @@ class Encrypt implements Callable<Integer> {
 
     @Command(name = "decrypt", description = "Decrypt what encrypt has written. Discard the output of a decrypt that fails: a"
             + " file does not appear then, but a pipe has had a part.",
-            footer = "%nExample: zerlin decrypt files --pin-file pin -i report.enc -o report.pdf")
+            footer = {"", "Example: zerlin decrypt files --pin-file pin -i report.enc -o report.pdf"})
     static final class Decrypt extends Encrypt {
         @Override
         public Integer call() throws Exception {

@@ -20,7 +20,7 @@ import java.security.spec.PKCS8EncodedKeySpec;
 import java.security.spec.X509EncodedKeySpec;
 import java.util.*;
 
-@Command(name = "key", description = "Make, move and delete keys.", footer = "%nExample: zerlin key generate --help")
+@Command(name = "key", description = "Make, move and delete keys.", footer = {"", "Example: zerlin key generate --help"})
 final class KeyCommands extends Group {
     // The curves: names, and object identifiers.
     private static final String[][] CURVES = {{"p256", "1.2.840.10045.3.1.7"}, {"p384", "1.3.132.0.34"},
@@ -85,7 +85,7 @@ final class KeyCommands extends Group {
     }
 
     @Command(name = "generate", description = "Generate a key or a key pair.",
-            footer = "%nExample: zerlin key generate rsa-3072 --label invoices")
+            footer = {"", "Example: zerlin key generate rsa-3072 --label invoices"})
     int generate(@Mixin TokenOptions options, @Mixin NewKey key, @Parameters(paramLabel = "TYPE", description = "aes-128 to"
             + " aes-256, des3, generic-256 (bits), rsa-2048 and more, ec-p256, ec-p384, ec-p521, ec-secp256k1.") String name)
             throws Exception {
@@ -121,7 +121,7 @@ final class KeyCommands extends Group {
     }
 
     @Command(name = "delete", description = "Delete an object.",
-            footer = "%nExample: zerlin key delete \"pkcs11:object=invoices;type=private\"")
+            footer = {"", "Example: zerlin key delete \"pkcs11:object=invoices;type=private\""})
     int delete(@Mixin TokenOptions options,
             @Parameters(paramLabel = "URI", description = "The PKCS#11 URI or the label of the object.") String name,
             @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
@@ -135,7 +135,7 @@ final class KeyCommands extends Group {
     }
 
     @Command(name = "export", description = "Write a public key as PEM.",
-            footer = "%nExample: zerlin key export invoices -o invoices.pem")
+            footer = {"", "Example: zerlin key export invoices -o invoices.pem"})
     int export(@Mixin TokenOptions options,
             @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.") String name,
             @Mixin OutputFile output) throws Exception {
@@ -149,7 +149,7 @@ final class KeyCommands extends Group {
 
     @Command(name = "import", description = "Store a public key or a private one (PKCS #8), in PEM or DER, or"
             + " the bytes of a secret key.",
-            footer = "%nExample: zerlin key import public partner.pem --label partner --use wrap")
+            footer = {"", "Example: zerlin key import public partner.pem --label partner --use wrap"})
     int importKey(@Mixin TokenOptions options, @Mixin NewKey key,
             @Parameters(paramLabel = "TYPE", description = "public, private, aes, des3 or generic.") String type,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file) throws Exception {
@@ -183,7 +183,7 @@ final class KeyCommands extends Group {
     }
 
     @Command(name = "wrap", description = "Write a key, encrypted with another one.",
-            footer = "%nExample: zerlin key wrap files --with partner --pin-file pin -o files.wrapped")
+            footer = {"", "Example: zerlin key wrap files --with partner --pin-file pin -o files.wrapped"})
     int wrap(@Mixin TokenOptions options, @Mixin MechanismOptions mechanism,
             @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.") String name,
             @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that encrypts it.") String with,
@@ -199,7 +199,7 @@ final class KeyCommands extends Group {
     }
 
     @Command(name = "unwrap", description = "Store a key that was encrypted with another one.",
-            footer = "%nExample: zerlin key unwrap aes files.wrapped --with invoices --label files")
+            footer = {"", "Example: zerlin key unwrap aes files.wrapped --with invoices --label files"})
     int unwrap(@Mixin TokenOptions options, @Mixin MechanismOptions mechanism, @Mixin NewKey key,
             @Parameters(paramLabel = "TYPE", description = "aes, des3 or generic; rsa or ec for private keys.") String type,
             @Parameters(paramLabel = "FILE", description = "The wrapped key; - is standard input.") String file,
@@ -218,7 +218,7 @@ final class KeyCommands extends Group {
     }
 
     @Command(name = "derive", description = "Agree on a secret key with another's public key, with ECDH.",
-            footer = "%nExample: zerlin key derive mine --peer theirs.pem --label shared --bits 256")
+            footer = {"", "Example: zerlin key derive mine --peer theirs.pem --label shared --bits 256"})
     int derive(@Mixin TokenOptions options, @Mixin NewKey key,
             @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the private key.") String name,
             @Option(names = "--peer", required = true, paramLabel = "FILE", description = "The public key of the other side, PEM"
@@ -234,7 +234,7 @@ final class KeyCommands extends Group {
     }
 
     @Command(name = "copy", description = "Copy an object; to another token with the vendor's call.",
-            footer = "%nExample: zerlin key copy files --label files-2 --to \"pkcs11:token=Backup?pin-source=file:pin\"")
+            footer = {"", "Example: zerlin key copy files --label files-2 --to \"pkcs11:token=Backup?pin-source=file:pin\""})
     int copy(@Mixin TokenOptions options,
             @Parameters(paramLabel = "URI", description = "The PKCS#11 URI or the label of the object.") String name,
             @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label of the copy.")

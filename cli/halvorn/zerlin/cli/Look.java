@@ -23,7 +23,7 @@ final class Look {
     }
 
     @Command(name = "info", description = "Show the JVM, the libraries and the module: their versions, and where they were"
-            + " found.", footer = "%nExample: zerlin info")
+            + " found.", footer = {"", "Example: zerlin info"})
     static final class Info implements Callable<Integer> {
         @Mixin private TokenOptions options;
 
@@ -33,22 +33,26 @@ final class Look {
                     "java", System.getProperty("java.version") + " " + System.getProperty("java.vm.name"),
                     "javaHome", System.getProperty("java.home"), "architecture", System.getProperty("os.arch"),
                     "classes", new File(Cryptoki.class.getProtectionDomain().getCodeSource().getLocation().getPath()).getPath());
-            return TokenOptions.withLibrary(library -> {
-                CK_INFO info = library.info();
+            try {
+                NativeLibrary.load();
+                String named = System.getProperty(NativeLibrary.CRYPTOKI_PROPERTY, "");
                 record.put("library", mapped(".*/libzerlin\\.so( .*)?"));
-                record.put("cryptoki", mapped(System.getProperty("halvorn.zerlin.cryptoki", "").startsWith("/")
-                    ? ".*\\Q" + new File(System.getProperty("halvorn.zerlin.cryptoki")).getName() + "\\E( .*)?"
+                record.put("cryptoki", mapped(named.startsWith("/") ? ".*\\Q" + new File(named).getName() + "\\E( .*)?"
                     : ".*/libcryptoki\\.so( .*)?"));
                 record.put("module", System.getenv("ZERLIN_MODULE"));
-                record.put("moduleManufacturer", info.getManufacturerID());
-                record.put("moduleDescription", info.getLibraryDescription());
-                record.put("moduleVersion", info.libraryVersion.toString());
-                record.put("cryptokiVersion", info.cryptokiVersion.toString());
-                record.put("slots", library.slots(false).size());
-                record.put("tokens", library.slots(true).size());
-                Output.print(options.json, record);
-                return 0;
-            });
+                return TokenOptions.withLibrary(library -> {
+                    CK_INFO info = library.info();
+                    record.put("moduleManufacturer", info.getManufacturerID());
+                    record.put("moduleDescription", info.getLibraryDescription());
+                    record.put("moduleVersion", info.libraryVersion.toString());
+                    record.put("cryptokiVersion", info.cryptokiVersion.toString());
+                    record.put("slots", library.slots(false).size());
+                    record.put("tokens", library.slots(true).size());
+                    return 0;
+                });
+            } finally {
+                Output.print(options.json, record); // as far as it was found
+            }
         }
 
         // The file of a library that is loaded. A file that was unpacked for the load is deleted already.
@@ -61,7 +65,7 @@ final class Look {
     }
 
     @Command(name = "slots", description = "List the slots and their tokens.",
-            footer = "%nExample: zerlin slots --json")
+            footer = {"", "Example: zerlin slots --json"})
     static final class Slots implements Callable<Integer> {
         @Mixin private TokenOptions options;
 
@@ -88,7 +92,7 @@ final class Look {
     }
 
     @Command(name = "mechanisms", description = "List the mechanisms of a token, and what they can do.",
-            footer = "%nExample: zerlin mechanisms --of aes-gcm")
+            footer = {"", "Example: zerlin mechanisms --of aes-gcm"})
     static final class Mechanisms implements Callable<Integer> {
         @Mixin private TokenOptions options;
 
@@ -120,7 +124,7 @@ final class Look {
     }
 
     @Command(name = "objects", description = "List the objects of a token; those that are private too after a login.",
-            footer = "%nExample: zerlin objects --login")
+            footer = {"", "Example: zerlin objects --login"})
     static final class Objects implements Callable<Integer> {
         @Mixin private TokenOptions options;
 

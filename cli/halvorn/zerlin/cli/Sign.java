@@ -16,7 +16,7 @@ import java.security.interfaces.ECPublicKey;
 import java.util.concurrent.Callable;
 
 @Command(name = "sign", description = "Sign a file or standard input. A signature of ECDSA is written in DER.",
-        footer = "%nExample: zerlin sign invoices --pin-file pin -i report.pdf -o report.sig")
+        footer = {"", "Example: zerlin sign invoices --pin-file pin -i report.pdf -o report.sig"})
 final class Sign implements Callable<Integer> {
     private static final int WHOLE = 1 << 16;
 
@@ -77,7 +77,7 @@ final class Sign implements Callable<Integer> {
     }
 
     @Command(name = "verify", description = "Verify a signature; the exit code is 1 if it is wrong.",
-            footer = "%nExample: zerlin verify invoices report.sig -i report.pdf")
+            footer = {"", "Example: zerlin verify invoices report.sig -i report.pdf"})
     static final class Verify implements Callable<Integer> {
         @Mixin private TokenOptions options;
         @Mixin private MechanismOptions mechanism;

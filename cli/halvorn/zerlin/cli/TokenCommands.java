@@ -11,7 +11,7 @@ import picocli.CommandLine.*;
 import java.io.IOException;
 import java.util.Arrays;
 
-@Command(name = "token", description = "Prepare tokens.", footer = "%nExample: zerlin token init --help")
+@Command(name = "token", description = "Prepare tokens.", footer = {"", "Example: zerlin token init --help"})
 final class TokenCommands extends Group {
     /** The PIN of the security officer. */
     static final class SoPin {
@@ -24,7 +24,7 @@ final class TokenCommands extends Group {
     }
 
     @Command(name = "init", description = "Initialize a token: everything on it is deleted. Then set the PIN of the user.",
-            footer = "%nExample: zerlin token init Payments --so-pin-file so --pin-file pin")
+            footer = {"", "Example: zerlin token init Payments --so-pin-file so --pin-file pin"})
     int init(@Mixin TokenOptions options,
             @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
             @Mixin SoPin officer,
@@ -50,7 +50,7 @@ final class TokenCommands extends Group {
     }
 
     @Command(name = "pin", description = "Change the PIN of the user, who names the old one. With --reset the security officer"
-            + " sets a new one.", footer = "%nExample: zerlin token pin --token Payments --new-pin-file new")
+            + " sets a new one.", footer = {"", "Example: zerlin token pin --token Payments --new-pin-file new"})
     int pin(@Mixin TokenOptions options,
             @Option(names = "--new-pin-file", paramLabel = "FILE", description = "Read the new PIN from FILE.") String newPinFile,
             @Option(names = "--reset", description = "The security officer sets the PIN.") boolean reset,
@@ -72,7 +72,7 @@ final class TokenCommands extends Group {
     }
 
     @Command(name = "reset", description = "Delete everything on a token with the vendor's call, which keeps the PIN of the"
-            + " security officer.", footer = "%nExample: zerlin token reset Payments --token Payments --so-pin-file so")
+            + " security officer.", footer = {"", "Example: zerlin token reset Payments --token Payments --so-pin-file so"})
     int reset(@Mixin TokenOptions options,
             @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
             @Mixin SoPin officer,
