@@ -16,21 +16,18 @@ import java.util.concurrent.*;
 import java.util.concurrent.ExecutionException;
 import java.util.concurrent.atomic.LongAdder;
 
-@Command(name = "bench", description = "Measure how many signatures a second the token makes with a key, with one thread and"
-        + " more.", footer = {"", "Example: zerlin bench invoices --threads 4 --pin-file pin"})
+@Command(name = "bench", description = "Measure how many signatures a second the token makes with a key.",
+        footer = {"", "Example: zerlin bench invoices --threads 4 --pin-file pin"})
 final class Bench implements Callable<Integer> {
     @Mixin private TokenOptions options;
     @Mixin private MechanismOptions mechanism;
 
-    @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.")
-    private String key;
+    @Parameters(paramLabel = "KEY", description = "The URI or the label of the key.") private String key;
 
-    @Option(names = "--threads", defaultValue = "4", paramLabel = "N", description = "The greatest number of threads;"
-            + " ${DEFAULT-VALUE} without it. Each number that is a power of two is measured too.")
+    @Option(names = "--threads", defaultValue = "4", paramLabel = "N", description = "The most threads: ${DEFAULT-VALUE}.")
     private int threads;
 
-    @Option(names = "--seconds", defaultValue = "3", paramLabel = "N", description = "How long each measurement lasts;"
-            + " ${DEFAULT-VALUE} without it.")
+    @Option(names = "--seconds", defaultValue = "3", paramLabel = "N", description = "The time of each row: ${DEFAULT-VALUE}.")
     private int seconds;
 
     @Override

@@ -14,15 +14,15 @@ import java.math.BigInteger;
 import java.security.cert.CertificateFactory;
 import java.security.cert.X509Certificate;
 import java.util.*;
-import java.util.concurrent.Callable;
 
 import javax.security.auth.x500.X500Principal;
 
 @Command(name = "cert", description = "Store and read certificates.", footer = {"", "Example: zerlin cert list"})
 final class CertCommands extends Group {
-    @Command(name = "list", description = "List the certificates of a token.", footer = {"", "Example: zerlin cert list --json"})
+    @Command(name = "list", description = "List the certificates of a token.",
+            footer = {"", "Example: zerlin cert list --json"})
     int list(@Mixin TokenOptions options) throws Exception {
-        return options.withToken(false, token -> {
+        return options.withToken(new Uri(), false, false, token -> {
             List<Map<String, Object>> rows = new ArrayList<>();
             for (CK_OBJECT_HANDLE object : token.session.find(Attributes.of(CKO.CERTIFICATE))) {
                 X509Certificate certificate = parse(token.session.read(object, CKA.VALUE).bytes(CKA.VALUE));
@@ -38,7 +38,7 @@ final class CertCommands extends Group {
     @Command(name = "export", description = "Write a certificate as PEM.",
             footer = {"", "Example: zerlin cert export invoices -o invoices.crt"})
     int export(@Mixin TokenOptions options, @Mixin OutputFile output,
-            @Parameters(paramLabel = "URI", description = "The PKCS#11 URI or the label of the certificate.") String name)
+            @Parameters(paramLabel = "URI", description = "The URI or the label of the certificate.") String name)
             throws Exception {
         Uri uri = Uri.of(name, "object");
         return options.withToken(uri, false, false, token -> {
@@ -48,14 +48,14 @@ final class CertCommands extends Group {
         });
     }
 
-    @Command(name = "import", description = "Store a certificate (PEM or DER). It gets the identifier of the private key with"
-            + " its label, if there is one.", footer = {"", "Example: zerlin cert import invoices.crt --label invoices"})
+    @Command(name = "import", description = "Store a certificate, with the identifier of the private key of its label.",
+            footer = {"", "Example: zerlin cert import invoices.crt --label invoices"})
     int importCertificate(@Mixin TokenOptions options,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file,
             @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label.") String label)
             throws Exception {
         X509Certificate certificate = parse(KeyCommands.unpem(Streams.read(file, 1 << 20)));
-        return options.withToken(Uri.of(null, null), true, true, token -> {
+        return options.withToken(new Uri(), true, true, token -> {
             Attributes template = Attributes.of(CKO.CERTIFICATE).with(CKA.CERTIFICATE_TYPE, CKC.X_509).with(CKA.LABEL, label)
                     .with(CKA.SUBJECT, certificate.getSubjectX500Principal().getEncoded())
                     .with(CKA.ISSUER, certificate.getIssuerX500Principal().getEncoded())
@@ -69,45 +69,27 @@ final class CertCommands extends Group {
     }
 
     private static X509Certificate parse(byte[] der) throws Exception {
-        try {
-            return (X509Certificate) CertificateFactory.getInstance("X.509").generateCertificate(new ByteArrayInputStream(der));
-        } catch (java.security.cert.CertificateException e) {
-            throw new Failure(Failure.INPUT, "This is no certificate: " + e.getMessage());
-        }
+        return (X509Certificate) CertificateFactory.getInstance("X.509").generateCertificate(new ByteArrayInputStream(der));
     }
 
-    @Command(name = "csr", description = "Write a certificate signing request for a key, as PEM.",
-            footer = {"", "Example: zerlin csr invoices \"CN=Invoices,O=Example\" --pin-file pin -o invoices.csr"})
-    static final class Csr implements Callable<Integer> {
-        @Mixin private TokenOptions options;
-        @Mixin private OutputFile output;
-
-        @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the private key, RSA or EC. Its public"
-                + " key has the same identifier.")
-        private String key;
-
-        @Parameters(paramLabel = "SUBJECT", description = "The name of the owner, for example \"CN=Invoices,O=Example\".")
-        private String subject;
-
-        @Override
-        public Integer call() throws Exception {
-            byte[] name = new X500Principal(subject).getEncoded();
-            Uri uri = Uri.of(key, "object");
-            return options.withToken(uri, false, true, token -> {
-                CK_OBJECT_HANDLE signer = token.find(uri, CKO.PRIVATE_KEY);
-                Attributes known = token.session.read(signer, CKA.ID, CKA.KEY_TYPE);
-                boolean isRsa = known.number(CKA.KEY_TYPE) == CKK.RSA;
-                CK_OBJECT_HANDLE publicKey = isRsa ? signer : token.session.findOne(Attributes.of(CKO.PUBLIC_KEY)
-                        .with(CKA.ID, known.bytes(CKA.ID)));
-                byte[] content = Der.sequence(Der.integer(BigInteger.ZERO), name,
-                        Keys.subjectPublicKeyInfo(token.session, publicKey), Der.of(0xa0));
-                byte[] signature = Sign.sign(token, signer, new halvorn.zerlin.CK_MECHANISM(isRsa ? CKM.SHA256_RSA_PKCS
-                    : Names.mechanism(token.slot, "ECDSA_SHA256")), new ByteArrayInputStream(content));
-                output.write(KeyCommands.pem("CERTIFICATE REQUEST", Der.sequence(content, isRsa
-                    ? Der.sequence(Der.oid("1.2.840.113549.1.1.11"), Der.of(0x05)) : Der.sequence(Der.oid("1.2.840.10045.4.3.2")),
-                        Der.bitString(isRsa ? signature : Keys.signatureToDer(signature)))));
-                return 0;
-            });
-        }
+    static int csr(TokenOptions options, OutputFile output, String key, String subject) throws Exception {
+        byte[] name = new X500Principal(subject).getEncoded();
+        Uri uri = Uri.of(key, "object");
+        return options.withToken(uri, false, true, token -> {
+            CK_OBJECT_HANDLE signer = token.find(uri, CKO.PRIVATE_KEY);
+            Attributes known = token.session.read(signer, CKA.ID, CKA.KEY_TYPE);
+            boolean isRsa = known.number(CKA.KEY_TYPE) == CKK.RSA;
+            CK_OBJECT_HANDLE publicKey = isRsa ? signer : token.session.findOne(Attributes.of(CKO.PUBLIC_KEY)
+                    .with(CKA.ID, known.bytes(CKA.ID)));
+            byte[] content = Der.sequence(Der.integer(BigInteger.ZERO), name,
+                    Keys.subjectPublicKeyInfo(token.session, publicKey), Der.of(0xa0));
+            byte[] signature = Sign.sign(token, signer, new halvorn.zerlin.CK_MECHANISM(isRsa ? CKM.SHA256_RSA_PKCS
+                : Names.mechanism(token.slot, "ECDSA_SHA256")), new ByteArrayInputStream(content));
+            output.write(KeyCommands.pem("CERTIFICATE REQUEST", Der.sequence(content, Der.sequence(
+                    isRsa ? new byte[][] {Der.oid("1.2.840.113549.1.1.11"), Der.of(0x05)}
+                    : new byte[][] {Der.oid("1.2.840.10045.4.3.2")}),
+                    Der.bitString(isRsa ? signature : Keys.signatureToDer(signature)))));
+            return 0;
+        });
     }
 }

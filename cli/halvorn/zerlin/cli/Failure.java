@@ -5,6 +5,7 @@ import halvorn.zerlin.CryptokiException;
 import halvorn.zerlin.constants.CKR;
 
 import java.io.IOException;
+import java.security.GeneralSecurityException;
 import java.util.Arrays;
 import java.util.NoSuchElementException;
 
@@ -32,7 +33,7 @@ final class Failure extends RuntimeException {
             : e instanceof CryptokiException && Arrays.stream(PIN_VALUES).anyMatch(((CryptokiException) e)::is) ? PIN
             : e instanceof NoSuchElementException ? NOT_FOUND
             : e instanceof IllegalArgumentException ? USAGE
-            : e instanceof IOException ? INPUT
+            : e instanceof IOException || e instanceof GeneralSecurityException ? INPUT
             : TOKEN;
     }
 

@@ -8,8 +8,7 @@ abstract class Group implements Runnable {
     @Spec
     private CommandSpec spec;
 
-    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.")
-    private boolean help;
+    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.") private boolean help;
 
     @Override
     public final void run() {

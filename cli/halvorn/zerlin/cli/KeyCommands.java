@@ -34,18 +34,16 @@ final class KeyCommands extends Group {
         @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label.")
         private String label;
 
-        @Option(names = "--id", paramLabel = "HEX", description = "The identifier; random without it.")
-        private String id;
+        @Option(names = "--id", paramLabel = "HEX", description = "The identifier; random without it.") private String id;
 
-        @Option(names = {"-u", "--use"}, paramLabel = "USE", split = ",", description = "sign, encrypt, wrap, derive; several with"
-                + " commas. Without it, AES and DES3 keys encrypt, and others sign.")
+        @Option(names = {"-u", "--use"}, paramLabel = "USE", split = ",",
+            description = "sign, encrypt, wrap, derive, with commas." + " Without it, AES and DES3 keys encrypt, others sign.")
         private List<String> uses;
 
-        @Option(names = "--extractable", description = "The key may be wrapped.")
-        private boolean extractable;
+        @Option(names = "--extractable", description = "The key may be wrapped.") private boolean extractable;
 
-        @Option(names = {"-a", "--attribute"}, paramLabel = "NAME=VALUE", description = "One more attribute of the private or"
-                + " secret key, in any spelling.")
+        @Option(names = {"-a", "--attribute"}, paramLabel = "NAME=VALUE",
+            description = "Another one, of the private or secret key.")
         private Map<String, String> attributes;
 
         private byte[] newId(Session session) {
@@ -84,7 +82,7 @@ final class KeyCommands extends Group {
         }
     }
 
-    @Command(name = "generate", description = "Generate a key or a key pair.",
+    @Command(name = "generate", description = "Generate a key or key pair.",
             footer = {"", "Example: zerlin key generate rsa-3072 --label invoices"})
     int generate(@Mixin TokenOptions options, @Mixin NewKey key, @Parameters(paramLabel = "TYPE", description = "aes-128 to"
             + " aes-256, des3, generic-256 (bits), rsa-2048 and more, ec-p256, ec-p384, ec-p521, ec-secp256k1.") String name)
@@ -95,7 +93,7 @@ final class KeyCommands extends Group {
         if (!(type[0] + size).matches("des3?3|(aes|generic|rsa)\\d{2,5}|ec.+")) {
             throw new Failure(Failure.USAGE, "There is no key type " + name + ": --help lists them");
         }
-        return options.withToken(Uri.of(null, null), true, true, token -> {
+        return options.withToken(new Uri(), true, true, token -> {
             byte[] id = key.newId(token.session);
             if (!isPair) {
                 long keyType = type[0].equals("aes") ? CKK.AES : type[0].equals("des") ? CKK.DES3 : CKK.GENERIC_SECRET;
@@ -123,7 +121,7 @@ final class KeyCommands extends Group {
     @Command(name = "delete", description = "Delete an object.",
             footer = {"", "Example: zerlin key delete \"pkcs11:object=invoices;type=private\""})
     int delete(@Mixin TokenOptions options,
-            @Parameters(paramLabel = "URI", description = "The PKCS#11 URI or the label of the object.") String name,
+            @Parameters(paramLabel = "URI", description = "The URI or the label of the object.") String name,
             @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
         Uri uri = Uri.of(name, "object");
         return options.withToken(uri, true, true, token -> {
@@ -137,7 +135,7 @@ final class KeyCommands extends Group {
     @Command(name = "export", description = "Write a public key as PEM.",
             footer = {"", "Example: zerlin key export invoices -o invoices.pem"})
     int export(@Mixin TokenOptions options,
-            @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.") String name,
+            @Parameters(paramLabel = "KEY", description = "The URI or the label of the key.") String name,
             @Mixin OutputFile output) throws Exception {
         Uri uri = Uri.of(name, "object");
         return options.withToken(uri, false, false, token -> {
@@ -147,16 +145,15 @@ final class KeyCommands extends Group {
         });
     }
 
-    @Command(name = "import", description = "Store a public key or a private one (PKCS #8), in PEM or DER, or"
-            + " the bytes of a secret key.",
+    @Command(name = "import", description = "Store a key: PEM or DER, or the bytes of a secret key.",
             footer = {"", "Example: zerlin key import public partner.pem --label partner --use wrap"})
     int importKey(@Mixin TokenOptions options, @Mixin NewKey key,
             @Parameters(paramLabel = "TYPE", description = "public, private, aes, des3 or generic.") String type,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file) throws Exception {
         byte[] bytes = Streams.read(file, 1 << 16);
         long secretType = type.matches("public|private") ? -1 : secretType(type);
-        Key read = secretType != -1 ? null : type.equals("public") ? publicKey(unpem(bytes)) : privateKey(unpem(bytes));
-        return options.withToken(Uri.of(null, null), true, true, token -> {
+        Key read = secretType != -1 ? null : read(unpem(bytes), type.equals("public"));
+        return options.withToken(new Uri(), true, true, token -> {
             byte[] id = key.newId(token.session);
             long keyType = secretType != -1 ? secretType : read instanceof RSAKey ? CKK.RSA : CKK.EC;
             Attributes template = key.template(read == null ? CKO.SECRET_KEY : read instanceof PublicKey ? CKO.PUBLIC_KEY
@@ -185,13 +182,14 @@ final class KeyCommands extends Group {
     @Command(name = "wrap", description = "Write a key, encrypted with another one.",
             footer = {"", "Example: zerlin key wrap files --with partner --pin-file pin -o files.wrapped"})
     int wrap(@Mixin TokenOptions options, @Mixin MechanismOptions mechanism,
-            @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the key.") String name,
-            @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that encrypts it.") String with,
+            @Parameters(paramLabel = "KEY", description = "The URI or the label of the key.") String name,
+            @Option(names = "--with", required = true, paramLabel = "KEY",
+                description = "The key that encrypts it.") String with,
             @Mixin OutputFile output) throws Exception {
         Uri uri = Uri.of(name, "object");
         return options.withToken(uri, false, true, token -> {
             CK_OBJECT_HANDLE wrapping = token.find(Uri.of(with, "object"), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
-            CK_MECHANISM how = mechanism.mechanism(mechanism.type(token, wrapping, MechanismOptions.WRAP), mechanism.vector());
+            CK_MECHANISM how = mechanism.wrapping(token, wrapping);
             byte[] wrapped = token.session.wrap(how, wrapping, token.find(uri, CKO.SECRET_KEY, CKO.PRIVATE_KEY));
             output.write(wrapped);
             return 0;
@@ -203,7 +201,8 @@ final class KeyCommands extends Group {
     int unwrap(@Mixin TokenOptions options, @Mixin MechanismOptions mechanism, @Mixin NewKey key,
             @Parameters(paramLabel = "TYPE", description = "aes, des3 or generic; rsa or ec for private keys.") String type,
             @Parameters(paramLabel = "FILE", description = "The wrapped key; - is standard input.") String file,
-            @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that decrypts it.") String with)
+            @Option(names = "--with", required = true, paramLabel = "KEY",
+                description = "The key that decrypts it.") String with)
             throws Exception {
         boolean isPrivate = type.matches("rsa|ec");
         long keyType = isPrivate ? Names.of(CKK.class, type) : secretType(type);
@@ -211,24 +210,25 @@ final class KeyCommands extends Group {
         Uri uri = Uri.of(with, "object");
         return options.withToken(uri, true, true, token -> {
             CK_OBJECT_HANDLE unwrapping = token.find(uri, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
-            CK_MECHANISM how = mechanism.mechanism(mechanism.type(token, unwrapping, MechanismOptions.WRAP), mechanism.vector());
+            CK_MECHANISM how = mechanism.wrapping(token, unwrapping);
             return made(options, token, token.session.unwrap(how, unwrapping, wrapped,
                     key.template(isPrivate ? CKO.PRIVATE_KEY : CKO.SECRET_KEY, keyType, key.newId(token.session))));
         });
     }
 
-    @Command(name = "derive", description = "Agree on a secret key with another's public key, with ECDH.",
+    @Command(name = "derive", description = "Agree on an AES key with another's public key (ECDH).",
             footer = {"", "Example: zerlin key derive mine --peer theirs.pem --label shared --bits 256"})
     int derive(@Mixin TokenOptions options, @Mixin NewKey key,
-            @Parameters(paramLabel = "KEY", description = "The PKCS#11 URI or the label of the private key.") String name,
-            @Option(names = "--peer", required = true, paramLabel = "FILE", description = "The public key of the other side, PEM"
-                + " or DER.") String peer,
-            @Option(names = "--bits", defaultValue = "256", description = "The length of the new AES key; ${DEFAULT-VALUE}"
-                + " without it.") int bits) throws Exception {
-        byte[] point = point(publicKey(unpem(Streams.read(peer, 1 << 16))));
+            @Parameters(paramLabel = "KEY", description = "The URI or the label of the private key.") String name,
+            @Option(names = "--peer", required = true, paramLabel = "FILE",
+                description = "The other's public key.") String peer,
+            @Option(names = "--bits", defaultValue = "256",
+                description = "The length of the new AES key: ${DEFAULT-VALUE}.") int bits) throws Exception {
+        byte[] point = point(read(unpem(Streams.read(peer, 1 << 16)), true));
         Uri uri = Uri.of(name, "object");
+        CK_ECDH1_DERIVE_PARAMS parameter = new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point);
         return options.withToken(uri, true, true, token -> made(options, token, token.session.derive(
-                new CK_MECHANISM(Names.mechanism(token.slot, "ECDH1_DERIVE"), new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point)),
+                new CK_MECHANISM(Names.mechanism(token.slot, "ECDH1_DERIVE"), parameter),
                 token.find(uri, CKO.PRIVATE_KEY),
                 key.template(CKO.SECRET_KEY, CKK.AES, key.newId(token.session)).with(CKA.VALUE_LEN, bits / 8))));
     }
@@ -236,7 +236,7 @@ final class KeyCommands extends Group {
     @Command(name = "copy", description = "Copy an object; to another token with the vendor's call.",
             footer = {"", "Example: zerlin key copy files --label files-2 --to \"pkcs11:token=Backup?pin-source=file:pin\""})
     int copy(@Mixin TokenOptions options,
-            @Parameters(paramLabel = "URI", description = "The PKCS#11 URI or the label of the object.") String name,
+            @Parameters(paramLabel = "URI", description = "The URI or the label of the object.") String name,
             @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label of the copy.")
             String label,
             @Option(names = "--to", paramLabel = "TOKEN", description = "The label or the URI of the other token.") String to)
@@ -257,12 +257,12 @@ final class KeyCommands extends Group {
         List<Map<String, Object>> rows = new ArrayList<>();
         for (CK_OBJECT_HANDLE object : objects) {
             rows.add(record("uri", token.uri(object)));
+            if (!options.json) {
+                Output.line(token.uri(object));
+            }
         }
         if (options.json) {
             Output.print(true, rows);
-        }
-        for (int i = 0; i < rows.size() && !options.json; i++) {
-            Output.line((String) rows.get(i).get("uri"));
         }
         return 0;
     }
@@ -282,31 +282,20 @@ final class KeyCommands extends Group {
     static byte[] unpem(byte[] bytes) {
         String text = new String(bytes, UTF_8);
         return !text.contains("-----BEGIN ") ? bytes
-            : Base64.getMimeDecoder().decode(text.replaceFirst("(?s).*?-----BEGIN [^\n]*\n", "").replaceFirst("(?s)-----.*", ""));
+            : Base64.getMimeDecoder().decode(text.replaceAll("(?s).*?-----BEGIN [^\n]*\n([^-]*)-----.*", "$1"));
     }
 
-    /** Makes a key of one algorithm. */
-    private interface Maker<T> {
-        T make(KeyFactory factory) throws GeneralSecurityException;
-    }
-
-    private static <T> T key(Maker<T> maker) throws IOException {
+    private static Key read(byte[] der, boolean isPublic) throws IOException {
         for (String algorithm : new String[] {"RSA", "EC"}) {
             try {
-                return maker.make(KeyFactory.getInstance(algorithm));
+                KeyFactory factory = KeyFactory.getInstance(algorithm);
+                return isPublic ? factory.generatePublic(new X509EncodedKeySpec(der))
+                    : factory.generatePrivate(new PKCS8EncodedKeySpec(der));
             } catch (GeneralSecurityException other) {
                 continue;
             }
         }
         throw new IOException("The input is no such key of RSA or of an elliptic curve");
-    }
-
-    static PublicKey publicKey(byte[] info) throws IOException {
-        return key(factory -> factory.generatePublic(new X509EncodedKeySpec(info)));
-    }
-
-    private static Key privateKey(byte[] info) throws IOException {
-        return key(factory -> factory.generatePrivate(new PKCS8EncodedKeySpec(info)));
     }
 
     private static byte[] ecParameters(ECKey key) throws Exception {

@@ -1,44 +1,41 @@
-// The command zerlin: its commands, and what its errors look like.
+// The command zerlin: what its errors look like, and the commands that look at tokens; others have files of their own.
 package halvorn.zerlin.cli;
 
-import halvorn.zerlin.NativeLibrary;
+import static halvorn.zerlin.cli.Output.record;
+
+import halvorn.zerlin.*;
+import halvorn.zerlin.constants.*;
+import halvorn.zerlin.token.Attributes;
+import halvorn.zerlin.token.Slot;
 
 import picocli.CommandLine;
-import picocli.CommandLine.Command;
+import picocli.CommandLine.*;
 import picocli.CommandLine.Help.Ansi;
-import picocli.CommandLine.Option;
 
-import java.util.Arrays;
+import java.io.*;
+import java.nio.file.Files;
+import java.nio.file.Paths;
+import java.util.*;
+import java.util.stream.Stream;
 
 @Command(name = "zerlin", description = "Look at PKCS#11 tokens and work with their keys.", version = "zerlin",
-        subcommands = {Look.Info.class, Look.Slots.class, Look.Mechanisms.class, Look.Objects.class, Data.Random.class,
-            Data.Digest.class, TokenCommands.class, KeyCommands.class, Sign.class, Sign.Verify.class, Encrypt.class,
-            Encrypt.Decrypt.class, CertCommands.Csr.class, CertCommands.class, Bench.class},
+        subcommands = {TokenCommands.class, KeyCommands.class, CertCommands.class, Bench.class},
         synopsisSubcommandLabel = "COMMAND", footer = {"",
             "Exit codes: 0 done; 1 the answer is no (a wrong signature, or you said no); 2 usage; 3 no such token, object or"
             + " mechanism, or several; 4 PIN; 5 token or library; 6 input or output."})
 public final class Main extends Group {
-    @Option(names = "--version", versionHelp = true, description = "Show the version.")
-    private boolean version;
-
-    private Main() {
-    }
+    @Option(names = "--version", versionHelp = true, description = "Show the version.") private boolean version;
 
     public static void main(String[] arguments) {
         System.exit(run(arguments));
     }
 
-    static CommandLine commandLine() {
-        Ansi ansi = Output.hasColours() ? Ansi.ON : Ansi.OFF;
-        CommandLine command = new CommandLine(new Main());
-        command.getCommandSpec().version("zerlin " + version());
-        return command.setColorScheme(CommandLine.Help.defaultColorScheme(ansi)).setUsageHelpWidth(100)
-                .setUsageHelpLongOptionsMaxWidth(30);
-    }
-
     static int run(String... arguments) {
         boolean verbose = Arrays.asList(arguments).contains("--verbose");
-        CommandLine command = commandLine();
+        CommandLine command = new CommandLine(new Main());
+        command.getCommandSpec().version("zerlin " + version());
+        command.setColorScheme(CommandLine.Help.defaultColorScheme(Output.hasColours() ? Ansi.ON : Ansi.OFF));
+        command.setUsageHelpWidth(100).setUsageHelpLongOptionsMaxWidth(30);
         command.setParameterExceptionHandler((e, all) -> report(e, Failure.USAGE, verbose));
         command.setExecutionExceptionHandler((e, line, parsed) -> report(e, Failure.codeOf(e), verbose));
         try {
@@ -59,5 +56,207 @@ public final class Main extends Group {
             e.printStackTrace();
         }
         return code;
+    }
+
+    @Command(name = "info", description = "Show the JVM, the libraries and the module, and where they were found.",
+            footer = {"", "Example: zerlin info"})
+    int info(@Mixin TokenOptions options) throws Exception {
+        Map<String, Object> record = record("command", Main.version(),
+                "java", System.getProperty("java.version") + " " + System.getProperty("java.vm.name"),
+                "javaHome", System.getProperty("java.home"), "architecture", System.getProperty("os.arch"),
+                "classes", new File(Cryptoki.class.getProtectionDomain().getCodeSource().getLocation().getPath()).getPath());
+        try {
+            NativeLibrary.load();
+            String named = System.getProperty(NativeLibrary.CRYPTOKI_PROPERTY, "");
+            record.put("library", mapped(".*/libzerlin\\.so( .*)?"));
+            record.put("cryptoki", mapped(named.startsWith("/") ? ".*\\Q" + new File(named).getName() + "\\E( .*)?"
+                : ".*/libcryptoki\\.so( .*)?"));
+            record.put("module", System.getenv("ZERLIN_MODULE"));
+            return TokenOptions.withLibrary(library -> {
+                CK_INFO info = library.info();
+                record.put("moduleManufacturer", info.getManufacturerID());
+                record.put("moduleDescription", info.getLibraryDescription());
+                record.put("moduleVersion", info.libraryVersion.toString());
+                record.put("cryptokiVersion", info.cryptokiVersion.toString());
+                record.put("slots", library.slots(false).size());
+                record.put("tokens", library.slots(true).size());
+                return 0;
+            });
+        } finally {
+            Output.print(options.json, record); // as far as it was found
+        }
+    }
+
+    // The file of a library that is loaded. A file that was unpacked for the load is deleted already.
+    private static String mapped(String file) throws IOException {
+        try (Stream<String> lines = Files.lines(Paths.get("/proc/self/maps"))) {
+            return lines.filter(line -> line.indexOf('/') > 0).map(line -> line.substring(line.indexOf('/')))
+                    .filter(path -> path.matches(file)).findFirst().orElse(null);
+        }
+    }
+
+    @Command(name = "slots", description = "List the slots and their tokens.", footer = {"", "Example: zerlin slots --json"})
+    int slots(@Mixin TokenOptions options) throws Exception {
+        return TokenOptions.withLibrary(library -> {
+            List<Map<String, Object>> rows = new ArrayList<>();
+            for (Slot slot : library.slots(false)) {
+                boolean hasToken = (slot.info().flags & CKF.TOKEN_PRESENT) != 0;
+                CK_TOKEN_INFO token = hasToken ? slot.tokenInfo() : new CK_TOKEN_INFO();
+                boolean isReady = hasToken && (token.flags & CKF.TOKEN_INITIALIZED) != 0;
+                rows.add(record("slot", slot.id(), "token", hasToken ? token.getLabel() : null,
+                        "model", hasToken ? token.getModel() : null, "serial", hasToken ? token.getSerialNumber() : null,
+                        "state", !hasToken ? "empty" : isReady ? "initialized" : "uninitialized",
+                        "uri", isReady ? Uri.write(token, null) : "pkcs11:slot-id=" + slot.id()));
+                if (options.json) {
+                    rows.get(rows.size() - 1).put("flags", hasToken ? Output.flags(token.toString()) : new ArrayList<>());
+                }
+            }
+            Output.print(options.json, rows);
+            return 0;
+        });
+    }
+
+    @Command(name = "mechanisms", description = "List the mechanisms of a token, and what they can do.",
+            footer = {"", "Example: zerlin mechanisms --of aes-gcm"})
+    int mechanisms(@Mixin TokenOptions options,
+            @Option(names = "--of", paramLabel = "NAME",
+                description = "Only this mechanism, in any spelling.") String name) throws Exception {
+        return options.withToken(new Uri(), false, false, token -> {
+            List<Map<String, Object>> rows = new ArrayList<>();
+            long only = name == null ? -1 : Names.mechanism(token.slot, name);
+            for (CK_MECHANISM_TYPE type : token.slot.mechanisms()) {
+                if (name == null || type.m_value == only) {
+                    CK_MECHANISM_INFO info = new CK_MECHANISM_INFO();
+                    Cryptoki.C_GetMechanismInfo(token.slot.id(), new CK_MECHANISM_TYPE(type.m_value), info)
+                            .orThrow("C_GetMechanismInfo");
+                    rows.add(record("mechanism", Values.mechanism(type.m_value),
+                            "value", "0x" + Long.toHexString(type.m_value), "minKeySize", info.minKeySize,
+                            "maxKeySize", info.maxKeySize, "flags", Output.flags(info.toString())));
+                }
+            }
+            Output.print(options.json, rows);
+            if (rows.isEmpty()) {
+                throw new Failure(Failure.NOT_FOUND, "The token does not have " + Values.mechanism(only));
+            }
+            return 0;
+        });
+    }
+
+    @Command(name = "objects", description = "List the objects of a token; those that are private too after a login.",
+            footer = {"", "Example: zerlin objects --login"})
+    int objects(@Mixin TokenOptions options,
+            @Parameters(arity = "0..1", paramLabel = "URI", description = "Only what this URI or label fits.") String uri,
+            @Option(names = "--all-attributes",
+                description = "Show all attributes that are not secret.") boolean all) throws Exception {
+        Uri wanted = Uri.of(uri, "object");
+        return options.withToken(wanted, false, false, token -> {
+            List<Map<String, Object>> rows = new ArrayList<>();
+            for (CK_OBJECT_HANDLE object : token.session.find(wanted.template())) {
+                Attributes values = all ? token.session.readAll(object)
+                    : token.session.read(object, CKA.CLASS, CKA.KEY_TYPE, CKA.LABEL, CKA.ID);
+                Map<String, Object> row = record();
+                if (all) {
+                    for (long type : values.types()) {
+                        row.put(CKA.nameOf(type), Values.of(values, type));
+                    }
+                } else {
+                    row.put("class", value(values, CKA.CLASS));
+                    row.put("keyType", value(values, CKA.KEY_TYPE));
+                    row.put("label", value(values, CKA.LABEL));
+                    row.put("id", value(values, CKA.ID));
+                }
+                row.put("uri", Uri.write(token.info, values));
+                if (all && !options.json) {
+                    Output.print(false, row);
+                    Output.line("");
+                } else {
+                    rows.add(row);
+                }
+            }
+            Output.print(options.json, rows);
+            return 0;
+        });
+    }
+
+    private static Object value(Attributes values, long type) {
+        return values.has(type) ? Values.of(values, type) : null;
+    }
+
+    @Command(name = "random", description = "Print random bytes of the token, in hexadecimal digits.",
+            footer = {"", "Example: zerlin random 32 -o seed.bin"})
+    int random(@Mixin TokenOptions options,
+            @Parameters(paramLabel = "LENGTH", description = "The number of bytes.") long length,
+            @Option(names = {"-o", "--output"}, paramLabel = "FILE",
+                description = "Write bytes; - is standard output.") String output) throws Exception {
+        if (length < 1 || output == null && length > 1 << 20) {
+            throw new Failure(Failure.USAGE, "The length is at least 1, and at most 1048576 without --output");
+        }
+        return options.withToken(new Uri(), false, false, token -> {
+            if (output == null) {
+                String bytes = Output.hex(token.session.random((int) length));
+                Output.line(options.json ? Output.json(record("random", bytes)) : bytes);
+                return 0;
+            }
+            Streams.write(output, out -> {
+                for (long left = length; left > 0; left -= 4096) {
+                    out.write(token.session.random((int) Math.min(left, 4096)));
+                }
+            });
+            return 0;
+        });
+    }
+
+    @Command(name = "digest", description = "Hash a file or standard input on the token.",
+            footer = {"", "Example: zerlin digest -m sha512 report.pdf"})
+    int digest(@Mixin TokenOptions options,
+            @Option(names = {"-m", "--mechanism"}, paramLabel = "NAME", defaultValue = "sha256",
+                description = "Without it, ${DEFAULT-VALUE}.") String mechanism,
+            @Parameters(arity = "0..1", paramLabel = "FILE",
+                description = "The input; else standard input.") String file) throws Exception {
+        return options.withToken(new Uri(), false, false, token -> {
+            long type = Names.mechanism(token.slot, mechanism);
+            try (InputStream in = Streams.in(file)) {
+                String digest = Output.hex(token.session.digest(new CK_MECHANISM(type), in));
+                Output.line(!options.json ? digest + "  " + (file == null ? "-" : file)
+                    : Output.json(record("mechanism", Values.mechanism(type), "file", file, "digest", digest)));
+            }
+            return 0;
+        });
+    }
+
+    @Command(name = "sign", description = "Sign a file or standard input. A signature of ECDSA is written in DER.",
+            footer = {"", "Example: zerlin sign invoices --pin-file pin -i report.pdf -o report.sig"})
+    int sign(@Mixin DataOptions data, @Mixin OutputFile output, @Option(names = "--plain",
+            description = "Write the two numbers of ECDSA, not DER.") boolean plain) throws Exception {
+        return Sign.sign(data, output, plain);
+    }
+
+    @Command(name = "verify", description = "Verify a signature; the exit code is 1 if it is wrong.",
+            footer = {"", "Example: zerlin verify invoices report.sig -i report.pdf"})
+    int verify(@Mixin DataOptions data, @Parameters(index = "1", paramLabel = "SIGNATURE", description = "The file with it.")
+            String signature, @Option(names = "--plain", description = "It is two numbers, not DER.") boolean plain)
+            throws Exception {
+        return Sign.verify(data, signature, plain);
+    }
+
+    @Command(name = "encrypt", description = "Encrypt a file or standard input. The output begins with the IV unless --iv names"
+            + " one.", footer = {"", "Example: zerlin encrypt files --pin-file pin <report.pdf >report.enc"})
+    int encrypt(@Mixin DataOptions data, @Mixin OutputFile output) throws Exception {
+        return Encrypt.run(data, output, true);
+    }
+
+    @Command(name = "decrypt", description = "Decrypt what encrypt has written. If it fails, discard what a pipe has had.",
+            footer = {"", "Example: zerlin decrypt files --pin-file pin -i report.enc -o report.pdf"})
+    int decrypt(@Mixin DataOptions data, @Mixin OutputFile output) throws Exception {
+        return Encrypt.run(data, output, false);
+    }
+
+    @Command(name = "csr", description = "Write a certificate signing request for a key, as PEM.",
+            footer = {"", "Example: zerlin csr invoices \"CN=Invoices,O=Example\" --pin-file pin -o invoices.csr"})
+    int csr(@Mixin TokenOptions options, @Mixin OutputFile output, @Parameters(index = "0", paramLabel = "KEY",
+            description = "The URI or the label of the private key, RSA or EC.") String key,
+            @Parameters(index = "1", paramLabel = "SUBJECT", description = "The name of the owner.") String subject)
+            throws Exception {
+        return CertCommands.csr(options, output, key, subject);
     }
 }

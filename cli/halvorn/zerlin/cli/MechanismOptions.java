@@ -14,7 +14,7 @@ import java.util.List;
 final class MechanismOptions {
     static final int SIGN = 1;
     static final int ENCRYPT = 2;
-    static final int WRAP = 3;
+    private static final int WRAP = 3;
 
     // What is used for a type of key: to sign, to encrypt, to wrap.
     private static final Object[][] DEFAULTS = {
@@ -28,20 +28,15 @@ final class MechanismOptions {
     private static final List<Long> WHOLE = Arrays.asList(CKM.RSA_PKCS, CKM.RSA_X_509, CKM.RSA_PKCS_PSS, CKM.RSA_PKCS_OAEP,
             CKM.ECDSA, CKM.DSA, CKM.EDDSA);
 
-    @Option(names = {"-m", "--mechanism"}, paramLabel = "NAME", description = "The mechanism, in any spelling; without it, the"
-            + " usual one for the key.")
+    @Option(names = {"-m", "--mechanism"}, paramLabel = "NAME", description = "The mechanism; without it, the usual one.")
     private String name;
 
-    @Option(names = "--hash", paramLabel = "NAME", description = "The hash of PSS (sha256 without it) and OAEP (sha1 without"
-            + " it).")
+    @Option(names = "--hash", paramLabel = "NAME", description = "The hash of PSS (else sha256) and OAEP (else sha1).")
     private String hash;
 
-    @Option(names = "--iv", paramLabel = "HEX", description = "The initialization vector. Without it, encrypt puts a random one"
-            + " before its output, and decrypt reads it there.")
-    String iv;
+    @Option(names = "--iv", paramLabel = "HEX", description = "The IV; without it, a random one begins the output.") String iv;
 
-    @Option(names = "--aad", paramLabel = "HEX", description = "The additional data of AES-GCM.")
-    private String aad;
+    @Option(names = "--aad", paramLabel = "HEX", description = "The additional data of AES-GCM.") private String aad;
 
     /** Returns the value of the mechanism for a use of a key. */
     long type(OpenToken token, CK_OBJECT_HANDLE key, int use) {
@@ -55,6 +50,10 @@ final class MechanismOptions {
             }
         }
         throw new Failure(Failure.USAGE, "Name the --mechanism: keys of this type have no usual one");
+    }
+
+    CK_MECHANISM wrapping(OpenToken token, CK_OBJECT_HANDLE key) {
+        return mechanism(type(token, key, WRAP), vector());
     }
 
     /** Returns the initialization vector that was named, or null. */
@@ -77,19 +76,16 @@ final class MechanismOptions {
         String text = Values.mechanism(type);
         if (type == CKM.RSA_PKCS_OAEP) {
             String name = hash == null ? "sha1" : hash;
-            return new CK_MECHANISM(type, new CK_RSA_PKCS_OAEP_PARAMS(Names.of(CKM.class, name), mgf(name), null));
+            return new CK_MECHANISM(type, new CK_RSA_PKCS_OAEP_PARAMS(Names.of(CKM.class, name),
+                    Names.of(CKG.class, "MGF1" + name), null));
         } else if (text.endsWith("_RSA_PKCS_PSS") || type == CKM.RSA_PKCS_PSS) {
             String name = type != CKM.RSA_PKCS_PSS ? text.replaceAll("CKM_|_RSA.*", "") : hash == null ? "sha256" : hash;
             int bits = Integer.parseInt(name.replaceAll("(?i)sha[-_]?3[-_]|\\D", ""));
-            return new CK_MECHANISM(type, new CK_RSA_PKCS_PSS_PARAMS(Names.of(CKM.class, name), mgf(name),
-                    bits == 1 ? 20 : bits / 8));
+            return new CK_MECHANISM(type, new CK_RSA_PKCS_PSS_PARAMS(Names.of(CKM.class, name),
+                    Names.of(CKG.class, "MGF1" + name), bits == 1 ? 20 : bits / 8));
         } else if (type == CKM.AES_GCM) {
             return new CK_MECHANISM(type, new CK_GCM_PARAMS(vector, aad == null ? null : Output.unhex(aad), 128));
         }
         return new CK_MECHANISM(type, type == CKM.AES_CTR ? new CK_AES_CTR_PARAMS(128, vector) : vector);
-    }
-
-    private static long mgf(String hash) {
-        return Names.of(CKG.class, "MGF1_" + hash);
     }
 }

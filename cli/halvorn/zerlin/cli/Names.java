@@ -8,9 +8,6 @@ import java.lang.reflect.Field;
 import java.util.Locale;
 
 final class Names {
-    private Names() {
-    }
-
     /** Returns the value of a name; case, blanks, hyphens and underscores do not matter, nor does the prefix. */
     static long of(Class<?> constants, String name) {
         String plain = plain(name);

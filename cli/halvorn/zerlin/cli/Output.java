@@ -12,9 +12,6 @@ import java.util.stream.Collectors;
 final class Output {
     private static final OutputStream OUT = new FileOutputStream(FileDescriptor.out);
 
-    private Output() {
-    }
-
     /** Returns whether one of the standard streams, by its number, is a terminal. */
     static boolean isTerminal(int descriptor) {
         try {

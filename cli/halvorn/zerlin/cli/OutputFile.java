@@ -6,8 +6,7 @@ import picocli.CommandLine.Option;
 import java.io.IOException;
 
 final class OutputFile {
-    @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output, which appears when all of it is written;"
-            + " without it, standard output.")
+    @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output file; without it, standard output.")
     private String file;
 
     void write(byte[] bytes) throws IOException {

@@ -9,9 +9,6 @@ import java.util.Arrays;
 final class Pins {
     private static final File TERMINAL = new File("/dev/tty");
 
-    private Pins() {
-    }
-
     /** Reads the first line of a file. */
     static byte[] read(String file) throws IOException {
         try (InputStream in = new FileInputStream(file)) {

@@ -7,9 +7,6 @@ import java.util.Arrays;
 import java.util.Locale;
 
 final class Streams {
-    private Streams() {
-    }
-
     /** Writes to a stream. */
     interface Writer {
         void write(OutputStream out) throws IOException;
@@ -45,15 +42,10 @@ final class Streams {
 
     /** Writes a file, which gets its name when all is written, or standard output. */
     static void write(String file, Writer writer) throws IOException {
-        if (file == null || file.equals("-")) {
-            try (OutputStream out = new BufferedOutputStream(new FileOutputStream(FileDescriptor.out), 65536)) {
-                writer.write(out);
-            }
-            return;
-        }
-        Path target = Paths.get(file).toAbsolutePath();
-        if (Files.exists(target) && !Files.isRegularFile(target)) { // such as /dev/null
-            try (OutputStream out = Files.newOutputStream(target)) {
+        Path target = file == null || file.equals("-") ? null : Paths.get(file).toAbsolutePath();
+        if (target == null || Files.exists(target) && !Files.isRegularFile(target)) { // a pipe, or such as /dev/null
+            try (OutputStream out = target != null ? Files.newOutputStream(target)
+                    : new BufferedOutputStream(new FileOutputStream(FileDescriptor.out), 65536)) {
                 writer.write(out);
             }
             return;

@@ -15,7 +15,7 @@ import java.util.Arrays;
 final class TokenCommands extends Group {
     /** The PIN of the security officer. */
     static final class SoPin {
-        @Option(names = "--so-pin-file", paramLabel = "FILE", description = "Read the PIN of the security officer from FILE.")
+        @Option(names = "--so-pin-file", paramLabel = "FILE", description = "The PIN of the security officer.")
         private String file;
 
         private byte[] pin() throws IOException {
@@ -23,19 +23,18 @@ final class TokenCommands extends Group {
         }
     }
 
-    @Command(name = "init", description = "Initialize a token: everything on it is deleted. Then set the PIN of the user.",
+    @Command(name = "init", description = "Initialize a token, which deletes everything, and set the PIN of the user.",
             footer = {"", "Example: zerlin token init Payments --so-pin-file so --pin-file pin"})
     int init(@Mixin TokenOptions options,
             @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
             @Mixin SoPin officer,
-            @Option(names = {"-y", "--yes"}, description = "Do not ask before a token is erased.") boolean yes)
-            throws Exception {
+            @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
         CK_TOKEN_INFO.paddedLabel(label);
         return TokenOptions.withLibrary(library -> {
             Slot slot = options.token == null ? empty(library) : TokenOptions.slot(library, Uri.of(options.token, "token"));
             CK_TOKEN_INFO info = slot.tokenInfo();
             if ((info.flags & CKF.TOKEN_INITIALIZED) != 0) {
-                Pins.confirm(yes, "Delete everything on the token " + info.getLabel() + ", serial " + info.getSerialNumber() + "?");
+                Pins.confirm(yes, "Delete everything on the token " + info.getLabel() + "?");
             }
             byte[] soPin = officer.pin();
             byte[] again = soPin.clone();
@@ -49,10 +48,10 @@ final class TokenCommands extends Group {
         });
     }
 
-    @Command(name = "pin", description = "Change the PIN of the user, who names the old one. With --reset the security officer"
-            + " sets a new one.", footer = {"", "Example: zerlin token pin --token Payments --new-pin-file new"})
+    @Command(name = "pin", description = "Change the PIN of the user; with --reset, the security officer does.",
+            footer = {"", "Example: zerlin token pin --token Payments --new-pin-file new"})
     int pin(@Mixin TokenOptions options,
-            @Option(names = "--new-pin-file", paramLabel = "FILE", description = "Read the new PIN from FILE.") String newPinFile,
+            @Option(names = "--new-pin-file", paramLabel = "FILE", description = "The new PIN.") String newPinFile,
             @Option(names = "--reset", description = "The security officer sets the PIN.") boolean reset,
             @Mixin SoPin officer) throws Exception {
         Uri uri = Uri.of(options.token, "token");
@@ -71,8 +70,8 @@ final class TokenCommands extends Group {
         });
     }
 
-    @Command(name = "reset", description = "Delete everything on a token with the vendor's call, which keeps the PIN of the"
-            + " security officer.", footer = {"", "Example: zerlin token reset Payments --token Payments --so-pin-file so"})
+    @Command(name = "reset", description = "Delete everything on a token, with the vendor's call.",
+            footer = {"", "Example: zerlin token reset Payments --token Payments --so-pin-file so"})
     int reset(@Mixin TokenOptions options,
             @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
             @Mixin SoPin officer,
@@ -98,7 +97,7 @@ final class TokenCommands extends Group {
 
     private static byte[] newPin(TokenOptions options) throws IOException {
         boolean asks = options.pinFile == null && options.pinFd == null && options.pin == null;
-        return asks ? twice("New PIN of the user") : options.pin(Uri.of(null, null), "");
+        return asks ? twice("New PIN of the user") : options.pin(new Uri(), "");
     }
 
     private static byte[] twice(String question) throws IOException {

@@ -16,54 +16,42 @@ import java.util.ArrayList;
 import java.util.List;
 
 final class TokenOptions {
-    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.")
-    boolean help;
+    @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.") boolean help;
 
-    @Option(names = "--verbose", description = "Print the stack trace of an error.")
-    boolean verbose;
+    @Option(names = "--verbose", description = "Print the stack trace of an error.") boolean verbose;
 
-    @Option(names = "--json", description = "Print JSON.")
-    boolean json;
+    @Option(names = "--json", description = "Print JSON.") boolean json;
 
-    @Option(names = {"-t", "--token"}, paramLabel = "TOKEN", description = "The label or the PKCS#11 URI of the token. Without"
-            + " it, the token of the object's URI, or the only one.")
+    @Option(names = {"-t", "--token"}, paramLabel = "TOKEN",
+            description = "The label or the URI of the token.")
     String token;
 
-    @Option(names = "--login", negatable = true, description = "Log in, or do not. Without it, a command logs in if it"
-            + " needs private objects or if a PIN is named.")
+    @Option(names = "--login", negatable = true, description = "Log in; without it, if that is needed or a PIN is named.")
     Boolean login;
 
     @Option(names = "--pin-file", paramLabel = "FILE", description = "Read the PIN from the first line of FILE.")
     String pinFile;
 
-    @Option(names = "--pin-fd", paramLabel = "N", description = "Read the PIN from the first line of file descriptor N.")
-    Integer pinFd;
+    @Option(names = "--pin-fd", paramLabel = "N", description = "Read the PIN from file descriptor N.") Integer pinFd;
 
-    @Option(names = "--pin", paramLabel = "PIN", description = "The PIN, which other users of this machine can see; only with"
-            + " --pin-insecure.")
+    @Option(names = "--pin", paramLabel = "PIN", description = "The PIN, only with --pin-insecure: other users can see it.")
     String pin;
 
-    @Option(names = "--pin-insecure", description = "Allow --pin and the attribute pin-value of a URI.")
-    boolean pinInsecure;
+    @Option(names = "--pin-insecure", description = "Allow --pin, and pin-value in a URI.") boolean pinInsecure;
 
-    /** What is done with an open token. */
-    interface Work {
-        int run(OpenToken token) throws Exception;
+    /** What is done with the library or an open token. */
+    interface Work<T> {
+        int run(T open) throws Exception;
     }
 
-    /** What is done with the library. */
-    interface LibraryWork {
-        int run(Library library) throws Exception;
-    }
-
-    static int withLibrary(LibraryWork work) throws Exception {
+    static int withLibrary(Work<Library> work) throws Exception {
         try (Library library = Library.open()) {
             return work.run(library);
         }
     }
 
     /** Opens the token that the option or an object's URI names; logs in if the work needs it or a PIN is named. */
-    int withToken(Uri object, boolean writable, boolean needsLogin, Work work) throws Exception {
+    int withToken(Uri object, boolean writable, boolean needsLogin, Work<OpenToken> work) throws Exception {
         Uri uri = object.in(Uri.of(token, "token"));
         return withLibrary(library -> {
             Slot slot = slot(library, uri);
@@ -78,7 +66,7 @@ final class TokenOptions {
     }
 
     /** Opens a second token; its PIN is that of its URI, of the options, or asked for. */
-    int withOther(OpenToken first, Uri uri, Work work) throws Exception {
+    int withOther(OpenToken first, Uri uri, Work<OpenToken> work) throws Exception {
         Slot slot = slot(first.library, uri);
         try (Session session = slot.openWritableSession()) {
             OpenToken other = new OpenToken(first.library, slot, slot.tokenInfo(), session);
@@ -87,10 +75,6 @@ final class TokenOptions {
             }
             return work.run(other);
         }
-    }
-
-    int withToken(boolean needsLogin, Work work) throws Exception {
-        return withToken(Uri.of(null, null), false, needsLogin, work);
     }
 
     private boolean namesPin(Uri uri) {
@@ -134,8 +118,7 @@ final class TokenOptions {
         } else if (source != null && source.startsWith("|")) {
             throw new Failure(Failure.USAGE, "A pin-source that runs a program is not supported, only file:");
         }
-        return pinFile != null ? Pins.read(pinFile)
-            : pinFd != null ? Pins.read("/proc/self/fd/" + pinFd)
+        return pinFile != null ? Pins.read(pinFile) : pinFd != null ? Pins.read("/proc/self/fd/" + pinFd)
             : pin != null ? pin.getBytes(UTF_8)
             : source != null ? Pins.read(source.replaceFirst("^file:(//(localhost)?(?=/))?", ""))
             : uri.get("pin-value") != null ? uri.get("pin-value").getBytes(UTF_8)

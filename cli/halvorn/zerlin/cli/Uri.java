@@ -14,16 +14,14 @@ import java.util.*;
 
 final class Uri {
     private static final List<String> TYPES = Arrays.asList("data", "cert", "public", "private", "secret-key");
-    private static final List<String> PATH = Arrays.asList("token", "manufacturer", "serial", "model", "library-manufacturer",
-            "library-description", "library-version", "slot-id", "slot-description", "slot-manufacturer", "object", "id", "type");
+    private static final List<String> PATH = Arrays.asList("token", "manufacturer", "serial", "model", "object", "id", "type",
+            "library-manufacturer", "library-description", "library-version", "slot-id",
+            "slot-description", "slot-manufacturer");
     // The attributes behind the question mark. What a module-name or a module-path says is ignored: nothing is loaded.
     private static final List<String> QUERY = Arrays.asList("pin-source", "pin-value", "module-name", "module-path");
 
     // The bytes of each attribute, as Latin-1.
     private final Map<String, String> values = new LinkedHashMap<>();
-
-    private Uri() {
-    }
 
     /** Reads a URI; any other text is the value of one attribute, such as the label of a token. */
     static Uri of(String text, String attribute) {

@@ -11,9 +11,6 @@ import java.util.Arrays;
 import java.util.stream.Collectors;
 
 final class Values {
-    private Values() {
-    }
-
     /** Returns a value for JSON and tables: text, number, boolean or list; whatever a token has put there. */
     static Object of(Attributes attributes, long type) {
         Encoding encoding = Encoding.of(type);
@@ -28,8 +25,7 @@ final class Values {
     }
 
     private static Object number(long type, long value) {
-        return value == CK.UNAVAILABLE_INFORMATION ? null
-            : type == CKA.CLASS ? text(CKO.nameOf(value), value)
+        return value == CK.UNAVAILABLE_INFORMATION ? null : type == CKA.CLASS ? text(CKO.nameOf(value), value)
             : type == CKA.KEY_TYPE ? text(CKK.nameOf(value), value)
             : type == CKA.CERTIFICATE_TYPE ? text(CKC.nameOf(value), value)
             : type == CKA.KEY_GEN_MECHANISM || type == CKA.MECHANISM_TYPE ? mechanism(value)
