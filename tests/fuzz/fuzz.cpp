@@ -4,9 +4,10 @@
 // --seed S --first N --calls 1 repeats one call. The first fault ends the program.
 #include "fakes/liar.h"
 #include "harness/failures.h"
-#include "unit/native_table.h"
+#include "harness/native_table.h"
 
 #include <chrono>
+#include <csignal>
 
 namespace {
 

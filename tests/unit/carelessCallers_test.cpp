@@ -1,8 +1,8 @@
 // Callers that declare more than they have, objects that change during a call, and libraries that report what
 // is not there: nothing of the process is read or written for them.
 #include "harness/failures.h"
-#include "param_text.h"
-#include "values.h"
+#include "harness/param_text.h"
+#include "harness/values.h"
 
 #include <sys/resource.h>
 #include <unistd.h>

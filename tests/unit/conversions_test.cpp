@@ -1,11 +1,11 @@
 // Handles, typed constants, booleans, versions, dates, arrays, information records and attributes, from Java
 // to native and back.
 #include "digest.h"
+#include "harness/native_table.h"
 #include "helper/convToCK.h"
 #include "helper/convToJava.h"
 #include "helper/copyToCK.h"
 #include "helper/copyToJava.h"
-#include "native_table.h"
 
 namespace {
 

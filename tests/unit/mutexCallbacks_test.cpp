@@ -1,6 +1,7 @@
 // Java's locking callbacks: how C_Initialize registers them, how long they stay registered, and what happens
 // when the Cryptoki library calls one, on any thread.
 #include "harness/failures.h"
+#include "helper/jutil.h"
 #include "jni/mutexCallbacks.h"
 
 #include <thread>

@@ -1,7 +1,8 @@
 // What is special about single natives; frame_test.cpp has what all have in common.
 #include "halvorn_zerlin_CK_MECHANISM.h"
+#include "halvorn_zerlin_CTUtil.h"
 #include "halvorn_zerlin_constants_CK.h"
-#include "native_table.h"
+#include "harness/native_table.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Mechanisms and their parameters as the Cryptoki library receives them, and what is left of them afterwards.
 #include "digest.h"
 #include "halvorn_zerlin_CK_MECHANISM.h"
+#include "harness/native_table.h"
 #include "helper/convToCK.h"
 #include "helper/convToJava.h"
-#include "native_table.h"
 
 #include <numeric>
 #include <set>
@@ -137,7 +137,7 @@ TEST_F(Params, modernClassesAreLookedUpLastAndMayBeMissing)
         return asked + ' ' + takeException(env);
     };
     const auto expectSeen = [](const std::string& seen, const std::string& pattern) {
-        EXPECT_TRUE(std::regex_match(seen, std::regex(pattern))) << seen << " is not " << pattern;
+        EXPECT_TRUE(testing::internal::RE::FullMatch(seen, pattern)) << seen << " is not " << pattern;
     };
     for (const char* const part : {"CK_", "PARAMS_OLD", "none"}) {
         missing = part;

@@ -1,6 +1,6 @@
 // Secrets of every form and size that pass through the natives leave nothing in the native memory of this
 // process, neither in freed heap memory nor on the stack.
-#include "native_table.h"
+#include "harness/native_table.h"
 
 #include <cstdint>
 

@@ -1,29 +1,20 @@
-// Mechanism parameters as text, on both sides. Java objects are written as Fields reads them. Native memory
-// is written as numbers, . and hex digits for bytes, [..] for bytes behind a pointer, ( .. ) for a structure
-// behind one, and null.
-#pragma once
-
-#include "harness/natives.h"
-
-#include <algorithm>
-#include <cstring>
-#include <iterator>
-#include <span>
-#include <sstream>
+#include "harness/param_text.h"
 
 namespace jni {
 
-inline jobject read(JNIEnv* env, const std::string& javaText)
+jobject read(JNIEnv* env, const std::string& javaText)
 {
     return callStatic(
         env, "Fields", "read", "(Ljava/lang/String;)Ljava/lang/Object;", string(env, javaText.c_str()));
 }
-inline std::string show(JNIEnv* env, jobject shown)
+
+std::string show(JNIEnv* env, jobject shown)
 {
     const char* const signature = "(Ljava/lang/Object;)Ljava/lang/String;";
     return toString(env, static_cast<jstring>(callStatic(env, "Fields", "show", signature, shown)));
 }
-inline jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong parameterLen)
+
+jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong parameterLen)
 {
     const jobject made = make(env, "halvorn/zerlin/CK_MECHANISM", "(J)V", type);
     setObject(env, made, "pParameter", "Ljava/lang/Object;", parameter);
@@ -31,8 +22,7 @@ inline jobject mechanism(JNIEnv* env, jlong type, jobject parameter, jlong param
     return made;
 }
 
-// The text of the memory, in the layout of the words up to a closing parenthesis.
-inline std::string nativeText(const void* memory, std::istream& layout)
+std::string nativeText(const void* memory, std::istream& layout)
 {
     std::string text;
     const auto* data = static_cast<const CK_BYTE*>(memory);
@@ -58,14 +48,14 @@ inline std::string nativeText(const void* memory, std::istream& layout)
     }
     return text;
 }
-inline std::string nativeText(const void* memory, const std::string& expected)
+
+std::string nativeText(const void* memory, const std::string& expected)
 {
     std::istringstream layout(expected);
     return nativeText(memory, layout);
 }
 
-// The parameter as the Cryptoki library receives it from a native.
-inline std::string given(JNIEnv* env, jobject parameter, jlong size, const std::string& expected)
+std::string given(JNIEnv* env, jobject parameter, jlong size, const std::string& expected)
 {
     std::string text = "not called";
     script().byteLimit = 0;
@@ -79,19 +69,40 @@ inline std::string given(JNIEnv* env, jobject parameter, jlong size, const std::
     return text;
 }
 
-struct ParamRow {
-    jlong size;
-    std::string java;
-    std::string native = java.substr(java.find(' ') + 1);
-};
+std::string classOf(const std::string& java)
+{
+    return java.substr(0, java.find(' '));
+}
 
-// One parameter of each class.
+const ParamRow& rowOf(const std::string& java)
+{
+    return *std::ranges::find(PARAMS, classOf(java), [](const ParamRow& row) { return classOf(row.java); });
+}
+
+std::string filled(const std::string& java, std::size_t length, char byte)
+{
+    std::istringstream words(java);
+    std::vector<std::string> all{std::istream_iterator<std::string>(words), {}};
+    all.emplace_back();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (!all[i].starts_with('[')) continue;
+        const std::string count = std::to_string(all[i].size() / 2 - 1);
+        std::string& given = all[all[i + 1] == count ? i + 1 : i - 1];
+        if (given == count) given = std::to_string(length);
+        all[i] = "[" + recorder::hex(std::string(length, byte).data(), length) + "]";
+    }
+    std::string text;
+    for (const std::string& word : all)
+        text += word + ' ';
+    return text;
+}
+
 #define ROW(name, ...)                                                                                       \
     ParamRow                                                                                                 \
     {                                                                                                        \
         sizeof(name), #name " " __VA_ARGS__                                                                  \
     }
-inline const ParamRow PARAMS[] = {
+static const ParamRow ROWS[] = {
     {sizeof(CK_ULONG), "5"},
     ROW(CK_RSA_PKCS_OAEP_PARAMS, "544 1 2 [616263] 3"),
     ROW(CK_RSA_PKCS_PSS_PARAMS, "544 4294967295 20"),
@@ -135,37 +146,6 @@ inline const ParamRow PARAMS[] = {
         "256 ( 544 1 2 [616263] 3 )"),
 };
 #undef ROW
-inline const std::span MODERN = std::span(PARAMS).last(9);
-
-// "CK_VERSION"
-inline std::string classOf(const std::string& java)
-{
-    return java.substr(0, java.find(' '));
-}
-
-// The row of the parameter's class.
-inline const ParamRow& rowOf(const std::string& java)
-{
-    return *std::ranges::find(PARAMS, classOf(java), [](const ParamRow& row) { return classOf(row.java); });
-}
-
-// The row's parameter, with that many equal bytes in each of its arrays.
-inline std::string filled(const std::string& java, std::size_t length, char byte)
-{
-    std::istringstream words(java);
-    std::vector<std::string> all{std::istream_iterator<std::string>(words), {}};
-    all.emplace_back();
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        if (!all[i].starts_with('[')) continue;
-        const std::string count = std::to_string(all[i].size() / 2 - 1);
-        std::string& given = all[all[i + 1] == count ? i + 1 : i - 1];
-        if (given == count) given = std::to_string(length);
-        all[i] = "[" + recorder::hex(std::string(length, byte).data(), length) + "]";
-    }
-    std::string text;
-    for (const std::string& word : all)
-        text += word + ' ';
-    return text;
-}
+const std::span<const ParamRow> PARAMS = ROWS, MODERN = PARAMS.last(9);
 
 } // namespace jni

@@ -1,29 +1,14 @@
-// Attribute values as Java objects, one of each class, and the attributes that hold them.
-#pragma once
-
-#include "harness/failures.h"
+#include "harness/values.h"
 
 namespace jni {
 
-template <typename Array, typename Element>
-Array filled(JNIEnv* env, Array array, void (JNIEnv::*set)(Array, jsize, jsize, const Element*),
-    const std::vector<Element>& values)
-{
-    (env->*set)(array, 0, static_cast<jsize>(values.size()), values.data());
-    return array;
-}
-inline std::string className(JNIEnv* env, jobject object)
+std::string className(JNIEnv* env, jobject object)
 {
     const std::string shown = text(env, {env->GetObjectClass(object)}); // "[class java.lang.Long]"
     return shown.substr(7, shown.size() - 8);
 }
 
-constexpr CK_ULONG WORD = sizeof(CK_ULONG);
-constexpr std::uint8_t UNTOUCHED = 0xEE; // fills what waits for a copy
-inline const char* const REFUSED = "refused";
-
-// The numbers as the Cryptoki library receives them.
-inline Bytes words(const Longs& values)
+Bytes words(const Longs& values)
 {
     Bytes native(WORD * values.size());
     for (std::size_t i = 0; i < values.size(); ++i)
@@ -31,17 +16,7 @@ inline Bytes words(const Longs& values)
     return native;
 }
 
-// A value of one of the classes, and its native form.
-struct Value {
-    jobject object;
-    Bytes native; // empty: not convertible
-    CK_ULONG length = native.size();
-    Bytes written = {};          // the shortest native value that is written back; empty: not writable
-    std::string after = REFUSED; // the object's text then
-    Bytes copied = native;       // the native form in memory that exists
-};
-
-inline std::vector<Value> values(JNIEnv* e)
+std::vector<Value> values(JNIEnv* e)
 {
     const jlong BIG = 0x1'80000abc;
     const Bytes NUMBER = words({BIG}), OTHER = words({0xfedcba98});
@@ -79,34 +54,32 @@ inline std::vector<Value> values(JNIEnv* e)
     return all;
 }
 
-inline CK_ATTRIBUTE native(CK_ULONG type, const Bytes& value)
+CK_ATTRIBUTE native(CK_ULONG type, const Bytes& value)
 {
     return {type, const_cast<CK_BYTE*>(value.data()), value.size()};
 }
-inline jobject attribute(JNIEnv* env, jlong type, jobject value, jlong valueLen)
+
+jobject attribute(JNIEnv* env, jlong type, jobject value, jlong valueLen)
 {
     const char* const path = "halvorn/zerlin/CK_ATTRIBUTE";
     const jobject made = make(env, path, "(JLjava/lang/Object;J)V", type, nullptr, valueLen);
     setObject(env, made, "pValue", "Ljava/lang/Object;", value); // the constructor would replace an int[]
     return made;
 }
-inline jobjectArray attributes(JNIEnv* env, const std::vector<jobject>& elements)
+
+jobjectArray attributes(JNIEnv* env, const std::vector<jobject>& elements)
 {
     return objects(env, "halvorn/zerlin/CK_ATTRIBUTE", elements);
 }
 
-// "[CKA_LABEL (0x3), [1, 2]] 2"
-inline std::string describe(JNIEnv* env, jobject attribute)
+std::string describe(JNIEnv* env, jobject attribute)
 {
     const jobject type = getObject(env, attribute, "type", "Lhalvorn/zerlin/constants/CK_ATTRIBUTE_TYPE;");
     return text(env, {type, getObject(env, attribute, "pValue", "Ljava/lang/Object;")}) + " " +
            std::to_string(getLong(env, attribute, "valueLen"));
 }
 
-// Fails each JNI call and each allocation of a conversion in turn. The work returns whether no
-// exception is pending.
-template <typename Work>
-void failEach(JNIEnv* env, const Work& work)
+void failEach(JNIEnv* env, const std::function<bool()>& work)
 {
     const auto checked = [&] {
         const bool isDone = work();
