@@ -64,8 +64,9 @@ final class Pins {
         }
     }
 
+    // What a token has put into its label must not move the cursor.
     private static byte[] answer(String question) throws IOException {
-        write(question);
+        write(question.replaceAll("\\p{Cntrl}", "?"));
         try (InputStream in = new FileInputStream(TERMINAL)) {
             return line(in);
         }

@@ -80,7 +80,9 @@ final class Streams {
             int read = super.read(bytes, from, length);
             done += Math.max(0, read);
             long now = System.nanoTime();
-            if (isShown && done > MIB && now - last > 100_000_000) {
+            if (read < 0) {
+                clear();
+            } else if (isShown && done > MIB && now - last > 100_000_000) {
                 last = now;
                 double rate = done * 1e9 / MIB / (now - start);
                 int tenths = size < MIB ? 0 : (int) Math.min(30, 30 * done / size);
@@ -93,10 +95,15 @@ final class Streams {
 
         @Override
         public void close() throws IOException {
+            clear();
+            super.close();
+        }
+
+        private void clear() {
             if (last != start) {
                 System.err.print("\r\033[K");
+                last = start;
             }
-            super.close();
         }
     }
 }
