@@ -42,14 +42,10 @@ final class Bench implements Callable<Integer> {
             List<Map<String, Object>> rows = new ArrayList<>();
             for (int count = 1; count < 2 * threads; count *= 2) {
                 int n = Math.min(count, threads);
-                if (Output.isTerminal(2)) {
-                    System.err.print("\r" + n + " of " + threads + " threads\033[K");
-                }
-                double rate = measure(token, handle, type, n);
+                double rate = Streams.timed(n + " of " + threads + " threads", () -> measure(token, handle, type, n));
                 rows.add(record("mechanism", Values.mechanism(type), "threads", n, "signaturesPerSecond",
                         Math.round(rate * 10) / 10.0));
             }
-            System.err.print(Output.isTerminal(2) ? "\r\033[K" : "");
             Output.print(options.json, rows);
             return 0;
         });

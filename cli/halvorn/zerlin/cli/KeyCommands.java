@@ -111,9 +111,9 @@ final class KeyCommands extends Group {
                 template.with(CKA.EC_PARAMS, Der.oid(Arrays.stream(CURVES).filter(row -> row[0].equals(size)).findFirst()
                         .orElseThrow(() -> new Failure(Failure.USAGE, "There is no curve " + size))[1]));
             }
-            KeyPairHandles pair = token.session.generateKeyPair(
+            KeyPairHandles pair = Streams.timed("Generating " + name, () -> token.session.generateKeyPair(
                     new CK_MECHANISM(isRsa ? CKM.RSA_PKCS_KEY_PAIR_GEN : CKM.EC_KEY_PAIR_GEN), template,
-                    key.template(CKO.PRIVATE_KEY, isRsa ? CKK.RSA : CKK.EC, id));
+                    key.template(CKO.PRIVATE_KEY, isRsa ? CKK.RSA : CKK.EC, id)));
             return made(options, token, pair.privateKey, pair.publicKey);
         });
     }

@@ -5,6 +5,7 @@ import java.io.*;
 import java.nio.file.*;
 import java.util.Arrays;
 import java.util.Locale;
+import java.util.concurrent.Callable;
 
 final class Streams {
     /** Writes to a stream. */
@@ -58,6 +59,28 @@ final class Streams {
             Files.move(part, target, StandardCopyOption.REPLACE_EXISTING);
         } finally {
             Files.deleteIfExists(part);
+        }
+    }
+
+    /** Shows the seconds on the terminal while something works. */
+    static <T> T timed(String text, Callable<T> work) throws Exception {
+        Thread clock = new Thread(() -> {
+            try {
+                for (int seconds = 0; Output.isTerminal(2); seconds++) {
+                    System.err.print("\r" + text + ", " + seconds + " s\033[K");
+                    Thread.sleep(1000);
+                }
+            } catch (InterruptedException done) {
+                System.err.print("\r\033[K");
+            }
+        });
+        clock.setDaemon(true);
+        clock.start();
+        try {
+            return work.call();
+        } finally {
+            clock.interrupt();
+            clock.join();
         }
     }
 
