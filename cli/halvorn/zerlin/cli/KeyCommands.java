@@ -150,9 +150,9 @@ final class KeyCommands extends Group {
     int importKey(@Mixin TokenOptions options, @Mixin NewKey key,
             @Parameters(paramLabel = "TYPE", description = "public, private, aes, des3 or generic.") String type,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file) throws Exception {
-        byte[] bytes = Streams.read(file, 1 << 16);
+        byte[] bytes = Pins.secret(Streams.read(file, 1 << 16));
         long secretType = type.matches("public|private") ? -1 : secretType(type);
-        Key read = secretType != -1 ? null : read(unpem(bytes), type.equals("public"));
+        Key read = secretType != -1 ? null : read(Pins.secret(unpem(bytes)), type.equals("public"));
         return options.withToken(new Uri(), true, true, token -> {
             byte[] id = key.newId(token.session);
             long keyType = secretType != -1 ? secretType : read instanceof RSAKey ? CKK.RSA : CKK.EC;
@@ -173,9 +173,7 @@ final class KeyCommands extends Group {
                 template.with(CKA.EC_PARAMS, ecParameters((ECKey) read)).with(read instanceof ECPrivateKey ? CKA.VALUE
                     : CKA.EC_POINT, read instanceof ECPrivateKey ? ((ECPrivateKey) read).getS() : Der.of(4, point(read)));
             }
-            CK_OBJECT_HANDLE made = token.session.create(template);
-            Arrays.fill(bytes, (byte) 0);
-            return made(options, token, made);
+            return made(options, token, token.session.create(template));
         });
     }
 

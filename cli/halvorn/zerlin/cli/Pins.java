@@ -4,10 +4,21 @@ package halvorn.zerlin.cli;
 import static java.nio.charset.StandardCharsets.UTF_8;
 
 import java.io.*;
-import java.util.Arrays;
+import java.util.*;
 
 final class Pins {
     private static final File TERMINAL = new File("/dev/tty");
+    private static final List<byte[]> SECRETS = new ArrayList<>();
+
+    /** Remembers a secret, which is wiped at the end of the command, however that ends. */
+    static byte[] secret(byte[] bytes) {
+        SECRETS.add(bytes);
+        return bytes;
+    }
+
+    static void wipe() {
+        SECRETS.forEach(secret -> Arrays.fill(secret, (byte) 0));
+    }
 
     /** Reads the first line of a file. */
     static byte[] read(String file) throws IOException {
@@ -16,9 +27,9 @@ final class Pins {
         }
     }
 
-    // The buffer is wiped; it is large enough not to leave a smaller one behind.
+    // The buffer is large enough not to leave a smaller one behind.
     private static byte[] line(InputStream in) throws IOException {
-        byte[] buffer = new byte[1024];
+        byte[] buffer = secret(new byte[1024]);
         int length = 0;
         for (int b = in.read(); b >= 0 && b != '\n'; b = in.read()) {
             if (length == buffer.length) {
@@ -26,9 +37,7 @@ final class Pins {
             }
             buffer[length++] = (byte) b;
         }
-        byte[] line = Arrays.copyOf(buffer, length > 0 && buffer[length - 1] == '\r' ? length - 1 : length);
-        Arrays.fill(buffer, (byte) 0);
-        return line;
+        return secret(Arrays.copyOf(buffer, length > 0 && buffer[length - 1] == '\r' ? length - 1 : length));
     }
 
     /** Asks for a PIN at the terminal, which standard input need not be. */
@@ -83,11 +92,8 @@ final class Pins {
         try {
             Process process = new ProcessBuilder("stty", argument).redirectInput(TERMINAL)
                     .redirectError(new File("/dev/null")).start();
-            ByteArrayOutputStream out = new ByteArrayOutputStream();
-            for (int b = process.getInputStream().read(); b >= 0; b = process.getInputStream().read()) {
-                out.write(b);
-            }
-            return process.waitFor() == 0 ? out.toString().trim() : null;
+            String line = new BufferedReader(new InputStreamReader(process.getInputStream(), UTF_8)).readLine();
+            return process.waitFor() == 0 ? String.valueOf(line) : null;
         } catch (IOException noTerminal) {
             return null;
         } catch (InterruptedException e) {

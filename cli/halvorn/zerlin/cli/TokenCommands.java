@@ -2,8 +2,7 @@
 package halvorn.zerlin.cli;
 
 import halvorn.zerlin.CK_TOKEN_INFO;
-import halvorn.zerlin.constants.CKF;
-import halvorn.zerlin.constants.CKU;
+import halvorn.zerlin.constants.*;
 import halvorn.zerlin.token.*;
 
 import picocli.CommandLine.*;
@@ -23,25 +22,36 @@ final class TokenCommands extends Group {
         }
     }
 
+    /** What happens to all that is on a token. */
+    static final class Erasure {
+        @Mixin private SoPin officer;
+
+        @Parameters(paramLabel = "LABEL", description = "The new label.") private String label;
+
+        @Option(names = {"-y", "--yes"}, description = "Do not ask.") private boolean yes;
+
+        /** Asks, and returns the PIN of the officer twice: a call wipes the PIN that it gets. */
+        private byte[][] confirm(CK_TOKEN_INFO token) throws IOException {
+            CK_TOKEN_INFO.paddedLabel(label);
+            if ((token.flags & CKF.TOKEN_INITIALIZED) != 0) {
+                Pins.confirm(yes, "Delete everything on the token " + token.getLabel() + "?");
+            }
+            byte[] pin = officer.pin();
+            return new byte[][] {pin, Pins.secret(pin.clone())};
+        }
+    }
+
     @Command(name = "init", description = "Initialize a token, which deletes everything, and set the PIN of the user.",
             footer = {"", "Example: zerlin token init Payments --so-pin-file so --pin-file pin"})
-    int init(@Mixin TokenOptions options,
-            @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
-            @Mixin SoPin officer,
-            @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
-        CK_TOKEN_INFO.paddedLabel(label);
+    int init(@Mixin TokenOptions options, @Mixin Erasure erasure) throws Exception {
         return TokenOptions.withLibrary(library -> {
             Slot slot = options.token == null ? empty(library) : TokenOptions.slot(library, Uri.of(options.token, "token"));
-            CK_TOKEN_INFO info = slot.tokenInfo();
-            if ((info.flags & CKF.TOKEN_INITIALIZED) != 0) {
-                Pins.confirm(yes, "Delete everything on the token " + info.getLabel() + "?");
-            }
-            byte[] soPin = officer.pin();
-            byte[] again = soPin.clone();
-            byte[] pin = newPin(options);
-            slot.initToken(soPin, label);
+            byte[][] soPins = erasure.confirm(slot.tokenInfo());
+            boolean asks = options.pinFile == null && options.pinFd == null && options.pin == null;
+            byte[] pin = asks ? twice("New PIN of the user") : options.pin(new Uri(), "");
+            slot.initToken(soPins[0], erasure.label);
             try (Session session = slot.openWritableSession()) {
-                session.login(CKU.SO, again);
+                session.login(CKU.SO, soPins[1]);
                 session.initPin(pin);
             }
             return 0;
@@ -50,10 +60,9 @@ final class TokenCommands extends Group {
 
     @Command(name = "pin", description = "Change the PIN of the user; with --reset, the security officer does.",
             footer = {"", "Example: zerlin token pin --token Payments --new-pin-file new"})
-    int pin(@Mixin TokenOptions options,
+    int pin(@Mixin TokenOptions options, @Mixin SoPin officer,
             @Option(names = "--new-pin-file", paramLabel = "FILE", description = "The new PIN.") String newPinFile,
-            @Option(names = "--reset", description = "The security officer sets the PIN.") boolean reset,
-            @Mixin SoPin officer) throws Exception {
+            @Option(names = "--reset", description = "The security officer sets the PIN.") boolean reset) throws Exception {
         Uri uri = Uri.of(options.token, "token");
         return TokenOptions.withLibrary(library -> {
             try (Session session = TokenOptions.slot(library, uri).openWritableSession()) {
@@ -72,19 +81,13 @@ final class TokenCommands extends Group {
 
     @Command(name = "reset", description = "Delete everything on a token, with the vendor's call.",
             footer = {"", "Example: zerlin token reset Payments --token Payments --so-pin-file so"})
-    int reset(@Mixin TokenOptions options,
-            @Parameters(paramLabel = "LABEL", description = "The new label.") String label,
-            @Mixin SoPin officer,
-            @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
-        CK_TOKEN_INFO.paddedLabel(label);
+    int reset(@Mixin TokenOptions options, @Mixin Erasure erasure) throws Exception {
         return TokenOptions.withLibrary(library -> {
             Slot slot = TokenOptions.slot(library, Uri.of(options.token, "token"));
-            Pins.confirm(yes, "Delete everything on the token " + slot.tokenInfo().getLabel() + "?");
-            byte[] soPin = officer.pin();
-            byte[] again = soPin.clone();
+            byte[][] soPins = erasure.confirm(slot.tokenInfo());
             try (Session session = slot.openWritableSession()) {
-                session.login(CKU.SO, soPin);
-                session.vendorResetToken(again, label);
+                session.login(CKU.SO, soPins[0]);
+                session.vendorResetToken(soPins[1], erasure.label);
             }
             return 0;
         });
@@ -95,17 +98,9 @@ final class TokenCommands extends Group {
                 .orElseThrow(() -> new Failure(Failure.NOT_FOUND, "No token is new; --token names one that may be erased"));
     }
 
-    private static byte[] newPin(TokenOptions options) throws IOException {
-        boolean asks = options.pinFile == null && options.pinFd == null && options.pin == null;
-        return asks ? twice("New PIN of the user") : options.pin(new Uri(), "");
-    }
-
     private static byte[] twice(String question) throws IOException {
         byte[] pin = Pins.ask(question + ": ");
-        byte[] again = Pins.ask(question + ", again: ");
-        boolean same = Arrays.equals(pin, again);
-        Arrays.fill(again, (byte) 0);
-        if (!same) {
+        if (!Arrays.equals(pin, Pins.ask(question + ", again: "))) {
             throw new Failure(Failure.PIN, "The two PINs differ");
         }
         return pin;

@@ -47,6 +47,8 @@ final class TokenOptions {
     static int withLibrary(Work<Library> work) throws Exception {
         try (Library library = Library.open()) {
             return work.run(library);
+        } finally {
+            Pins.wipe();
         }
     }
 
