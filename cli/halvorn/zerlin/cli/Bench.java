@@ -1,19 +1,14 @@
 // How many signatures a second a token makes.
 package halvorn.zerlin.cli;
 
-import static halvorn.zerlin.cli.Output.record;
-
-import halvorn.zerlin.CK_MECHANISM;
-import halvorn.zerlin.CK_OBJECT_HANDLE;
+import halvorn.zerlin.*;
 import halvorn.zerlin.constants.CKO;
-import halvorn.zerlin.token.Session;
 
 import picocli.CommandLine.*;
 
 import java.io.ByteArrayInputStream;
 import java.util.*;
 import java.util.concurrent.*;
-import java.util.concurrent.ExecutionException;
 import java.util.concurrent.atomic.LongAdder;
 
 @Command(name = "bench", description = "Measure how many signatures a second the token makes with a key.",
@@ -21,8 +16,7 @@ import java.util.concurrent.atomic.LongAdder;
 final class Bench implements Callable<Integer> {
     @Mixin private TokenOptions options;
     @Mixin private MechanismOptions mechanism;
-
-    @Parameters(paramLabel = "KEY", description = "The URI or the label of the key.") private String key;
+    @Mixin private KeyCommands.ObjectName key;
 
     @Option(names = "--threads", defaultValue = "4", paramLabel = "N", description = "The most threads: ${DEFAULT-VALUE}.")
     private int threads;
@@ -35,15 +29,14 @@ final class Bench implements Callable<Integer> {
         if (threads < 1 || threads > 1000 || seconds < 1) {
             throw new Failure(Failure.USAGE, "--threads is from 1 to 1000, --seconds at least 1");
         }
-        Uri uri = Uri.of(key, "object");
-        return options.withToken(uri, false, true, token -> {
-            CK_OBJECT_HANDLE handle = token.find(uri, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
+        return options.withToken(key.uri(), false, true, token -> {
+            CK_OBJECT_HANDLE handle = token.find(key.uri(), CKO.PRIVATE_KEY, CKO.SECRET_KEY);
             long type = mechanism.type(token, handle, MechanismOptions.SIGN);
             List<Map<String, Object>> rows = new ArrayList<>();
             for (int count = 1; count < 2 * threads; count *= 2) {
                 int n = Math.min(count, threads);
                 double rate = Streams.timed(n + " of " + threads + " threads", () -> measure(token, handle, type, n));
-                rows.add(record("mechanism", Values.mechanism(type), "threads", n, "signaturesPerSecond",
+                rows.add(Output.record("mechanism", Values.mechanism(type), "threads", n, "signaturesPerSecond",
                         Math.round(rate * 10) / 10.0));
             }
             Output.print(options.json, rows);
@@ -57,24 +50,20 @@ final class Bench implements Callable<Integer> {
             LongAdder made = new LongAdder();
             long start = System.nanoTime();
             long end = start + seconds * 1_000_000_000L;
-            List<Future<?>> work = new ArrayList<>();
-            for (int i = 0; i < n; i++) {
-                work.add(pool.submit(() -> {
-                    try (Session session = token.slot.openSession()) {
-                        OpenToken own = new OpenToken(token.library, token.slot, token.info, session);
-                        for (; System.nanoTime() < end; made.increment()) {
-                            CK_MECHANISM how = mechanism.mechanism(type, null);
-                            Sign.sign(own, handle, how, new ByteArrayInputStream(new byte[32]));
-                        }
+            Callable<Void> work = () -> {
+                try (OpenToken own = new OpenToken(token.library, token.slot, false)) {
+                    for (; System.nanoTime() < end; made.increment()) {
+                        CK_MECHANISM how = mechanism.mechanism(type, null);
+                        Sign.sign(own, handle, how, new ByteArrayInputStream(new byte[32]), true);
                     }
-                    return null;
-                }));
-            }
-            for (Future<?> one : work) {
+                }
+                return null;
+            };
+            for (Future<Void> one : pool.invokeAll(Collections.nCopies(n, work))) {
                 one.get();
             }
             return made.sum() * 1e9 / (System.nanoTime() - start);
-        } catch (ExecutionException e) {
+        } catch (java.util.concurrent.ExecutionException e) {
             throw (Exception) e.getCause();
         } finally {
             pool.shutdown();

@@ -1,8 +1,6 @@
 // Certificates: requested, stored, read.
 package halvorn.zerlin.cli;
 
-import static halvorn.zerlin.cli.Output.record;
-
 import halvorn.zerlin.CK_OBJECT_HANDLE;
 import halvorn.zerlin.constants.*;
 import halvorn.zerlin.token.*;
@@ -11,8 +9,7 @@ import picocli.CommandLine.*;
 
 import java.io.ByteArrayInputStream;
 import java.math.BigInteger;
-import java.security.cert.CertificateFactory;
-import java.security.cert.X509Certificate;
+import java.security.cert.*;
 import java.util.*;
 
 import javax.security.auth.x500.X500Principal;
@@ -26,7 +23,7 @@ final class CertCommands extends Group {
             List<Map<String, Object>> rows = new ArrayList<>();
             for (CK_OBJECT_HANDLE object : token.session.find(Attributes.of(CKO.CERTIFICATE))) {
                 X509Certificate certificate = parse(token.session.read(object, CKA.VALUE).bytes(CKA.VALUE));
-                rows.add(record("subject", certificate.getSubjectX500Principal().getName(),
+                rows.add(Output.record("subject", certificate.getSubjectX500Principal().getName(),
                         "issuer", certificate.getIssuerX500Principal().getName(),
                         "notAfter", certificate.getNotAfter().toInstant().toString(), "uri", token.uri(object)));
             }
@@ -37,14 +34,10 @@ final class CertCommands extends Group {
 
     @Command(name = "export", description = "Write a certificate as PEM.",
             footer = {"", "Example: zerlin cert export invoices -o invoices.crt"})
-    int export(@Mixin TokenOptions options, @Mixin OutputFile output,
-            @Parameters(paramLabel = "URI", description = "The URI or the label of the certificate.") String name)
-            throws Exception {
-        Uri uri = Uri.of(name, "object");
-        return options.withToken(uri, false, false, token -> {
-            CK_OBJECT_HANDLE object = token.find(uri, CKO.CERTIFICATE);
-            output.write(KeyCommands.pem("CERTIFICATE", token.session.read(object, CKA.VALUE).bytes(CKA.VALUE)));
-            return 0;
+    int export(@Mixin TokenOptions options, @Mixin KeyCommands.ObjectName name, @Mixin OutputFile output) throws Exception {
+        return options.withToken(name.uri(), false, false, token -> {
+            CK_OBJECT_HANDLE object = token.find(name.uri(), CKO.CERTIFICATE);
+            return output.write(KeyCommands.pem("CERTIFICATE", token.session.read(object, CKA.VALUE).bytes(CKA.VALUE)));
         });
     }
 
@@ -54,7 +47,7 @@ final class CertCommands extends Group {
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file,
             @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label.") String label)
             throws Exception {
-        X509Certificate certificate = parse(KeyCommands.unpem(Streams.read(file, 1 << 20)));
+        X509Certificate certificate = parse(Streams.read(file, 1 << 20));
         return options.withToken(new Uri(), true, true, token -> {
             Attributes template = Attributes.of(CKO.CERTIFICATE).with(CKA.CERTIFICATE_TYPE, CKC.X_509).with(CKA.LABEL, label)
                     .with(CKA.SUBJECT, certificate.getSubjectX500Principal().getEncoded())
@@ -68,8 +61,9 @@ final class CertCommands extends Group {
         });
     }
 
-    private static X509Certificate parse(byte[] der) throws Exception {
-        return (X509Certificate) CertificateFactory.getInstance("X.509").generateCertificate(new ByteArrayInputStream(der));
+    // Reads PEM or DER.
+    private static X509Certificate parse(byte[] bytes) throws CertificateException {
+        return (X509Certificate) CertificateFactory.getInstance("X.509").generateCertificate(new ByteArrayInputStream(bytes));
     }
 
     static int csr(TokenOptions options, OutputFile output, String key, String subject) throws Exception {
@@ -78,18 +72,17 @@ final class CertCommands extends Group {
         return options.withToken(uri, false, true, token -> {
             CK_OBJECT_HANDLE signer = token.find(uri, CKO.PRIVATE_KEY);
             Attributes known = token.session.read(signer, CKA.ID, CKA.KEY_TYPE);
-            boolean isRsa = known.number(CKA.KEY_TYPE) == CKK.RSA;
-            CK_OBJECT_HANDLE publicKey = isRsa ? signer : token.session.findOne(Attributes.of(CKO.PUBLIC_KEY)
-                    .with(CKA.ID, known.bytes(CKA.ID)));
+            long type = known.number(CKA.KEY_TYPE);
+            CK_OBJECT_HANDLE publicKey = type == CKK.RSA ? signer
+                : token.session.findOne(Attributes.of(CKO.PUBLIC_KEY).with(CKA.ID, known.bytes(CKA.ID)));
             byte[] content = Der.sequence(Der.integer(BigInteger.ZERO), name,
                     Keys.subjectPublicKeyInfo(token.session, publicKey), Der.of(0xa0));
-            byte[] signature = Sign.sign(token, signer, new halvorn.zerlin.CK_MECHANISM(isRsa ? CKM.SHA256_RSA_PKCS
-                : Names.mechanism(token.slot, "ECDSA_SHA256")), new ByteArrayInputStream(content));
-            output.write(KeyCommands.pem("CERTIFICATE REQUEST", Der.sequence(content, Der.sequence(
-                    isRsa ? new byte[][] {Der.oid("1.2.840.113549.1.1.11"), Der.of(0x05)}
-                    : new byte[][] {Der.oid("1.2.840.10045.4.3.2")}),
-                    Der.bitString(isRsa ? signature : Keys.signatureToDer(signature)))));
-            return 0;
+            byte[] algorithm = type == CKK.RSA ? Der.sequence(Der.oid("1.2.840.113549.1.1.11"), Der.of(0x05))
+                : Der.sequence(Der.oid("1.2.840.10045.4.3.2"));
+            byte[] signature = Sign.sign(token, signer, new MechanismOptions().mechanism(token, signer, MechanismOptions.SIGN),
+                    new ByteArrayInputStream(content), false);
+            return output.write(KeyCommands.pem("CERTIFICATE REQUEST",
+                    Der.sequence(content, algorithm, Der.bitString(signature))));
         });
     }
 }

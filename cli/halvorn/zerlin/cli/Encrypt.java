@@ -1,48 +1,42 @@
 // Data encrypted and decrypted, in streams of any size.
 package halvorn.zerlin.cli;
 
-import halvorn.zerlin.CK_MECHANISM;
-import halvorn.zerlin.CK_OBJECT_HANDLE;
+import halvorn.zerlin.*;
 import halvorn.zerlin.constants.CKO;
 import halvorn.zerlin.token.Session;
 
 import java.io.*;
-import java.util.Arrays;
 
 final class Encrypt {
-    private static final int WHOLE = 1 << 16;
-
     static int run(DataOptions data, OutputFile output, boolean encrypts) throws Exception {
         return data.options.withToken(data.uri(), false, true, token -> {
             CK_OBJECT_HANDLE key = token.find(data.uri(), encrypts ? CKO.PUBLIC_KEY : CKO.PRIVATE_KEY, CKO.SECRET_KEY);
             long type = data.mechanism.type(token, key, MechanismOptions.ENCRYPT);
-            int ivLength = data.mechanism.iv == null ? MechanismOptions.ivLength(type) : 0;
+            int ivLength = data.mechanism.iv == null ? MechanismOptions.ivLength(type) : 0; // in the stream
             try (InputStream in = Streams.in(data.input)) {
-                byte[] iv = ivLength == 0 ? data.mechanism.vector() : encrypts ? token.session.random(ivLength)
-                    : new byte[ivLength];
-                if (!encrypts && ivLength > 0) {
+                byte[] iv = data.mechanism.iv != null ? Output.unhex(data.mechanism.iv) : ivLength == 0 ? null
+                    : encrypts ? token.session.random(ivLength) : new byte[ivLength];
+                if (ivLength > 0 && !encrypts) {
                     new DataInputStream(in).readFully(iv);
                 }
                 CK_MECHANISM how = data.mechanism.mechanism(type, iv);
-                output.write(out -> {
-                    out.write(iv == null ? new byte[0] : iv, 0, encrypts ? ivLength : 0);
-                    if (MechanismOptions.isWhole(type)) {
-                        whole(token.session, how, key, Streams.read(in, WHOLE), out, encrypts);
-                    } else if (encrypts) {
-                        token.session.encrypt(how, key, in, out);
-                    } else {
-                        token.session.decrypt(how, key, in, out);
-                    }
+                return output.write(out -> {
+                    out.write(encrypts && ivLength > 0 ? iv : new byte[0]);
+                    stream(token.session, how, key, in, out, encrypts);
                 });
             }
-            return 0;
         });
     }
 
-    private static void whole(Session session, CK_MECHANISM how, CK_OBJECT_HANDLE key, byte[] data, OutputStream out,
+    private static void stream(Session session, CK_MECHANISM how, CK_OBJECT_HANDLE key, InputStream in, OutputStream out,
             boolean encrypts) throws IOException {
-        byte[] result = encrypts ? session.encrypt(how, key, data) : session.decrypt(how, key, data);
-        out.write(result);
-        Arrays.fill(encrypts ? data : result, (byte) 0);
+        if (MechanismOptions.isWhole(how)) {
+            byte[] data = Pins.secret(Streams.read(in, Streams.SHORT));
+            out.write(Pins.secret(encrypts ? session.encrypt(how, key, data) : session.decrypt(how, key, data)));
+        } else if (encrypts) {
+            session.encrypt(how, key, in, out);
+        } else {
+            session.decrypt(how, key, in, out);
+        }
     }
 }

@@ -6,8 +6,7 @@ import halvorn.zerlin.constants.CKR;
 
 import java.io.IOException;
 import java.security.GeneralSecurityException;
-import java.util.Arrays;
-import java.util.NoSuchElementException;
+import java.util.*;
 
 final class Failure extends RuntimeException {
     static final int NO = 1;

@@ -1,20 +1,18 @@
 // The mechanism of a command: its name, and the parameter that belongs to it.
 package halvorn.zerlin.cli;
 
-import halvorn.zerlin.CK_MECHANISM;
-import halvorn.zerlin.CK_OBJECT_HANDLE;
+import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
 import halvorn.zerlin.params.*;
 
 import picocli.CommandLine.Option;
 
-import java.util.Arrays;
-import java.util.List;
+import java.util.*;
 
 final class MechanismOptions {
     static final int SIGN = 1;
     static final int ENCRYPT = 2;
-    private static final int WRAP = 3;
+    static final int WRAP = 3;
 
     // What is used for a type of key: to sign, to encrypt, to wrap.
     private static final Object[][] DEFAULTS = {
@@ -52,17 +50,17 @@ final class MechanismOptions {
         throw new Failure(Failure.USAGE, "Name the --mechanism: keys of this type have no usual one");
     }
 
-    CK_MECHANISM wrapping(OpenToken token, CK_OBJECT_HANDLE key) {
-        return mechanism(type(token, key, WRAP), vector());
+    CK_MECHANISM mechanism(OpenToken token, CK_OBJECT_HANDLE key, int use) {
+        return mechanism(type(token, key, use), bytes(iv));
     }
 
-    /** Returns the initialization vector that was named, or null. */
-    byte[] vector() {
-        return iv == null ? null : Output.unhex(iv);
+    /** Returns the bytes that an option names, or null. */
+    static byte[] bytes(String digits) {
+        return digits == null ? null : Output.unhex(digits);
     }
 
-    static boolean isWhole(long type) {
-        return WHOLE.contains(type);
+    static boolean isWhole(CK_MECHANISM how) {
+        return WHOLE.contains(how.mechanism.m_value);
     }
 
     /** Returns the length of the initialization vector; 0 if the mechanism has none. */
@@ -84,7 +82,7 @@ final class MechanismOptions {
             return new CK_MECHANISM(type, new CK_RSA_PKCS_PSS_PARAMS(Names.of(CKM.class, name),
                     Names.of(CKG.class, "MGF1" + name), bits == 1 ? 20 : bits / 8));
         } else if (type == CKM.AES_GCM) {
-            return new CK_MECHANISM(type, new CK_GCM_PARAMS(vector, aad == null ? null : Output.unhex(aad), 128));
+            return new CK_MECHANISM(type, new CK_GCM_PARAMS(vector, bytes(aad), 128));
         }
         return new CK_MECHANISM(type, type == CKM.AES_CTR ? new CK_AES_CTR_PARAMS(128, vector) : vector);
     }

@@ -40,11 +40,6 @@ final class Names {
         }
     }
 
-    /** Returns the name of a value without prefix, or its number. */
-    static String text(String name, long value) {
-        return name == null ? "0x" + Long.toHexString(value) : name;
-    }
-
     private static String plain(String name) {
         return name.toUpperCase(Locale.ROOT).replaceAll("[-_ ]", "");
     }

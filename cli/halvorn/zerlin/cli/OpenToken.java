@@ -7,18 +7,24 @@ import halvorn.zerlin.constants.CKA;
 import halvorn.zerlin.token.*;
 
 import java.util.*;
+import java.util.stream.Collectors;
 
-final class OpenToken {
+final class OpenToken implements AutoCloseable {
     final Library library;
     final Slot slot;
     final CK_TOKEN_INFO info;
     final Session session;
 
-    OpenToken(Library library, Slot slot, CK_TOKEN_INFO info, Session session) {
+    OpenToken(Library library, Slot slot, boolean writable) {
         this.library = library;
         this.slot = slot;
-        this.info = info;
-        this.session = session;
+        info = slot.tokenInfo();
+        session = writable ? slot.openWritableSession() : slot.openSession();
+    }
+
+    @Override
+    public void close() {
+        session.close();
     }
 
     String uri(CK_OBJECT_HANDLE object) {
@@ -26,18 +32,14 @@ final class OpenToken {
     }
 
     /** Finds the one object of the URI that has one of these classes; all classes if none is given. */
-    CK_OBJECT_HANDLE find(Uri uri, long... classes) {
+    CK_OBJECT_HANDLE find(Uri uri, Long... classes) {
         Attributes wanted = uri.template();
         if (wanted.types().length == 0) {
             throw new Failure(Failure.USAGE, "The URI names no object: add object=, id= or type=");
         }
-        List<CK_OBJECT_HANDLE> found = new ArrayList<>();
-        for (CK_OBJECT_HANDLE object : session.find(wanted)) {
-            long objectClass = session.read(object, CKA.CLASS).number(CKA.CLASS);
-            if (classes.length == 0 || Arrays.stream(classes).anyMatch(one -> one == objectClass)) {
-                found.add(object);
-            }
-        }
+        List<CK_OBJECT_HANDLE> found = session.find(wanted).stream().filter(object -> classes.length == 0
+                || Arrays.asList(classes).contains(session.read(object, CKA.CLASS).number(CKA.CLASS)))
+                .collect(Collectors.toList());
         if (found.size() != 1) {
             throw new Failure(Failure.NOT_FOUND, (found.isEmpty() ? "No object fits" : found.size() + " objects fit")
                     + "; \"zerlin objects\" lists the objects with their URIs"

@@ -9,11 +9,13 @@ final class OutputFile {
     @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output file; without it, standard output.")
     private String file;
 
-    void write(byte[] bytes) throws IOException {
-        Streams.write(file, out -> out.write(bytes));
+    /** Writes all of the output; returns the exit code. */
+    int write(byte[] bytes) throws IOException {
+        return write(out -> out.write(bytes));
     }
 
-    void write(Streams.Writer writer) throws IOException {
+    int write(Streams.Writer writer) throws IOException {
         Streams.write(file, writer);
+        return 0;
     }
 }

@@ -1,77 +1,72 @@
 // Signatures: made and verified.
 package halvorn.zerlin.cli;
 
-import halvorn.zerlin.CK_MECHANISM;
-import halvorn.zerlin.CK_OBJECT_HANDLE;
-import halvorn.zerlin.constants.CKM;
-import halvorn.zerlin.constants.CKO;
+import halvorn.zerlin.*;
+import halvorn.zerlin.constants.*;
 import halvorn.zerlin.token.Keys;
 
 import java.io.*;
-import java.security.GeneralSecurityException;
-import java.security.MessageDigest;
+import java.security.*;
 import java.security.interfaces.ECPublicKey;
 
 final class Sign {
-    private static final int WHOLE = 1 << 16;
-
     static int sign(DataOptions data, OutputFile output, boolean plain) throws Exception {
         return data.options.withToken(data.uri(), false, true, token -> {
             CK_OBJECT_HANDLE key = token.find(data.uri(), CKO.PRIVATE_KEY, CKO.SECRET_KEY);
-            long type = data.mechanism.type(token, key, MechanismOptions.SIGN);
             try (InputStream in = Streams.in(data.input)) {
-                byte[] signature = sign(token, key, data.mechanism.mechanism(type, null), in);
-                output.write(Values.mechanism(type).startsWith("CKM_ECDSA") && !plain
-                    ? Keys.signatureToDer(signature) : signature);
+                CK_MECHANISM how = data.mechanism.mechanism(token, key, MechanismOptions.SIGN);
+                return output.write(sign(token, key, how, in, plain));
             }
-            return 0;
         });
     }
 
     static int verify(DataOptions data, String signatureFile, boolean plain) throws Exception {
         return data.options.withToken(data.uri(), false, false, token -> {
             CK_OBJECT_HANDLE key = token.find(data.uri(), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
-            long type = data.mechanism.type(token, key, MechanismOptions.SIGN);
-            byte[] signature = Streams.read(signatureFile, WHOLE);
-            boolean valid;
+            byte[] signature = Streams.read(signatureFile, Streams.SHORT);
             try (InputStream in = Streams.in(data.input)) {
-                byte[] numbers = Values.mechanism(type).startsWith("CKM_ECDSA") && !plain
-                    ? plain(token, key, signature) : signature;
-                valid = numbers != null && verify(token, key, data.mechanism.mechanism(type, null), in, numbers);
+                CK_MECHANISM how = data.mechanism.mechanism(token, key, MechanismOptions.SIGN);
+                boolean valid = isValid(token, key, how, in, signature, plain);
+                Output.line(data.options.json ? Output.json(Output.record("valid", valid)) : valid ? "valid" : "invalid");
+                return valid ? 0 : Failure.NO;
             }
-            Output.line(data.options.json ? Output.json(Output.record("valid", valid)) : valid ? "valid" : "invalid");
-            return valid ? 0 : Failure.NO;
         });
     }
 
-    static byte[] sign(OpenToken token, CK_OBJECT_HANDLE key, CK_MECHANISM mechanism, InputStream in)
+    static byte[] sign(OpenToken token, CK_OBJECT_HANDLE key, CK_MECHANISM how, InputStream in, boolean plain)
             throws IOException, GeneralSecurityException {
-        InputStream data = hashed(token, mechanism, in);
-        return MechanismOptions.isWhole(mechanism.mechanism.m_value)
-            ? token.session.sign(mechanism, key, Streams.read(data, WHOLE)) : token.session.sign(mechanism, key, data);
+        InputStream data = hashed(token, how, in);
+        byte[] signature = MechanismOptions.isWhole(how) ? token.session.sign(how, key, Streams.read(data, Streams.SHORT))
+            : token.session.sign(how, key, data);
+        return plain || !isEcdsa(how) ? signature : Keys.signatureToDer(signature);
     }
 
-    private static boolean verify(OpenToken token, CK_OBJECT_HANDLE key, CK_MECHANISM mechanism, InputStream in,
-            byte[] signature) throws IOException, GeneralSecurityException {
-        InputStream data = hashed(token, mechanism, in);
-        return MechanismOptions.isWhole(mechanism.mechanism.m_value)
-            ? token.session.verify(mechanism, key, Streams.read(data, WHOLE), signature)
-            : token.session.verify(mechanism, key, data, signature);
+    private static boolean isValid(OpenToken token, CK_OBJECT_HANDLE key, CK_MECHANISM how, InputStream in, byte[] signature,
+            boolean plain) throws IOException, GeneralSecurityException {
+        byte[] numbers = plain || !isEcdsa(how) ? signature : plain(token, key, signature);
+        InputStream data = hashed(token, how, in);
+        return numbers != null && (MechanismOptions.isWhole(how)
+            ? token.session.verify(how, key, Streams.read(data, Streams.SHORT), numbers)
+            : token.session.verify(how, key, data, numbers));
+    }
+
+    private static boolean isEcdsa(CK_MECHANISM how) {
+        return Values.mechanism(how.mechanism.m_value).startsWith("CKM_ECDSA");
     }
 
     // For ECDSA the command hashes itself where the token does not.
-    private static InputStream hashed(OpenToken token, CK_MECHANISM mechanism, InputStream in)
+    private static InputStream hashed(OpenToken token, CK_MECHANISM how, InputStream in)
             throws IOException, GeneralSecurityException {
-        String name = Values.mechanism(mechanism.mechanism.m_value).replaceAll("_STD$", "");
-        if (!name.matches("CKM_ECDSA_SHA\\d+") || token.slot.supports(mechanism.mechanism.m_value, 0)) {
+        String name = Values.mechanism(how.mechanism.m_value).replaceAll("_STD$", "");
+        if (!name.matches("CKM_ECDSA_SHA\\d+") || token.slot.supports(how.mechanism.m_value, 0)) {
             return in;
         }
+        how.mechanism.m_value = CKM.ECDSA;
         MessageDigest digest = MessageDigest.getInstance(name.replace("CKM_ECDSA_SHA", "SHA-"));
-        byte[] part = new byte[WHOLE];
+        byte[] part = new byte[Streams.SHORT];
         for (int length = in.read(part); length >= 0; length = in.read(part)) {
             digest.update(part, 0, length);
         }
-        mechanism.mechanism.m_value = CKM.ECDSA;
         return new ByteArrayInputStream(digest.digest());
     }
 

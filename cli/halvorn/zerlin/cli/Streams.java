@@ -3,11 +3,13 @@ package halvorn.zerlin.cli;
 
 import java.io.*;
 import java.nio.file.*;
-import java.util.Arrays;
-import java.util.Locale;
+import java.util.*;
 import java.util.concurrent.Callable;
 
 final class Streams {
+    /** The most that is read in one piece. */
+    static final int SHORT = 1 << 16;
+
     /** Writes to a stream. */
     interface Writer {
         void write(OutputStream out) throws IOException;
@@ -87,6 +89,7 @@ final class Streams {
     /** Shows how much was read, once it is more than a MiB. */
     private static final class Progress extends FilterInputStream {
         private static final int MIB = 1 << 20;
+        private static final String BAR = "##############################";
         private final boolean isShown = Output.isTerminal(2);
         private final long start = System.nanoTime();
         private final long size;
@@ -108,10 +111,9 @@ final class Streams {
             } else if (isShown && done > MIB && now - last > 100_000_000) {
                 last = now;
                 double rate = done * 1e9 / MIB / (now - start);
-                int tenths = size < MIB ? 0 : (int) Math.min(30, 30 * done / size);
-                System.err.printf(Locale.ROOT, "\r%s%d MiB, %.0f MiB/s\033[K", size < MIB ? ""
-                    : "[" + "##############################".substring(30 - tenths)
-                    + "                              ".substring(tenths) + "] ", done / MIB, rate);
+                int left = size < MIB ? 30 : (int) Math.max(0, 30 - 30 * done / size);
+                String bar = size < MIB ? "" : String.format("[%-30s] ", BAR.substring(left));
+                System.err.printf(Locale.ROOT, "\r%s%d MiB, %.0f MiB/s\033[K", bar, done / MIB, rate);
             }
             return read;
         }

@@ -4,16 +4,14 @@ package halvorn.zerlin.cli;
 import static java.nio.charset.StandardCharsets.UTF_8;
 
 import halvorn.zerlin.CK_INFO;
-import halvorn.zerlin.CK_TOKEN_INFO;
-import halvorn.zerlin.constants.CKF;
-import halvorn.zerlin.constants.CKU;
+import halvorn.zerlin.constants.*;
 import halvorn.zerlin.token.*;
 
 import picocli.CommandLine.Option;
 
 import java.io.IOException;
-import java.util.ArrayList;
 import java.util.List;
+import java.util.stream.Collectors;
 
 final class TokenOptions {
     @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.") boolean help;
@@ -22,15 +20,12 @@ final class TokenOptions {
 
     @Option(names = "--json", description = "Print JSON.") boolean json;
 
-    @Option(names = {"-t", "--token"}, paramLabel = "TOKEN",
-            description = "The label or the URI of the token.")
-    String token;
+    @Option(names = {"-t", "--token"}, paramLabel = "TOKEN", description = "The label or the URI of the token.") String token;
 
     @Option(names = "--login", negatable = true, description = "Log in; without it, if that is needed or a PIN is named.")
     Boolean login;
 
-    @Option(names = "--pin-file", paramLabel = "FILE", description = "Read the PIN from the first line of FILE.")
-    String pinFile;
+    @Option(names = "--pin-file", paramLabel = "FILE", description = "Read the PIN from its first line.") String pinFile;
 
     @Option(names = "--pin-fd", paramLabel = "N", description = "Read the PIN from file descriptor N.") Integer pinFd;
 
@@ -55,27 +50,25 @@ final class TokenOptions {
     /** Opens the token that the option or an object's URI names; logs in if the work needs it or a PIN is named. */
     int withToken(Uri object, boolean writable, boolean needsLogin, Work<OpenToken> work) throws Exception {
         Uri uri = object.in(Uri.of(token, "token"));
-        return withLibrary(library -> {
-            Slot slot = slot(library, uri);
-            try (Session session = writable ? slot.openWritableSession() : slot.openSession()) {
-                OpenToken open = new OpenToken(library, slot, slot.tokenInfo(), session);
-                if (login == null ? needsLogin || namesPin(uri) : login) {
-                    logIn(open, uri);
-                }
-                return work.run(open);
-            }
-        });
+        boolean logsIn = login == null ? needsLogin || namesPin(uri) : login;
+        return withLibrary(library -> open(library, uri, writable, logsIn, work));
     }
 
     /** Opens a second token; its PIN is that of its URI, of the options, or asked for. */
     int withOther(OpenToken first, Uri uri, Work<OpenToken> work) throws Exception {
-        Slot slot = slot(first.library, uri);
-        try (Session session = slot.openWritableSession()) {
-            OpenToken other = new OpenToken(first.library, slot, slot.tokenInfo(), session);
-            if (!session.isLoggedIn()) {
-                logIn(other, uri);
+        return open(first.library, uri, true, true, work);
+    }
+
+    private int open(Library library, Uri uri, boolean writable, boolean logsIn, Work<OpenToken> work) throws Exception {
+        try (OpenToken open = new OpenToken(library, slot(library, uri), writable)) {
+            if (logsIn && !open.session.isLoggedIn() && (open.info.flags & CKF.LOGIN_REQUIRED) != 0) {
+                if ((open.info.flags & CKF.PROTECTED_AUTHENTICATION_PATH) != 0 && !namesPin(uri)) {
+                    open.session.login(CKU.USER);
+                } else {
+                    open.session.login(CKU.USER, pin(uri, "PIN of the token " + open.info.getLabel() + ": "));
+                }
             }
-            return work.run(other);
+            return work.run(open);
         }
     }
 
@@ -85,30 +78,12 @@ final class TokenOptions {
 
     static Slot slot(Library library, Uri uri) {
         CK_INFO info = library.info();
-        List<Slot> found = new ArrayList<>();
-        for (Slot slot : library.slots(true)) {
-            CK_TOKEN_INFO token = slot.tokenInfo();
-            boolean isNamed = uri.get("slot-id") != null;
-            if ((isNamed || (token.flags & CKF.TOKEN_INITIALIZED) != 0) && uri.matches(info, slot.id(), slot.info(), token)) {
-                found.add(slot);
-            }
-        }
+        List<Slot> found = library.slots(true).stream().filter(slot -> uri.matches(info, slot)).collect(Collectors.toList());
         if (found.size() != 1) {
             throw new Failure(Failure.NOT_FOUND, (found.isEmpty() ? "No token fits" : found.size() + " tokens fit")
                     + "; \"zerlin slots\" lists the tokens, --token chooses one");
         }
         return found.get(0);
-    }
-
-    private void logIn(OpenToken open, Uri uri) throws IOException {
-        if ((open.info.flags & CKF.LOGIN_REQUIRED) == 0) {
-            return;
-        }
-        if ((open.info.flags & CKF.PROTECTED_AUTHENTICATION_PATH) != 0 && !namesPin(uri)) {
-            open.session.login(CKU.USER);
-        } else {
-            open.session.login(CKU.USER, pin(uri, "PIN of the token " + open.info.getLabel() + ": "));
-        }
     }
 
     /** Returns the PIN that the options or the URI name, or asks for it. */

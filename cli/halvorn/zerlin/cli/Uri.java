@@ -5,15 +5,20 @@ import static java.nio.charset.StandardCharsets.ISO_8859_1;
 import static java.nio.charset.StandardCharsets.UTF_8;
 
 import halvorn.zerlin.*;
-import halvorn.zerlin.constants.CKA;
-import halvorn.zerlin.constants.CKO;
+import halvorn.zerlin.constants.*;
 import halvorn.zerlin.token.Attributes;
+import halvorn.zerlin.token.Slot;
 
-import java.io.ByteArrayOutputStream;
+import java.io.UnsupportedEncodingException;
+import java.net.URLDecoder;
 import java.util.*;
 
 final class Uri {
     private static final List<String> TYPES = Arrays.asList("data", "cert", "public", "private", "secret-key");
+    private static final List<Long> CLASSES = Arrays.asList(CKO.DATA, CKO.CERTIFICATE, CKO.PUBLIC_KEY, CKO.PRIVATE_KEY,
+            CKO.SECRET_KEY);
+    private static final String PLAIN = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~:[]@!$'()*+,";
+    private static final byte[] NOTHING = {};
     private static final List<String> PATH = Arrays.asList("token", "manufacturer", "serial", "model", "object", "id", "type",
             "library-manufacturer", "library-description", "library-version", "slot-id",
             "slot-description", "slot-manufacturer");
@@ -30,7 +35,7 @@ final class Uri {
             return uri;
         }
         if (!text.regionMatches(true, 0, "pkcs11:", 0, 7)) {
-            uri.values.put(attribute, new String(text.getBytes(UTF_8), ISO_8859_1));
+            uri.values.put(attribute, latin1(text));
             return uri;
         }
         int mark = (text + "?").indexOf('?');
@@ -56,21 +61,17 @@ final class Uri {
         }
     }
 
+    // A text has its bytes as Latin-1; in a URI, a plus is a plus.
     private static String decode(String text) {
-        ByteArrayOutputStream bytes = new ByteArrayOutputStream();
-        byte[] in = text.getBytes(UTF_8);
-        for (int i = 0; i < in.length; i++) {
-            if (in[i] == '%') {
-                if (!text.matches("(?s)([^%]|%[0-9A-Fa-f]{2})*")) {
-                    throw new IllegalArgumentException("In a PKCS#11 URI, two hexadecimal digits follow %: " + text);
-                }
-                bytes.write(Character.digit(in[i + 1], 16) << 4 | Character.digit(in[i + 2], 16));
-                i += 2;
-            } else {
-                bytes.write(in[i]);
-            }
+        try {
+            return URLDecoder.decode(latin1(text).replace("+", "%2B"), "ISO-8859-1");
+        } catch (IllegalArgumentException | UnsupportedEncodingException e) {
+            throw new IllegalArgumentException("In a PKCS#11 URI, two hexadecimal digits follow %: " + text, e);
         }
-        return new String(bytes.toByteArray(), ISO_8859_1);
+    }
+
+    private static String latin1(String text) {
+        return new String(text.getBytes(UTF_8), ISO_8859_1);
     }
 
     /** Returns an attribute as text; null if it is not there. */
@@ -79,13 +80,17 @@ final class Uri {
         return value == null ? null : new String(value.getBytes(ISO_8859_1), UTF_8);
     }
 
-    boolean matches(CK_INFO library, long slotId, CK_SLOT_INFO slot, CK_TOKEN_INFO token) {
+    /** Returns whether this names the token in a slot. One that is not initialized must be named by its slot. */
+    boolean matches(CK_INFO library, Slot slot) {
+        CK_SLOT_INFO info = slot.info();
+        CK_TOKEN_INFO token = slot.tokenInfo();
         String[][] rows = {{"token", token.getLabel()}, {"manufacturer", token.getManufacturerID()},
             {"serial", token.getSerialNumber()}, {"model", token.getModel()},
             {"library-manufacturer", library.getManufacturerID()}, {"library-description", library.getLibraryDescription()},
-            {"library-version", library.libraryVersion.toString()}, {"slot-id", Long.toString(slotId)},
-            {"slot-description", slot.getSlotDescription()}, {"slot-manufacturer", slot.getManufacturerID()}};
-        return Arrays.stream(rows).allMatch(row -> !values.containsKey(row[0]) || get(row[0]).equals(row[1]));
+            {"library-version", library.libraryVersion.toString()}, {"slot-id", Long.toString(slot.id())},
+            {"slot-description", info.getSlotDescription()}, {"slot-manufacturer", info.getManufacturerID()}};
+        return (values.containsKey("slot-id") || (token.flags & CKF.TOKEN_INITIALIZED) != 0)
+                && Arrays.stream(rows).allMatch(row -> !values.containsKey(row[0]) || get(row[0]).equals(row[1]));
     }
 
     /** Adds the attributes of the token that another URI names. */
@@ -105,7 +110,7 @@ final class Uri {
     Attributes template() {
         Attributes wanted = new Attributes();
         if (values.containsKey("type")) {
-            wanted.with(CKA.CLASS, objectClass(get("type")));
+            wanted.with(CKA.CLASS, CLASSES.get(TYPES.indexOf(get("type"))));
         }
         if (values.containsKey("object")) {
             wanted.with(CKA.LABEL, get("object"));
@@ -116,37 +121,27 @@ final class Uri {
         return wanted;
     }
 
-    private static long objectClass(String type) {
-        return new long[] {CKO.DATA, CKO.CERTIFICATE, CKO.PUBLIC_KEY, CKO.PRIVATE_KEY, CKO.SECRET_KEY}[TYPES.indexOf(type)];
-    }
-
     static String write(CK_TOKEN_INFO token, Attributes object) {
-        StringBuilder text = new StringBuilder("pkcs11:");
-        add(text, "token", token.label, token.getLabel().getBytes(UTF_8));
-        add(text, "serial", token.serialNumber, token.getSerialNumber().getBytes(UTF_8));
-        if (object != null && object.has(CKA.LABEL)) {
-            add(text, "object", object.bytes(CKA.LABEL), object.bytes(CKA.LABEL));
+        StringJoiner uri = new StringJoiner(";", "pkcs11:", "");
+        add(uri, "token", token.getLabel().getBytes(UTF_8), PLAIN);
+        add(uri, "serial", token.getSerialNumber().getBytes(UTF_8), PLAIN);
+        if (object != null) {
+            add(uri, "object", object.has(CKA.LABEL) ? object.bytes(CKA.LABEL) : NOTHING, PLAIN);
+            add(uri, "id", object.has(CKA.ID) ? object.bytes(CKA.ID) : NOTHING, "");
+            int type = object.has(CKA.CLASS) ? CLASSES.indexOf(object.number(CKA.CLASS)) : -1;
+            add(uri, "type", type < 0 ? NOTHING : TYPES.get(type).getBytes(UTF_8), PLAIN);
         }
-        if (object != null && object.has(CKA.ID)) {
-            add(text, "id", object.bytes(CKA.ID), null);
-        }
-        for (String type : TYPES) {
-            if (object != null && object.has(CKA.CLASS) && object.number(CKA.CLASS) == objectClass(type)) {
-                add(text, "type", new byte[1], type.getBytes(UTF_8));
-            }
-        }
-        return text.toString();
+        return uri.toString();
     }
 
-    // Without text, all bytes are written as numbers, as RFC 7512 asks for identifiers.
-    private static void add(StringBuilder uri, String name, byte[] value, byte[] text) {
-        if (value.length > 0 && (text == null || text.length > 0)) {
-            uri.append(uri.length() == 7 ? "" : ";").append(name).append('=');
-            for (byte b : text == null ? value : text) {
-                boolean plain = text != null && (b >= '0' && b <= '9' || (b | 32) >= 'a' && (b | 32) <= 'z' && b > 0
-                        || b > 0 && "-._~:[]@!$'()*+,".indexOf(b) >= 0);
-                uri.append(plain ? Character.toString((char) b) : String.format("%%%02X", b & 0xFF));
-            }
+    // The bytes that are not plain are written as numbers: all of an identifier, as RFC 7512 asks.
+    private static void add(StringJoiner uri, String name, byte[] value, String plain) {
+        StringBuilder text = new StringBuilder(name + "=");
+        for (byte b : value) {
+            text.append(plain.indexOf(b) < 0 ? String.format("%%%02X", b & 0xFF) : (char) b);
+        }
+        if (value.length > 0) {
+            uri.add(text);
         }
     }
 }

@@ -1,11 +1,8 @@
 // The values of attributes, as they are printed.
 package halvorn.zerlin.cli;
 
-import static halvorn.zerlin.cli.Names.text;
-
 import halvorn.zerlin.constants.*;
-import halvorn.zerlin.token.Attributes;
-import halvorn.zerlin.token.Encoding;
+import halvorn.zerlin.token.*;
 
 import java.util.Arrays;
 import java.util.stream.Collectors;
@@ -25,14 +22,19 @@ final class Values {
     }
 
     private static Object number(long type, long value) {
-        return value == CK.UNAVAILABLE_INFORMATION ? null : type == CKA.CLASS ? text(CKO.nameOf(value), value)
-            : type == CKA.KEY_TYPE ? text(CKK.nameOf(value), value)
-            : type == CKA.CERTIFICATE_TYPE ? text(CKC.nameOf(value), value)
-            : type == CKA.KEY_GEN_MECHANISM || type == CKA.MECHANISM_TYPE ? mechanism(value)
-            : (Object) value;
+        return value == CK.UNAVAILABLE_INFORMATION ? null
+            : type == CKA.CLASS ? name(new CK_OBJECT_CLASS(value))
+            : type == CKA.KEY_TYPE ? name(new CK_KEY_TYPE(value))
+            : type == CKA.CERTIFICATE_TYPE ? name(new CK_CERTIFICATE_TYPE(value))
+            : type == CKA.KEY_GEN_MECHANISM || type == CKA.MECHANISM_TYPE ? mechanism(value) : (Object) value;
     }
 
     static String mechanism(long value) {
-        return text(CKM.nameOf(value), value);
+        return name(new CK_MECHANISM_TYPE(value));
+    }
+
+    // The name without the number, or the number of a value that has no name.
+    private static String name(TypedValue value) {
+        return value.toString().replaceAll(" .*", "");
     }
 }
