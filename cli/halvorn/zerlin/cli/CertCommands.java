@@ -76,9 +76,9 @@ final class CertCommands extends Group {
             CK_OBJECT_HANDLE publicKey = type == CKK.RSA ? signer
                 : token.session.findOne(Attributes.of(CKO.PUBLIC_KEY).with(CKA.ID, known.bytes(CKA.ID)));
             byte[] content = Der.sequence(Der.integer(BigInteger.ZERO), name,
-                    Keys.subjectPublicKeyInfo(token.session, publicKey), Der.of(0xa0));
+                    KeyCommands.publicKeyInfo(token.session, publicKey), Der.of(0xa0));
             byte[] algorithm = type == CKK.RSA ? Der.sequence(Der.oid("1.2.840.113549.1.1.11"), Der.of(0x05))
-                : Der.sequence(Der.oid("1.2.840.10045.4.3.2"));
+                : Der.sequence(Der.oid(type == CKK.EC ? "1.2.840.10045.4.3.2" : KeyCommands.ED25519));
             byte[] signature = Sign.sign(token, signer, new MechanismOptions().mechanism(token, signer, MechanismOptions.SIGN),
                     new ByteArrayInputStream(content), false);
             return output.write(KeyCommands.pem("CERTIFICATE REQUEST",

@@ -20,6 +20,7 @@ import java.util.stream.Collectors;
 
 @Command(name = "key", description = "Make, move and delete keys.", footer = {"", "Example: zerlin key generate --help"})
 final class KeyCommands extends Group {
+    static final String ED25519 = "1.3.101.112";
     // What can be generated: its name with the bits, the type of the key, the mechanism, and the curve.
     private static final Object[][] TYPES = {
         {"aes(\\d{3})", CKK.AES, CKM.AES_KEY_GEN, null},
@@ -30,6 +31,7 @@ final class KeyCommands extends Group {
         {"ecp384", CKK.EC, CKM.EC_KEY_PAIR_GEN, "1.3.132.0.34"},
         {"ecp521", CKK.EC, CKM.EC_KEY_PAIR_GEN, "1.3.132.0.35"},
         {"ecsecp256k1", CKK.EC, CKM.EC_KEY_PAIR_GEN, "1.3.132.0.10"},
+        {"ed25519", CKK.EC_EDWARDS, CKM.EC_EDWARDS_KEY_PAIR_GEN, ED25519},
     };
     // What a key may be used for: the attributes of a public key, and of a private one; a secret key has both.
     private static final Object[][] USES = {{"sign", CKA.VERIFY, CKA.SIGN}, {"encrypt", CKA.ENCRYPT, CKA.DECRYPT},
@@ -104,7 +106,7 @@ final class KeyCommands extends Group {
     @Command(name = "generate", description = "Generate a key or key pair.",
             footer = {"", "Example: zerlin key generate rsa-3072 --label invoices"})
     int generate(@Mixin TokenOptions options, @Mixin NewKey key, @Parameters(paramLabel = "TYPE", description = "aes-128 to"
-            + " aes-256, des3, generic-256 (bits), rsa-2048 and more, ec-p256, ec-p384, ec-p521, ec-secp256k1.")
+            + " aes-256, des3, generic-256 (bits), rsa-2048 and more, ec-p256, ec-p384, ec-p521, ec-secp256k1, ed25519.")
             String name) throws Exception {
         String plain = name.toLowerCase(Locale.ROOT).replaceAll("[-_:]", "");
         Object[] row = Arrays.stream(TYPES).filter(one -> plain.matches((String) one[0])).findFirst()
@@ -149,7 +151,7 @@ final class KeyCommands extends Group {
     int export(@Mixin TokenOptions options, @Mixin ObjectName name, @Mixin OutputFile output) throws Exception {
         return options.withToken(name.uri(), false, false, token -> {
             CK_OBJECT_HANDLE key = token.find(name.uri(), CKO.PUBLIC_KEY);
-            return output.write(pem("PUBLIC KEY", Keys.subjectPublicKeyInfo(token.session, key)));
+            return output.write(pem("PUBLIC KEY", publicKeyInfo(token.session, key)));
         });
     }
 
@@ -283,6 +285,19 @@ final class KeyCommands extends Group {
         String text = new String(bytes, UTF_8);
         return !text.contains("-----BEGIN ") ? bytes
             : Base64.getMimeDecoder().decode(text.replaceAll("(?s).*?-----BEGIN [^\n]*\n([^-]*)-----.*", "$1"));
+    }
+
+    /** Returns the DER of the SubjectPublicKeyInfo of a key; for Ed25519 that of RFC 8410, whose point some modules wrap. */
+    static byte[] publicKeyInfo(Session session, CK_OBJECT_HANDLE key) {
+        if (session.read(key, CKA.KEY_TYPE).number(CKA.KEY_TYPE) != CKK.EC_EDWARDS) {
+            return Keys.subjectPublicKeyInfo(session, key);
+        }
+        byte[] point = session.read(key, CKA.EC_POINT).bytes(CKA.EC_POINT);
+        if (point.length != 32 && point.length != 34) {
+            throw new IllegalArgumentException("Of the Edwards curves, only Ed25519");
+        }
+        return Der.sequence(Der.sequence(Der.oid(ED25519)),
+                Der.bitString(Arrays.copyOfRange(point, point.length - 32, point.length)));
     }
 
     private static Key read(byte[] bytes, boolean isPublic) throws IOException {

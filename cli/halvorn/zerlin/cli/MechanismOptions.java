@@ -19,6 +19,7 @@ final class MechanismOptions {
         {CKK.RSA, "SHA256_RSA_PKCS", "RSA_PKCS_OAEP", "RSA_PKCS_OAEP"},
         {CKK.EC, "ECDSA_SHA256", null, null},
         {CKK.AES, "AES_CMAC", "AES_GCM", "AES_KEY_WRAP"},
+        {CKK.EC_EDWARDS, "EDDSA", null, null},
         {CKK.GENERIC_SECRET, "SHA256_HMAC", null, null},
         {CKK.DES3, null, "DES3_CBC_PAD", null},
     };
