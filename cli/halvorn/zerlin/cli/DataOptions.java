@@ -6,12 +6,7 @@ import picocli.CommandLine.*;
 final class DataOptions {
     @Mixin TokenOptions options;
     @Mixin MechanismOptions mechanism;
-
-    @Parameters(index = "0", paramLabel = "KEY", description = "The URI or the label of the key.") private String key;
+    @Mixin KeyCommands.ObjectName key;
 
     @Option(names = {"-i", "--input"}, paramLabel = "FILE", description = "The data; else standard input.") String input;
-
-    Uri uri() {
-        return Uri.of(key, "object");
-    }
 }

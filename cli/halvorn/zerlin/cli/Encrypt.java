@@ -9,8 +9,8 @@ import java.io.*;
 
 final class Encrypt {
     static int run(DataOptions data, OutputFile output, boolean encrypts) throws Exception {
-        return data.options.withToken(data.uri(), false, true, token -> {
-            CK_OBJECT_HANDLE key = token.find(data.uri(), encrypts ? CKO.PUBLIC_KEY : CKO.PRIVATE_KEY, CKO.SECRET_KEY);
+        return data.options.withToken(data.key.uri(), false, true, token -> {
+            CK_OBJECT_HANDLE key = token.find(data.key.uri(), encrypts ? CKO.PUBLIC_KEY : CKO.PRIVATE_KEY, CKO.SECRET_KEY);
             long type = data.mechanism.type(token, key, MechanismOptions.ENCRYPT);
             int ivLength = data.mechanism.iv == null ? MechanismOptions.ivLength(type) : 0; // in the stream
             try (InputStream in = Streams.in(data.input)) {

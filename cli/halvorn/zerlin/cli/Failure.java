@@ -32,8 +32,7 @@ final class Failure extends RuntimeException {
             : e instanceof CryptokiException && Arrays.stream(PIN_VALUES).anyMatch(((CryptokiException) e)::is) ? PIN
             : e instanceof NoSuchElementException ? NOT_FOUND
             : e instanceof IllegalArgumentException ? USAGE
-            : e instanceof IOException || e instanceof GeneralSecurityException ? INPUT
-            : TOKEN;
+            : e instanceof IOException || e instanceof GeneralSecurityException ? INPUT : TOKEN;
     }
 
     static String textOf(Throwable e) {

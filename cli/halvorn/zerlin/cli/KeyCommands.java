@@ -97,7 +97,7 @@ final class KeyCommands extends Group {
 
     /** The other key of wrapping and unwrapping. */
     static final class WrappingKey {
-        @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that encrypts the other one.")
+        @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that wraps or unwraps it.")
         private String name;
 
         @Mixin private MechanismOptions mechanism;

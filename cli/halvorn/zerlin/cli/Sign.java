@@ -11,8 +11,8 @@ import java.security.interfaces.ECPublicKey;
 
 final class Sign {
     static int sign(DataOptions data, OutputFile output, boolean plain) throws Exception {
-        return data.options.withToken(data.uri(), false, true, token -> {
-            CK_OBJECT_HANDLE key = token.find(data.uri(), CKO.PRIVATE_KEY, CKO.SECRET_KEY);
+        return data.options.withToken(data.key.uri(), false, true, token -> {
+            CK_OBJECT_HANDLE key = token.find(data.key.uri(), CKO.PRIVATE_KEY, CKO.SECRET_KEY);
             try (InputStream in = Streams.in(data.input)) {
                 CK_MECHANISM how = data.mechanism.mechanism(token, key, MechanismOptions.SIGN);
                 return output.write(sign(token, key, how, in, plain));
@@ -21,8 +21,8 @@ final class Sign {
     }
 
     static int verify(DataOptions data, String signatureFile, boolean plain) throws Exception {
-        return data.options.withToken(data.uri(), false, false, token -> {
-            CK_OBJECT_HANDLE key = token.find(data.uri(), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
+        return data.options.withToken(data.key.uri(), false, false, token -> {
+            CK_OBJECT_HANDLE key = token.find(data.key.uri(), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
             byte[] signature = Streams.read(signatureFile, Streams.SHORT);
             try (InputStream in = Streams.in(data.input)) {
                 CK_MECHANISM how = data.mechanism.mechanism(token, key, MechanismOptions.SIGN);
