@@ -29,8 +29,7 @@ final class Bench implements Callable<Integer> {
         if (threads < 1 || threads > 1000 || seconds < 1) {
             throw new Failure(Failure.USAGE, "--threads is from 1 to 1000, --seconds at least 1");
         }
-        return options.withToken(key.uri(), false, true, token -> {
-            CK_OBJECT_HANDLE handle = token.find(key.uri(), CKO.PRIVATE_KEY, CKO.SECRET_KEY);
+        return key.open(options, false, true, (token, handle) -> {
             long type = mechanism.type(token, handle, MechanismOptions.SIGN);
             List<Map<String, Object>> rows = new ArrayList<>();
             for (int count = 1; count < 2 * threads; count *= 2) {
@@ -41,7 +40,7 @@ final class Bench implements Callable<Integer> {
             }
             Output.print(options.json, rows);
             return 0;
-        });
+        }, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
     }
 
     private double measure(OpenToken token, CK_OBJECT_HANDLE handle, long type, int n) throws Exception {

@@ -35,10 +35,8 @@ final class CertCommands extends Group {
     @Command(name = "export", description = "Write a certificate as PEM.",
             footer = {"", "Example: zerlin cert export invoices -o invoices.crt"})
     int export(@Mixin TokenOptions options, @Mixin KeyCommands.ObjectName name, @Mixin OutputFile output) throws Exception {
-        return options.withToken(name.uri(), false, false, token -> {
-            CK_OBJECT_HANDLE object = token.find(name.uri(), CKO.CERTIFICATE);
-            return output.write(KeyCommands.pem("CERTIFICATE", token.session.read(object, CKA.VALUE).bytes(CKA.VALUE)));
-        });
+        return name.open(options, false, false, (token, object) -> output.write(
+                KeyCommands.pem("CERTIFICATE", token.session.read(object, CKA.VALUE).bytes(CKA.VALUE))), CKO.CERTIFICATE);
     }
 
     @Command(name = "import", description = "Store a certificate, with the identifier of the private key of its label.",
@@ -47,7 +45,7 @@ final class CertCommands extends Group {
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file,
             @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label.") String label)
             throws Exception {
-        X509Certificate certificate = parse(Streams.read(file, 1 << 20));
+        X509Certificate certificate = parse(Streams.read(file));
         return options.withToken(new Uri(), true, true, token -> {
             Attributes template = Attributes.of(CKO.CERTIFICATE).with(CKA.CERTIFICATE_TYPE, CKC.X_509).with(CKA.LABEL, label)
                     .with(CKA.SUBJECT, certificate.getSubjectX500Principal().getEncoded())

@@ -9,8 +9,7 @@ import java.io.*;
 
 final class Encrypt {
     static int run(DataOptions data, OutputFile output, boolean encrypts) throws Exception {
-        return data.options.withToken(data.key.uri(), false, true, token -> {
-            CK_OBJECT_HANDLE key = token.find(data.key.uri(), encrypts ? CKO.PUBLIC_KEY : CKO.PRIVATE_KEY, CKO.SECRET_KEY);
+        return data.key.open(data.options, false, true, (token, key) -> {
             long type = data.mechanism.type(token, key, MechanismOptions.ENCRYPT);
             int ivLength = data.mechanism.iv == null ? MechanismOptions.ivLength(type) : 0; // in the stream
             try (InputStream in = Streams.in(data.input)) {
@@ -25,13 +24,13 @@ final class Encrypt {
                     stream(token.session, how, key, in, out, encrypts);
                 });
             }
-        });
+        }, encrypts ? CKO.PUBLIC_KEY : CKO.PRIVATE_KEY, CKO.SECRET_KEY);
     }
 
     private static void stream(Session session, CK_MECHANISM how, CK_OBJECT_HANDLE key, InputStream in, OutputStream out,
             boolean encrypts) throws IOException {
         if (MechanismOptions.isWhole(how)) {
-            byte[] data = Pins.secret(Streams.read(in, Streams.SHORT));
+            byte[] data = Pins.secret(Streams.read(in));
             out.write(Pins.secret(encrypts ? session.encrypt(how, key, data) : session.decrypt(how, key, data)));
         } else if (encrypts) {
             session.encrypt(how, key, in, out);

@@ -90,8 +90,15 @@ final class KeyCommands extends Group {
     static final class ObjectName {
         @Parameters(index = "0", paramLabel = "OBJECT", description = "Its URI or its label.") private String name;
 
-        Uri uri() {
-            return Uri.of(name, "object");
+        /** What is done with an object on an open token. */
+        interface Work {
+            int run(OpenToken token, CK_OBJECT_HANDLE object) throws Exception;
+        }
+
+        /** Opens the token, and finds the object among those of some classes. */
+        int open(TokenOptions options, boolean writable, boolean needsLogin, Work work, Long... classes) throws Exception {
+            Uri uri = Uri.of(name, "object");
+            return options.withToken(uri, writable, needsLogin, token -> work.run(token, token.find(uri, classes)));
         }
     }
 
@@ -138,8 +145,7 @@ final class KeyCommands extends Group {
             footer = {"", "Example: zerlin key delete \"pkcs11:object=invoices;type=private\""})
     int delete(@Mixin TokenOptions options, @Mixin ObjectName name,
             @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
-        return options.withToken(name.uri(), true, true, token -> {
-            CK_OBJECT_HANDLE object = token.find(name.uri());
+        return name.open(options, true, true, (token, object) -> {
             Pins.confirm(yes, "Delete " + token.uri(object) + "?");
             token.session.destroy(object);
             return 0;
@@ -149,10 +155,8 @@ final class KeyCommands extends Group {
     @Command(name = "export", description = "Write a public key as PEM.",
             footer = {"", "Example: zerlin key export invoices -o invoices.pem"})
     int export(@Mixin TokenOptions options, @Mixin ObjectName name, @Mixin OutputFile output) throws Exception {
-        return options.withToken(name.uri(), false, false, token -> {
-            CK_OBJECT_HANDLE key = token.find(name.uri(), CKO.PUBLIC_KEY);
-            return output.write(pem("PUBLIC KEY", publicKeyInfo(token.session, key)));
-        });
+        return name.open(options, false, false,
+            (token, key) -> output.write(pem("PUBLIC KEY", publicKeyInfo(token.session, key))), CKO.PUBLIC_KEY);
     }
 
     @Command(name = "import", description = "Store a key: PEM or DER, or the bytes of a secret key.",
@@ -162,7 +166,7 @@ final class KeyCommands extends Group {
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file) throws Exception {
         boolean isSecret = !type.matches("public|private");
         long secretType = isSecret ? type(type, "aes|des3|generic") : 0;
-        byte[] bytes = Pins.secret(Streams.read(file, Streams.SHORT));
+        byte[] bytes = Pins.secret(Streams.read(file));
         Key read = isSecret ? null : read(bytes, type.equals("public"));
         return options.withToken(new Uri(), true, true, token -> {
             Attributes template = key.template(token, isSecret ? CKO.SECRET_KEY : read instanceof PublicKey ? CKO.PUBLIC_KEY
@@ -197,12 +201,11 @@ final class KeyCommands extends Group {
             footer = {"", "Example: zerlin key wrap files --with partner --pin-file pin -o files.wrapped"})
     int wrap(@Mixin TokenOptions options, @Mixin ObjectName name, @Mixin WrappingKey with, @Mixin OutputFile output)
             throws Exception {
-        return options.withToken(name.uri(), false, true, token -> {
+        return name.open(options, false, true, (token, key) -> {
             CK_OBJECT_HANDLE wrapping = token.find(Uri.of(with.name, "object"), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
-            CK_OBJECT_HANDLE key = token.find(name.uri(), CKO.SECRET_KEY, CKO.PRIVATE_KEY);
             CK_MECHANISM how = with.mechanism.mechanism(token, wrapping, MechanismOptions.WRAP);
             return output.write(token.session.wrap(how, wrapping, key));
-        });
+        }, CKO.SECRET_KEY, CKO.PRIVATE_KEY);
     }
 
     @Command(name = "unwrap", description = "Store a key that was encrypted with another one.",
@@ -213,7 +216,7 @@ final class KeyCommands extends Group {
             throws Exception {
         long keyType = type(type, "aes|des3|generic|rsa|ec");
         long objectClass = type.matches("rsa|ec") ? CKO.PRIVATE_KEY : CKO.SECRET_KEY;
-        byte[] wrapped = Streams.read(file, Streams.SHORT);
+        byte[] wrapped = Streams.read(file);
         Uri uri = Uri.of(with.name, "object");
         return options.withToken(uri, true, true, token -> {
             CK_OBJECT_HANDLE unwrapping = token.find(uri, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
@@ -229,13 +232,13 @@ final class KeyCommands extends Group {
             @Option(names = "--peer", required = true, paramLabel = "FILE", description = "The other's public key.")
             String peer, @Option(names = "--bits", defaultValue = "256",
                 description = "The length of the new AES key: ${DEFAULT-VALUE}.") int bits) throws Exception {
-        byte[] point = point(read(Streams.read(peer, Streams.SHORT), true));
-        return options.withToken(name.uri(), true, true, token -> {
+        byte[] point = point(read(Streams.read(peer), true));
+        return name.open(options, true, true, (token, base) -> {
             CK_MECHANISM mechanism = new CK_MECHANISM(Names.mechanism(token.slot, "ECDH1_DERIVE"),
                     new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point));
             Attributes template = key.template(token, CKO.SECRET_KEY, CKK.AES).with(CKA.VALUE_LEN, bits / 8);
-            return made(options, token, token.session.derive(mechanism, token.find(name.uri(), CKO.PRIVATE_KEY), template));
-        });
+            return made(options, token, token.session.derive(mechanism, base, template));
+        }, CKO.PRIVATE_KEY);
     }
 
     @Command(name = "copy", description = "Copy an object; to another token with the vendor's call.",
@@ -246,12 +249,10 @@ final class KeyCommands extends Group {
             @Option(names = "--to", paramLabel = "TOKEN", description = "The label or the URI of the other token.") String to)
             throws Exception {
         Attributes template = new Attributes().with(CKA.LABEL, label).yes(CKA.TOKEN);
-        return options.withToken(name.uri(), true, true, token -> {
-            CK_OBJECT_HANDLE object = token.find(name.uri());
-            return to == null ? made(options, token, token.session.copy(object, template))
-                : options.withOther(token, Uri.of(to, "token"), other -> made(options, other,
-                    other.session.vendorCopy(token.session, object, template)));
-        });
+        return name.open(options, true, true, (token, object) -> to == null
+            ? made(options, token, token.session.copy(object, template))
+            : options.withOther(token, Uri.of(to, "token"),
+                other -> made(options, other, other.session.vendorCopy(token.session, object, template))));
     }
 
     /** Prints the URIs of new objects. */

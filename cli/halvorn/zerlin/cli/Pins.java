@@ -4,6 +4,7 @@ package halvorn.zerlin.cli;
 import static java.nio.charset.StandardCharsets.UTF_8;
 
 import java.io.*;
+import java.nio.file.Files;
 import java.util.*;
 
 final class Pins {
@@ -82,9 +83,7 @@ final class Pins {
     }
 
     private static void write(String text) throws IOException {
-        try (OutputStream out = new FileOutputStream(TERMINAL)) {
-            out.write(text.getBytes(UTF_8));
-        }
+        Files.write(TERMINAL.toPath(), text.getBytes(UTF_8));
     }
 
     // Sets the terminal; returns what stty prints, or null if there is no terminal.
@@ -94,10 +93,8 @@ final class Pins {
                     .redirectError(new File("/dev/null")).start();
             String line = new BufferedReader(new InputStreamReader(process.getInputStream(), UTF_8)).readLine();
             return process.waitFor() == 0 ? String.valueOf(line) : null;
-        } catch (IOException noTerminal) {
+        } catch (IOException | InterruptedException noTerminal) {
             return null;
-        } catch (InterruptedException e) {
-            throw new IllegalStateException(e);
         }
     }
 }

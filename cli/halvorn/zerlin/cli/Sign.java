@@ -11,32 +11,30 @@ import java.security.interfaces.ECPublicKey;
 
 final class Sign {
     static int sign(DataOptions data, OutputFile output, boolean plain) throws Exception {
-        return data.options.withToken(data.key.uri(), false, true, token -> {
-            CK_OBJECT_HANDLE key = token.find(data.key.uri(), CKO.PRIVATE_KEY, CKO.SECRET_KEY);
+        return data.key.open(data.options, false, true, (token, key) -> {
             try (InputStream in = Streams.in(data.input)) {
                 CK_MECHANISM how = data.mechanism.mechanism(token, key, MechanismOptions.SIGN);
                 return output.write(sign(token, key, how, in, plain));
             }
-        });
+        }, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
     }
 
     static int verify(DataOptions data, String signatureFile, boolean plain) throws Exception {
-        return data.options.withToken(data.key.uri(), false, false, token -> {
-            CK_OBJECT_HANDLE key = token.find(data.key.uri(), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
-            byte[] signature = Streams.read(signatureFile, Streams.SHORT);
+        return data.key.open(data.options, false, false, (token, key) -> {
+            byte[] signature = Streams.read(signatureFile);
             try (InputStream in = Streams.in(data.input)) {
                 CK_MECHANISM how = data.mechanism.mechanism(token, key, MechanismOptions.SIGN);
                 boolean valid = isValid(token, key, how, in, signature, plain);
                 Output.line(data.options.json ? Output.json(Output.record("valid", valid)) : valid ? "valid" : "invalid");
                 return valid ? 0 : Failure.NO;
             }
-        });
+        }, CKO.PUBLIC_KEY, CKO.SECRET_KEY);
     }
 
     static byte[] sign(OpenToken token, CK_OBJECT_HANDLE key, CK_MECHANISM how, InputStream in, boolean plain)
             throws IOException, GeneralSecurityException {
         InputStream data = hashed(token, how, in);
-        byte[] signature = MechanismOptions.isWhole(how) ? token.session.sign(how, key, Streams.read(data, Streams.SHORT))
+        byte[] signature = MechanismOptions.isWhole(how) ? token.session.sign(how, key, Streams.read(data))
             : token.session.sign(how, key, data);
         return plain || !isEcdsa(how) ? signature : Keys.signatureToDer(signature);
     }
@@ -46,7 +44,7 @@ final class Sign {
         byte[] numbers = plain || !isEcdsa(how) ? signature : plain(token, key, signature);
         InputStream data = hashed(token, how, in);
         return numbers != null && (MechanismOptions.isWhole(how)
-            ? token.session.verify(how, key, Streams.read(data, Streams.SHORT), numbers)
+            ? token.session.verify(how, key, Streams.read(data), numbers)
             : token.session.verify(how, key, data, numbers));
     }
 

@@ -22,21 +22,21 @@ final class Streams {
     }
 
     /** Reads all of a short file. */
-    static byte[] read(String file, int limit) throws IOException {
+    static byte[] read(String file) throws IOException {
         try (InputStream in = in(file)) {
-            return read(in, limit);
+            return read(in);
         }
     }
 
     /** Reads all of a short input. */
-    static byte[] read(InputStream in, int limit) throws IOException {
-        byte[] all = new byte[limit + 1];
+    static byte[] read(InputStream in) throws IOException {
+        byte[] all = new byte[SHORT + 1];
         int length = 0;
         for (int n = in.read(all); n > 0; n = in.read(all, length, all.length - length)) {
             length += n;
         }
-        if (length > limit) {
-            throw new IOException("The input has more than " + limit + " bytes");
+        if (length > SHORT) {
+            throw new IOException("The input has more than " + SHORT + " bytes");
         }
         byte[] input = Arrays.copyOf(all, length);
         Arrays.fill(all, (byte) 0);
@@ -48,7 +48,7 @@ final class Streams {
         Path target = file == null || file.equals("-") ? null : Paths.get(file).toAbsolutePath();
         if (target == null || Files.exists(target) && !Files.isRegularFile(target)) { // a pipe, or such as /dev/null
             try (OutputStream out = target != null ? Files.newOutputStream(target)
-                    : new BufferedOutputStream(new FileOutputStream(FileDescriptor.out), 65536)) {
+                    : new BufferedOutputStream(new FileOutputStream(FileDescriptor.out), SHORT)) {
                 writer.write(out);
             }
             return;
