@@ -8,10 +8,10 @@ set(cli_script ${PROJECT_BINARY_DIR}/bin/zerlin)
 set(cli_archive ${PROJECT_BINARY_DIR}/bin/zerlin.jsa)
 file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.java)
 
-# Installed, the three jars lie in one folder. What is not there is ignored.
+# For "java -jar zerlin-cli.jar". The script names the jars itself: an archive has no classes of a jar that a manifest names.
 file(CONFIGURE OUTPUT ${cli_manifest} @ONLY CONTENT
 "Main-Class: halvorn.zerlin.cli.Main
-Class-Path: zerlin.jar picocli.jar file:${picocli}
+Class-Path: zerlin.jar file://${picocli}
 Enable-Native-Access: ALL-UNNAMED
 ")
 add_custom_command(

@@ -11,8 +11,10 @@ import halvorn.zerlin.token.Slot;
 import picocli.CommandLine;
 import picocli.CommandLine.*;
 import picocli.CommandLine.Help.Ansi;
+import picocli.CommandLine.Model.CommandSpec;
 
 import java.io.*;
+import java.lang.reflect.Method;
 import java.nio.file.Files;
 import java.nio.file.Paths;
 import java.util.*;
@@ -32,7 +34,7 @@ public final class Main extends Group {
 
     static int run(String... arguments) {
         boolean verbose = Arrays.asList(arguments).contains("--verbose");
-        CommandLine command = new CommandLine(new Main());
+        CommandLine command = commandLine(Main.class, Arrays.asList(arguments));
         command.getCommandSpec().version("zerlin " + version());
         command.setColorScheme(CommandLine.Help.defaultColorScheme(Output.hasColours() ? Ansi.ON : Ansi.OFF));
         command.setUsageHelpWidth(100).setUsageHelpLongOptionsMaxWidth(30);
@@ -43,6 +45,25 @@ public final class Main extends Group {
         } catch (LinkageError e) {
             return report(e, Failure.TOKEN, verbose);
         }
+    }
+
+    // Reads the annotations of the command that the arguments name, and those of all commands only if they name none.
+    private static CommandLine commandLine(Class<?> group, List<String> arguments) {
+        String name = arguments.isEmpty() ? "" : arguments.get(0);
+        Command command = group.getAnnotation(Command.class);
+        CommandSpec alone = CommandSpec.wrapWithoutInspection(group).name(command.name());
+        for (Class<?> inner : command.subcommands()) {
+            if (inner.getAnnotation(Command.class).name().equals(name)) {
+                return new CommandLine(alone.addSubcommand(name, commandLine(inner, arguments.subList(1, arguments.size()))));
+            }
+        }
+        for (Method method : group.getDeclaredMethods()) {
+            Command inner = method.getAnnotation(Command.class);
+            if (inner != null && inner.name().equals(name)) {
+                return new CommandLine(alone.addSubcommand(name, new CommandLine(method)));
+            }
+        }
+        return new CommandLine(group);
     }
 
     static String version() {
