@@ -1,5 +1,5 @@
-# The command zerlin: its jar, and the script build/<abi>/bin/zerlin with an archive of loaded classes, which makes it
-# start faster. With another JVM the archive is not used.
+# The command zerlin: its jar, and the script build/<abi>/bin/zerlin with an archive of classes, which makes it start
+# faster. Another JVM does not use the archive.
 set(picocli /usr/share/java/picocli.jar)
 set(zerlin_cli_jar ${PROJECT_BINARY_DIR}/zerlin-cli.jar)
 set(zerlin_cli_classes ${PROJECT_BINARY_DIR}/cli/classes)
@@ -25,9 +25,16 @@ add_custom_command(
     VERBATIM)
 
 if(NOT ZERLIN_SANITIZE)
-    set(cli_library_folder ${PROJECT_BINARY_DIR}/lib)
-    configure_file(${PROJECT_SOURCE_DIR}/cli/zerlin.in ${cli_script} @ONLY
-        FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+    # The script of the build, and the installed one. Both find the jars from their own place; the JVM finds an installed
+    # library where the system keeps it, and the Debian package makes the archive.
+    function(write_script file cli_jars cli_archive cli_java cli_options)
+        configure_file(${PROJECT_SOURCE_DIR}/cli/zerlin.in ${file} @ONLY
+            FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+    endfunction()
+    set(cli_installed_script ${PROJECT_BINARY_DIR}/cli/zerlin)
+    write_script(${cli_script} .. "$here/zerlin.jsa" "${ZERLIN_JDK}/bin/java"
+        "\"-Djava.library.path=${PROJECT_BINARY_DIR}/lib\"")
+    write_script(${cli_installed_script} ../share/java /var/cache/zerlin/zerlin.jsa java "")
     set(cli_training ${PROJECT_SOURCE_DIR}/tools/with-token --module ${ZERLIN_SOFTHSM} ${cli_script} slots >/dev/null)
     list(JOIN cli_training " " cli_training)
     add_custom_command(
@@ -53,9 +60,8 @@ if(NOT ZERLIN_SANITIZE)
         VERBATIM)
     add_custom_target(cli ALL DEPENDS ${cli_archive} ${cli_manual} ${cli_completion})
 
-    # The installed script finds the jars from its own place; the JVM finds the library where the system keeps it.
     install(FILES ${zerlin_cli_jar} DESTINATION ${CMAKE_INSTALL_DATADIR}/java)
-    install(PROGRAMS ${PROJECT_SOURCE_DIR}/packaging/zerlin DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(PROGRAMS ${cli_installed_script} DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(FILES ${cli_manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
     install(FILES ${cli_completion} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zerlin)
 else()
