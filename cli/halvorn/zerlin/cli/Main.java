@@ -39,12 +39,11 @@ public final class Main extends Group {
         command.setColorScheme(CommandLine.Help.defaultColorScheme(Output.hasColours() ? Ansi.ON : Ansi.OFF));
         command.setUsageHelpWidth(100).setUsageHelpLongOptionsMaxWidth(30);
         command.setParameterExceptionHandler((e, all) -> report(e, Failure.USAGE, verbose));
-        command.setExecutionExceptionHandler((e, line, parsed) -> report(e, Failure.codeOf(e), verbose));
-        try {
-            return command.execute(arguments);
-        } catch (LinkageError e) {
-            return report(e, Failure.TOKEN, verbose);
-        }
+        command.setExecutionExceptionHandler((e, line, parsed) -> {
+            Throwable cause = e instanceof ExecutionException ? e.getCause() : e; // picocli wraps errors, such as that of a load
+            return report(cause, Failure.codeOf(cause), verbose);
+        });
+        return command.execute(arguments);
     }
 
     // Reads the annotations of the command that the arguments name, and those of all commands only if they name none.
