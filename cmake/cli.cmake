@@ -1,6 +1,7 @@
 # The command zerlin: its jar, and the script build/<abi>/bin/zerlin with an archive of classes, which makes it start
 # faster. Another JVM does not use the archive.
 set(picocli /usr/share/java/picocli.jar)
+set(jackson /usr/share/java/jackson-core.jar)
 set(zerlin_cli_jar ${PROJECT_BINARY_DIR}/zerlin-cli.jar)
 set(zerlin_cli_classes ${PROJECT_BINARY_DIR}/cli/classes)
 set(cli_manifest ${PROJECT_BINARY_DIR}/cli/MANIFEST.MF)
@@ -11,14 +12,14 @@ file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.java
 # For "java -jar zerlin-cli.jar". The script names the jars itself: an archive has no classes of a jar that a manifest names.
 file(CONFIGURE OUTPUT ${cli_manifest} @ONLY CONTENT
 "Main-Class: halvorn.zerlin.cli.Main
-Class-Path: zerlin.jar file://${picocli}
+Class-Path: zerlin.jar file://${picocli} file://${jackson}
 Enable-Native-Access: ALL-UNNAMED
 ")
 add_custom_command(
     OUTPUT ${zerlin_cli_jar}
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${zerlin_cli_classes}
     COMMAND ${ZERLIN_JDK}/bin/javac --release 8 -encoding UTF-8 -Xlint:all,-options,-path -Werror -proc:none
-        -cp ${zerlin_jar}:${picocli} -d ${zerlin_cli_classes} ${cli_sources}
+        -cp ${zerlin_jar}:${picocli}:${jackson} -d ${zerlin_cli_classes} ${cli_sources}
     COMMAND ${ZERLIN_JDK}/bin/jar --create --file ${zerlin_cli_jar} --manifest ${cli_manifest} -C ${zerlin_cli_classes} .
     DEPENDS ${cli_sources} ${zerlin_jar} ${cli_manifest}
     COMMENT "Compiling the command zerlin"
@@ -49,7 +50,7 @@ if(NOT ZERLIN_SANITIZE)
     set(cli_manual ${PROJECT_BINARY_DIR}/cli/zerlin.1)
     set(cli_completion ${PROJECT_BINARY_DIR}/cli/zerlin.bash)
     set(cli_page ${PROJECT_SOURCE_DIR}/packaging/ManPage.java)
-    set(cli_path ${zerlin_cli_jar}:${zerlin_jar}:${picocli})
+    set(cli_path ${zerlin_cli_jar}:${zerlin_jar}:${picocli}:${jackson})
     add_custom_command(
         OUTPUT ${cli_manual} ${cli_completion}
         COMMAND ${ZERLIN_JDK}/bin/java -cp ${cli_path} ${cli_page} ${PROJECT_VERSION} ${cli_manual}

@@ -10,13 +10,10 @@ import halvorn.zerlin.token.Slot;
 
 import picocli.CommandLine;
 import picocli.CommandLine.*;
-import picocli.CommandLine.Help.Ansi;
-import picocli.CommandLine.Model.CommandSpec;
 
 import java.io.*;
 import java.lang.reflect.Method;
-import java.nio.file.Files;
-import java.nio.file.Paths;
+import java.nio.file.*;
 import java.util.*;
 import java.util.stream.Stream;
 
@@ -26,6 +23,10 @@ import java.util.stream.Stream;
             "Exit codes: 0 done; 1 the answer is no (a wrong signature, or you said no); 2 usage; 3 no such token, object or"
             + " mechanism, or several; 4 PIN; 5 token or library; 6 input or output."})
 public final class Main extends Group {
+    // The attributes of an object that a listing shows, and their names there.
+    private static final long[] SHOWN = {CKA.CLASS, CKA.KEY_TYPE, CKA.LABEL, CKA.ID};
+    private static final String[] SHOWN_NAMES = {"class", "keyType", "label", "id"};
+
     @Option(names = "--version", versionHelp = true, description = "Show the version.") private boolean version;
 
     public static void main(String[] arguments) {
@@ -36,7 +37,7 @@ public final class Main extends Group {
         boolean verbose = Arrays.asList(arguments).contains("--verbose");
         CommandLine command = commandLine(Main.class, Arrays.asList(arguments));
         command.getCommandSpec().version("zerlin " + version());
-        command.setColorScheme(CommandLine.Help.defaultColorScheme(Output.hasColours() ? Ansi.ON : Ansi.OFF));
+        command.setColorScheme(Help.defaultColorScheme(Output.hasColours() ? Help.Ansi.ON : Help.Ansi.OFF));
         command.setUsageHelpWidth(100).setUsageHelpLongOptionsMaxWidth(30);
         command.setParameterExceptionHandler((e, all) -> report(e, Failure.USAGE, verbose));
         command.setExecutionExceptionHandler((e, line, parsed) -> {
@@ -50,7 +51,7 @@ public final class Main extends Group {
     private static CommandLine commandLine(Class<?> group, List<String> arguments) {
         String name = arguments.isEmpty() ? "" : arguments.get(0);
         Command command = group.getAnnotation(Command.class);
-        CommandSpec alone = CommandSpec.wrapWithoutInspection(group).name(command.name());
+        Model.CommandSpec alone = Model.CommandSpec.wrapWithoutInspection(group).name(command.name());
         for (Class<?> inner : command.subcommands()) {
             if (inner.getAnnotation(Command.class).name().equals(name)) {
                 return new CommandLine(alone.addSubcommand(name, commandLine(inner, arguments.subList(1, arguments.size()))));
@@ -172,18 +173,12 @@ public final class Main extends Group {
         return options.withToken(wanted, false, false, token -> {
             List<Map<String, Object>> rows = new ArrayList<>();
             for (CK_OBJECT_HANDLE object : token.session.find(wanted.template())) {
-                Attributes values = all ? token.session.readAll(object)
-                    : token.session.read(object, CKA.CLASS, CKA.KEY_TYPE, CKA.LABEL, CKA.ID);
+                Attributes values = all ? token.session.readAll(object) : token.session.read(object, SHOWN);
+                long[] types = all ? values.types() : SHOWN;
                 Map<String, Object> row = record();
-                if (all) {
-                    for (long type : values.types()) {
-                        row.put(CKA.nameOf(type), Values.of(values, type));
-                    }
-                } else {
-                    row.put("class", value(values, CKA.CLASS));
-                    row.put("keyType", value(values, CKA.KEY_TYPE));
-                    row.put("label", value(values, CKA.LABEL));
-                    row.put("id", value(values, CKA.ID));
+                for (int i = 0; i < types.length; i++) {
+                    row.put(all ? CKA.nameOf(types[i]) : SHOWN_NAMES[i],
+                            values.has(types[i]) ? Values.of(values, types[i]) : null);
                 }
                 row.put("uri", Uri.write(token.info, values));
                 if (all && !options.json) {
@@ -196,10 +191,6 @@ public final class Main extends Group {
             Output.print(options.json, rows);
             return 0;
         });
-    }
-
-    private static Object value(Attributes values, long type) {
-        return values.has(type) ? Values.of(values, type) : null;
     }
 
     @Command(name = "random", description = "Print random bytes of the token, in hexadecimal digits.",
@@ -215,13 +206,13 @@ public final class Main extends Group {
             if (output == null) {
                 String bytes = Output.hex(token.session.random((int) length));
                 Output.line(options.json ? Output.json(record("random", bytes)) : bytes);
-                return 0;
+            } else {
+                Streams.write(output, out -> {
+                    for (long left = length; left > 0; left -= 4096) {
+                        out.write(token.session.random((int) Math.min(left, 4096)));
+                    }
+                });
             }
-            Streams.write(output, out -> {
-                for (long left = length; left > 0; left -= 4096) {
-                    out.write(token.session.random((int) Math.min(left, 4096)));
-                }
-            });
             return 0;
         });
     }

@@ -3,9 +3,13 @@ package halvorn.zerlin.cli;
 
 import static java.nio.charset.StandardCharsets.UTF_8;
 
+import com.fasterxml.jackson.core.*;
+import com.fasterxml.jackson.core.json.JsonWriteFeature;
+import com.fasterxml.jackson.core.util.MinimalPrettyPrinter;
+
 import java.io.*;
-import java.nio.file.Files;
-import java.nio.file.Paths;
+import java.math.BigInteger;
+import java.nio.file.*;
 import java.util.*;
 import java.util.stream.Collectors;
 
@@ -53,7 +57,7 @@ final class Output {
 
     static void print(boolean json, List<Map<String, Object>> rows) throws IOException {
         if (json) {
-            line(rows.isEmpty() ? "[]" : rows.stream().map(Output::json).collect(Collectors.joining(",\n ", "[", "]")));
+            line(json(rows));
             return;
         }
         if (rows.isEmpty()) {
@@ -88,18 +92,57 @@ final class Output {
         return text.isEmpty() ? "-" : text.replaceAll("\\p{Cntrl}", "?");
     }
 
-    static String json(Object value) {
-        if (value == null || value instanceof Number || value instanceof Boolean) {
-            return String.valueOf(value);
-        } else if (value instanceof Map) {
-            return ((Map<?, ?>) value).entrySet().stream().map(field -> json(field.getKey()) + ": " + json(field.getValue()))
-                    .collect(Collectors.joining(", ", "{", "}"));
-        } else if (value instanceof Collection) {
-            return ((Collection<?>) value).stream().map(Output::json).collect(Collectors.joining(", ", "[", "]"));
+    /** Returns JSON; a list has a line for each element. */
+    static String json(Object value) throws IOException {
+        return Json.of(value);
+    }
+
+    /** The library is loaded with this class, that is, only if JSON is printed. */
+    private static final class Json extends MinimalPrettyPrinter {
+        private static final long serialVersionUID = 1L;
+
+        private static String of(Object value) throws IOException {
+            StringWriter text = new StringWriter();
+            try (JsonGenerator out = JsonFactory.builder().enable(JsonWriteFeature.ESCAPE_NON_ASCII).build()
+                    .createGenerator(text)) {
+                write(out.setPrettyPrinter(new Json()), value);
+            }
+            return text.toString();
         }
-        return value.toString().chars().mapToObj(c -> c == '"' || c == '\\' ? "\\" + (char) c
-            : c < ' ' || c >= 0x7F ? String.format("\\u%04x", c) : Character.toString((char) c))
-                .collect(Collectors.joining("", "\"", "\""));
+
+        private static void write(JsonGenerator out, Object value) throws IOException {
+            if (value instanceof Map) {
+                out.writeStartObject();
+                for (Map.Entry<?, ?> field : ((Map<?, ?>) value).entrySet()) {
+                    out.writeFieldName((String) field.getKey());
+                    write(out, field.getValue());
+                }
+                out.writeEndObject();
+            } else if (value instanceof Collection) {
+                out.writeStartArray();
+                for (Object element : (Collection<?>) value) {
+                    write(out, element);
+                }
+                out.writeEndArray();
+            } else {
+                out.writeObject(value);
+            }
+        }
+
+        @Override
+        public void writeObjectFieldValueSeparator(JsonGenerator out) throws IOException {
+            out.writeRaw(": ");
+        }
+
+        @Override
+        public void writeObjectEntrySeparator(JsonGenerator out) throws IOException {
+            out.writeRaw(", ");
+        }
+
+        @Override
+        public void writeArrayValueSeparator(JsonGenerator out) throws IOException {
+            out.writeRaw(out.getOutputContext().getParent().inRoot() ? ",\n " : ", ");
+        }
     }
 
     static String hex(byte[] bytes) {
@@ -115,11 +158,8 @@ final class Output {
         if (!digits.matches("([0-9A-Fa-f]{2})*")) {
             throw new IllegalArgumentException("These are not bytes in hexadecimal digits: " + text);
         }
-        byte[] bytes = new byte[digits.length() / 2];
-        for (int i = 0; i < bytes.length; i++) {
-            bytes[i] = (byte) Integer.parseInt(digits.substring(2 * i, 2 * i + 2), 16);
-        }
-        return bytes;
+        byte[] bytes = new BigInteger("1" + digits, 16).toByteArray();
+        return Arrays.copyOfRange(bytes, 1, bytes.length);
     }
 
     /** Returns the names of the flags in the text of a record, such as CK_TOKEN_INFO. */
