@@ -9,7 +9,8 @@ set(cli_script ${PROJECT_BINARY_DIR}/bin/zerlin)
 set(cli_archive ${PROJECT_BINARY_DIR}/bin/zerlin.jsa)
 file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.java)
 
-# For "java -jar zerlin-cli.jar". The script names the jars itself: an archive has no classes of a jar that a manifest names.
+# For "java -jar zerlin-cli.jar". The script names the jars itself: an archive has no classes of a jar that a manifest
+# names by a URL.
 file(CONFIGURE OUTPUT ${cli_manifest} @ONLY CONTENT
 "Main-Class: halvorn.zerlin.cli.Main
 Class-Path: zerlin.jar file://${picocli} file://${jackson}
@@ -26,7 +27,7 @@ add_custom_command(
     VERBATIM)
 
 if(NOT ZERLIN_SANITIZE)
-    # The script of the build, and the installed one. Both find the jars from their own place; the JVM finds an installed
+    # The script of the build, and the installed one. Both find the jars from their own place. The JVM finds an installed
     # library where the system keeps it, and the Debian package makes the archive.
     function(write_script file cli_jars cli_archive cli_java cli_options)
         configure_file(${PROJECT_SOURCE_DIR}/cli/zerlin.in ${file} @ONLY
@@ -53,9 +54,7 @@ if(NOT ZERLIN_SANITIZE)
     set(cli_path ${zerlin_cli_jar}:${zerlin_jar}:${picocli}:${jackson})
     add_custom_command(
         OUTPUT ${cli_manual} ${cli_completion}
-        COMMAND ${ZERLIN_JDK}/bin/java -cp ${cli_path} ${cli_page} ${PROJECT_VERSION} ${cli_manual}
-        COMMAND ${ZERLIN_JDK}/bin/java -cp ${cli_path} picocli.AutoComplete -n zerlin -o ${cli_completion} -f
-            halvorn.zerlin.cli.Main
+        COMMAND ${ZERLIN_JDK}/bin/java -cp ${cli_path} ${cli_page} ${PROJECT_VERSION} ${cli_manual} ${cli_completion}
         DEPENDS ${zerlin_cli_jar} ${cli_page}
         COMMENT "Writing the manual page and the completion of the command zerlin"
         VERBATIM)

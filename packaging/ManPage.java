@@ -1,10 +1,14 @@
-// Writes the manual page of the command zerlin, from the command itself: ManPage VERSION FILE
+// Writes the manual page of the command zerlin and its completion in bash, from the command itself:
+// ManPage VERSION PAGE COMPLETION
+import picocli.AutoComplete;
 import picocli.CommandLine;
 import picocli.CommandLine.Model.ArgSpec;
 import picocli.CommandLine.Model.CommandSpec;
 import picocli.CommandLine.Model.OptionSpec;
 import picocli.CommandLine.Model.PositionalParamSpec;
 
+import java.nio.file.Files;
+import java.nio.file.Paths;
 import java.util.*;
 
 public final class ManPage {
@@ -29,6 +33,8 @@ public final class ManPage {
         System.out.println(".SH ENVIRONMENT\nThe Cryptoki library and its module are chosen as by every program that uses Zerlin:\n"
                 + "LD_LIBRARY_PATH, ZERLIN_MODULE, ZERLIN_MODULE_ARGS. ZERLIN_JAVA names another JVM, JAVA_OPTIONS has options\n"
                 + "for it. NO_COLOR switches colours off.");
+        // The shell reads the completion and does not run it: no interpreter is named.
+        Files.write(Paths.get(arguments[2]), AutoComplete.bash("zerlin", zerlin).replaceFirst("^#!.*\n", "").getBytes("UTF-8"));
     }
 
     private static void print(CommandLine group) {
