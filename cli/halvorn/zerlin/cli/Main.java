@@ -12,7 +12,7 @@ import picocli.CommandLine;
 import picocli.CommandLine.*;
 
 import java.io.*;
-import java.lang.reflect.Method;
+import java.lang.reflect.*;
 import java.nio.file.*;
 import java.util.*;
 import java.util.stream.Stream;
@@ -29,11 +29,7 @@ public final class Main extends Group {
 
     @Option(names = "--version", versionHelp = true, description = "Show the version.") private boolean version;
 
-    public static void main(String[] arguments) {
-        System.exit(run(arguments));
-    }
-
-    static int run(String... arguments) {
+    public static void main(String... arguments) {
         boolean verbose = Arrays.asList(arguments).contains("--verbose");
         CommandLine command = commandLine(Main.class, Arrays.asList(arguments));
         command.getCommandSpec().version("zerlin " + version());
@@ -44,23 +40,21 @@ public final class Main extends Group {
             Throwable cause = e instanceof ExecutionException ? e.getCause() : e; // picocli wraps errors, such as that of a load
             return report(cause, Failure.codeOf(cause), verbose);
         });
-        return command.execute(arguments);
+        System.exit(command.execute(arguments));
     }
 
     // Reads the annotations of the command that the arguments name, and those of all commands only if they name none.
     private static CommandLine commandLine(Class<?> group, List<String> arguments) {
         String name = arguments.isEmpty() ? "" : arguments.get(0);
         Command command = group.getAnnotation(Command.class);
-        Model.CommandSpec alone = Model.CommandSpec.wrapWithoutInspection(group).name(command.name());
-        for (Class<?> inner : command.subcommands()) {
-            if (inner.getAnnotation(Command.class).name().equals(name)) {
-                return new CommandLine(alone.addSubcommand(name, commandLine(inner, arguments.subList(1, arguments.size()))));
-            }
-        }
-        for (Method method : group.getDeclaredMethods()) {
-            Command inner = method.getAnnotation(Command.class);
-            if (inner != null && inner.name().equals(name)) {
-                return new CommandLine(alone.addSubcommand(name, new CommandLine(method)));
+        List<AnnotatedElement> all = new ArrayList<>(Arrays.asList(command.subcommands()));
+        all.addAll(Arrays.asList(group.getDeclaredMethods()));
+        for (AnnotatedElement one : all) {
+            if (one.isAnnotationPresent(Command.class) && one.getAnnotation(Command.class).name().equals(name)) {
+                CommandLine named = one instanceof Method ? new CommandLine(one)
+                    : commandLine((Class<?>) one, arguments.subList(1, arguments.size()));
+                return new CommandLine(Model.CommandSpec.wrapWithoutInspection(group).name(command.name())
+                        .addSubcommand(name, named));
             }
         }
         return new CommandLine(group);
