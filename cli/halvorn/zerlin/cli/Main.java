@@ -27,17 +27,19 @@ public final class Main extends Group {
     private static final long[] SHOWN = {CKA.CLASS, CKA.KEY_TYPE, CKA.LABEL, CKA.ID};
     private static final String[] SHOWN_NAMES = {"class", "keyType", "label", "id"};
 
+    private static final String VERSION = NativeLibrary.class.getPackage().getImplementationVersion();
+
     @Option(names = "--version", versionHelp = true, description = "Show the version.") private boolean version;
 
     public static void main(String... arguments) {
         boolean verbose = Arrays.asList(arguments).contains("--verbose");
         CommandLine command = commandLine(Main.class, Arrays.asList(arguments));
-        command.getCommandSpec().version("zerlin " + version());
+        command.getCommandSpec().version("zerlin " + VERSION);
         command.setColorScheme(Help.defaultColorScheme(Output.hasColours() ? Help.Ansi.ON : Help.Ansi.OFF));
         command.setUsageHelpWidth(100).setUsageHelpLongOptionsMaxWidth(30);
         command.setParameterExceptionHandler((e, all) -> report(e, Failure.USAGE, verbose));
         command.setExecutionExceptionHandler((e, line, parsed) -> {
-            Throwable cause = e instanceof ExecutionException ? e.getCause() : e; // picocli wraps errors, such as that of a load
+            Throwable cause = e instanceof ExecutionException ? e.getCause() : e; // picocli has wrapped an Error
             return report(cause, Failure.codeOf(cause), verbose);
         });
         System.exit(command.execute(arguments));
@@ -60,11 +62,6 @@ public final class Main extends Group {
         return new CommandLine(group);
     }
 
-    static String version() {
-        String version = NativeLibrary.class.getPackage().getImplementationVersion();
-        return version == null ? "(unknown version)" : version;
-    }
-
     private static int report(Throwable e, int code, boolean verbose) {
         System.err.println("zerlin: " + Failure.textOf(e));
         if (verbose) {
@@ -76,7 +73,7 @@ public final class Main extends Group {
     @Command(name = "info", description = "Show the JVM, the libraries and the module, and where they were found.",
             footer = {"", "Example: zerlin info"})
     int info(@Mixin TokenOptions options) throws Exception {
-        Map<String, Object> record = record("command", Main.version(),
+        Map<String, Object> record = record("command", VERSION,
                 "java", System.getProperty("java.version") + " " + System.getProperty("java.vm.name"),
                 "javaHome", System.getProperty("java.home"), "architecture", System.getProperty("os.arch"),
                 "classes", new File(Cryptoki.class.getProtectionDomain().getCodeSource().getLocation().getPath()).getPath());
@@ -89,12 +86,10 @@ public final class Main extends Group {
             record.put("module", System.getenv("ZERLIN_MODULE"));
             return TokenOptions.withLibrary(library -> {
                 CK_INFO info = library.info();
-                record.put("moduleManufacturer", info.getManufacturerID());
-                record.put("moduleDescription", info.getLibraryDescription());
-                record.put("moduleVersion", info.libraryVersion.toString());
-                record.put("cryptokiVersion", info.cryptokiVersion.toString());
-                record.put("slots", library.slots(false).size());
-                record.put("tokens", library.slots(true).size());
+                record.putAll(record("moduleManufacturer", info.getManufacturerID(),
+                        "moduleDescription", info.getLibraryDescription(), "moduleVersion", info.libraryVersion.toString(),
+                        "cryptokiVersion", info.cryptokiVersion.toString(), "slots", library.slots(false).size(),
+                        "tokens", library.slots(true).size()));
                 return 0;
             });
         } finally {
@@ -133,17 +128,15 @@ public final class Main extends Group {
 
     @Command(name = "mechanisms", description = "List the mechanisms of a token, and what they can do.",
             footer = {"", "Example: zerlin mechanisms --of aes-gcm"})
-    int mechanisms(@Mixin TokenOptions options,
-            @Option(names = "--of", paramLabel = "NAME",
-                description = "Only this mechanism, in any spelling.") String name) throws Exception {
+    int mechanisms(@Mixin TokenOptions options, @Option(names = "--of", paramLabel = "NAME",
+            description = "Only this mechanism, in any spelling.") String name) throws Exception {
         return options.withToken(new Uri(), false, false, token -> {
             List<Map<String, Object>> rows = new ArrayList<>();
             long only = name == null ? -1 : Names.mechanism(token.slot, name);
             for (CK_MECHANISM_TYPE type : token.slot.mechanisms()) {
                 if (name == null || type.m_value == only) {
                     CK_MECHANISM_INFO info = new CK_MECHANISM_INFO();
-                    Cryptoki.C_GetMechanismInfo(token.slot.id(), new CK_MECHANISM_TYPE(type.m_value), info)
-                            .orThrow("C_GetMechanismInfo");
+                    Cryptoki.C_GetMechanismInfo(token.slot.id(), type, info).orThrow("C_GetMechanismInfo");
                     rows.add(record("mechanism", Values.mechanism(type.m_value),
                             "value", "0x" + Long.toHexString(type.m_value), "minKeySize", info.minKeySize,
                             "maxKeySize", info.maxKeySize, "flags", Output.flags(info.toString())));
@@ -161,8 +154,8 @@ public final class Main extends Group {
             footer = {"", "Example: zerlin objects --login"})
     int objects(@Mixin TokenOptions options,
             @Parameters(arity = "0..1", paramLabel = "URI", description = "Only what this URI or label fits.") String uri,
-            @Option(names = "--all-attributes",
-                description = "Show all attributes that are not secret.") boolean all) throws Exception {
+            @Option(names = "--all-attributes", description = "Show all attributes that are not secret.") boolean all)
+            throws Exception {
         Uri wanted = Uri.of(uri, "object");
         return options.withToken(wanted, false, false, token -> {
             List<Map<String, Object>> rows = new ArrayList<>();
@@ -191,8 +184,8 @@ public final class Main extends Group {
             footer = {"", "Example: zerlin random 32 -o seed.bin"})
     int random(@Mixin TokenOptions options,
             @Parameters(paramLabel = "LENGTH", description = "The number of bytes.") long length,
-            @Option(names = {"-o", "--output"}, paramLabel = "FILE",
-                description = "Write bytes; - is standard output.") String output) throws Exception {
+            @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "Write bytes; - is standard output.")
+            String output) throws Exception {
         if (length < 1 || output == null && length > 1 << 20) {
             throw new Failure(Failure.USAGE, "The length is at least 1, and at most 1048576 without --output");
         }
@@ -213,11 +206,9 @@ public final class Main extends Group {
 
     @Command(name = "digest", description = "Hash a file or standard input on the token.",
             footer = {"", "Example: zerlin digest -m sha512 report.pdf"})
-    int digest(@Mixin TokenOptions options,
-            @Option(names = {"-m", "--mechanism"}, paramLabel = "NAME", defaultValue = "sha256",
-                description = "Without it, ${DEFAULT-VALUE}.") String mechanism,
-            @Parameters(arity = "0..1", paramLabel = "FILE",
-                description = "The input; else standard input.") String file) throws Exception {
+    int digest(@Mixin TokenOptions options, @Option(names = {"-m", "--mechanism"}, paramLabel = "NAME", defaultValue = "sha256",
+            description = "Without it, ${DEFAULT-VALUE}.") String mechanism, @Parameters(arity = "0..1", paramLabel = "FILE",
+            description = "The input; else standard input.") String file) throws Exception {
         return options.withToken(new Uri(), false, false, token -> {
             long type = Names.mechanism(token.slot, mechanism);
             try (InputStream in = Streams.in(file)) {
