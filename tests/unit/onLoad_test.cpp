@@ -26,6 +26,8 @@ TEST_F(OnLoad, aSecondLoadIsRefusedUntilTheUnloadAndChangesNothing)
         "share");
     EXPECT_TRUE(gInitArgsObject == callbacks && java::INITIALIZE_ARGS.cls.reference == known);
     JNI_OnUnload(jvm(), nullptr);
+    watch(env, {.call = 1}, refused); // a load that fails may be repeated
+    EXPECT_EQ(takeException(env), "java.lang.RuntimeException: injected");
     EXPECT_EQ(JNI_OnLoad(jvm(), nullptr), JNI_VERSION_1_2);
 }
 
