@@ -55,11 +55,15 @@ class SessionPoolTest {
     @Test
     void noJobIsLostWhenSessionsAreClosedBeneathTheirThreads() throws Exception {
         byte[] expected = pool.run(this::sign);
+        AtomicInteger inUse = new AtomicInteger();
         ExecutorService threads = Executors.newFixedThreadPool(8);
         List<Future<byte[]>> results = new ArrayList<>();
         for (int i = 0; i < 400; i++) {
             AtomicInteger attempts = new AtomicInteger(i % 3);
             results.add(threads.submit(() -> pool.runAgainIfLost(session -> {
+                assertTrue(inUse.incrementAndGet() <= 4);
+                Thread.yield();
+                inUse.decrementAndGet();
                 if (attempts.getAndIncrement() == 0) Cryptoki.C_CloseSession(session.handle());
                 return sign(session);
             })));
@@ -96,6 +100,11 @@ class SessionPoolTest {
             return sign(session);
         }));
         attempts.set(0);
+        assertNotNull(pool.runAgainIfLost(session -> {
+            if (attempts.incrementAndGet() == 1) throw new CryptokiException(new CK_RV(CKR.USER_NOT_LOGGED_IN));
+            return session;
+        }));
+        attempts.set(0);
         assertThrows(CryptokiException.class, () -> pool.runAgainIfLost(session -> {
             attempts.incrementAndGet();
             return session.sign(HMAC, new CK_OBJECT_HANDLE(4711), new byte[5]);
@@ -127,6 +136,27 @@ class SessionPoolTest {
         else assertDoesNotThrow(work);
         assertDoesNotThrow(next[0]::info);
         pool.run(one -> pool.run(two -> { assertNotEquals(one.handle(), two.handle()); return null; }));
+        slot.closeAllSessions(); // two that are idle
+        assertNotNull(pool.runAgainIfLost(this::sign));
+    }
+
+    @ParameterizedTest
+    @ValueSource(longs = {CKR.SESSION_HANDLE_INVALID, CKR.SESSION_CLOSED, CKR.DEVICE_REMOVED})
+    void aLostSessionIsLeftAloneAndALateOneClosed(long value) {
+        Session[] late = new Session[1];
+        try (Session other = slot.openSession()) {
+            assertThrows(CryptokiException.class, () -> pool.run(session -> {
+                session.close();
+                session.handle = other.handle(); // as if another session had got the number
+                throw new CryptokiException(new CK_RV(value));
+            }));
+            assertDoesNotThrow(other::info);
+            pool.run(session -> {
+                pool.close();
+                return late[0] = session;
+            });
+            assertThrows(CryptokiException.class, late[0]::info);
+        }
     }
 
     @Test
