@@ -105,6 +105,8 @@ class JavaClassesTest {
         assertArrayEquals(ascii(" ".repeat(28)), Arrays.copyOfRange(info.label, 4, 32));
         info.model = ascii("m \0 \0");
         assertEquals("\u00e4 b, m", info.getLabel() + ", " + info.getModel());
+        info.sessionCount = CK.UNAVAILABLE_INFORMATION;
+        assertTrue(info.toString().contains(", sessionCount=unavailable, "), info::toString);
     }
 
     private static final int ULONG = NativeValue.ULONG_SIZE;

@@ -111,6 +111,7 @@ class MisuseTest {
             returned("CKR_OBJECT_HANDLE_INVALID (0x82): there is no such object", () -> C_DestroyObject(session, NONE)),
             returned("CKR_FUNCTION_NOT_PARALLEL (0x51)", () -> C_GetFunctionStatus(session)),
             thrown("Vendor defined (0x80000129)", () -> new CK_RV(0x80000129L).orThrow()),
+            thrown("0x7654", () -> new CK_RV(0x7654).orThrow()),
             thrown("No native form for java.lang.Character: use null,", () -> new CK_ATTRIBUTE(CKA.LABEL, (Object) 'c')),
             thrown("A token label has at most 32 bytes, not 34", () -> CK_TOKEN_INFO.paddedLabel("\u00e4".repeat(17))),
             thrown("A date has 8 bytes, not 6", () -> CK_DATE.fromBytes(new byte[6])),
