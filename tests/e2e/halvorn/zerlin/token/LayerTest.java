@@ -59,6 +59,7 @@ class LayerTest {
     static void logIn() {
         slot = open("layer");
         session = slot.openWritableSession();
+        assertFalse(session.isLoggedIn());
         session.login(CKU.USER, USER_PIN.clone());
         aes = secretKey(CKK.AES, VALUE);
         rsa = session.generateKeyPair(new CK_MECHANISM(CKM.RSA_PKCS_KEY_PAIR_GEN), new Attributes()
@@ -181,6 +182,7 @@ class LayerTest {
         failures.put("1 null", () -> session.verify(RSA_SHA256, rsa.publicKey, IV, null));
         failures.put("2 null", () -> session.digest(SHA256, (InputStream) null));
         failures.put("C_GetAttributeValue: CKR_OBJECT_HANDLE", () -> session.read(new CK_OBJECT_HANDLE(77), CKA.CLASS));
+        failures.put("C_DestroyObject: CKR_OBJECT_HANDLE", () -> session.destroy(new CK_OBJECT_HANDLE(77)));
         failures.forEach((text, failure) -> {
             String message = String.valueOf(assertThrows(Exception.class, failure, text).getMessage());
             assertTrue(message.contains(text.replaceFirst("^\\d (null)?", "")), message);
@@ -204,12 +206,39 @@ class LayerTest {
             })).is(CKR.BUFFER_TOO_SMALL), Arrays.toString(lie));
             arrays.forEach(array -> assertArrayEquals(new byte[array.length], array));
         }
+        LongRef ended = new LongRef();
+        assertThrows(CryptokiException.class, () -> Calls.single("C_SignInit", new CK_RV(), "C_Sign", 8, false,
+                (array, n) -> new CK_RV(CKR.DATA_LEN_RANGE), (array, n) -> new CK_RV(++ended.value)));
+        assertEquals(1, ended.value);
         assertThrows(IOException.class, () -> Calls.operation("C_SignInit", new CK_RV(),
                 () -> { throw new IOException(); }, (array, n) -> { throw new OutOfMemoryError(); }));
         byte[] point = Arrays.copyOf(new byte[] {4, 63}, 65); // as if an OCTET STRING of 63 bytes
         assertArrayEquals(point, Keys.point(point));
         assertArrayEquals(point, Keys.point(Der.of(4, point)));
         assertEquals("Attributes[CKA_LABEL (0x3)=a?b?]", new Attributes().with(CKA.LABEL, "a\nb\u2028").toString());
+        Attributes empty = new Attributes().with(CKA.ID, new byte[0]);
+        assertEquals("Attributes[CKA_ID (0x102)=0 bytes]", empty.toString());
+        assertThrows(IllegalArgumentException.class, () -> empty.number(CKA.ID));
+    }
+
+    @Test
+    void derHasTheShortestLengthsAndSignaturesHaveTheirs() {
+        int[][] lengths = {{127, 129}, {128, 131}, {255, 258}, {256, 260}, {65_535, 65_539}, {65_536, 65_541}};
+        for (int[] length : lengths) {
+            byte[] der = Der.of(4, new byte[length[0]]);
+            assertEquals(length[1], der.length);
+            if (length[0] < 65_536) assertEquals(length[0], Der.contents(der, 4)[0].length);
+        }
+        byte[] rs = {0, 1, (byte) 0x80, 7};
+        byte[] der = {0x30, 8, 2, 1, 1, 2, 3, 0, (byte) 0x80, 7};
+        assertArrayEquals(der, Keys.signatureToDer(rs));
+        assertArrayEquals(rs, Keys.signatureFromDer(der, 2));
+        byte[] longer = Arrays.copyOf(der, 11);
+        byte[] negative = {0x30, 6, 2, 1, 1, 2, 1, -1};
+        for (Executable wrong : new Executable[] {() -> Keys.signatureFromDer(der, 1),
+            () -> Keys.signatureFromDer(longer, 2), () -> Keys.signatureFromDer(negative, 2)}) {
+            assertThrows(IllegalArgumentException.class, wrong);
+        }
     }
 
     @Test
@@ -232,7 +261,14 @@ class LayerTest {
         assertTrue(session.readAll(object).toString().contains("CKA_ID (0x102)=0x0001, "));
         session.write(object, new Attributes().with(CKA.LABEL, "2"));
         assertEquals(object, session.findOne(new Attributes().with(CKA.LABEL, "2").with(CKA.MODULUS, modulus)));
-        session.copy(object, new Attributes());
+        Session other = slot.openSession();
+        session.vendorCopy(other, object, new Attributes());
+        other.close(); // the copy is this session's
+        assertEquals(2, session.find(new Attributes().with(CKA.LABEL, "2")).size());
+        for (int i = 0; i < 65; i++) {
+            session.copy(object, new Attributes().with(CKA.LABEL, "65"));
+        }
+        assertEquals(65, session.find(new Attributes().with(CKA.LABEL, "65")).size());
         for (String label : new String[] {"none", "2"}) {
             assertThrows(NoSuchElementException.class, () -> session.findOne(new Attributes().with(CKA.LABEL, label)));
         }
@@ -242,7 +278,15 @@ class LayerTest {
         Attributes rest = session.read(sensitive, CKA.VALUE, CKA.MODULUS, CKA.VALUE_LEN, CKA.LABEL);
         assertArrayEquals(new long[] {CKA.VALUE_LEN, CKA.LABEL}, rest.types());
         assertThrows(NoSuchElementException.class, () -> rest.bytes(CKA.VALUE));
-        assertFalse(session.readAll(aes).has(CKA.VALUE));
+        for (CK_OBJECT_HANDLE readable : new CK_OBJECT_HANDLE[] {object, aes, rsa.publicKey, rsa.privateKey}) {
+            Attributes all = session.readAll(readable);
+            for (long type : all.types()) { // a module's values have the form of their encoding
+                int length = all.bytes(type).length;
+                assertTrue(Encoding.of(type) != Encoding.BOOLEAN || length == 1, all::toString);
+                assertTrue(Encoding.of(type) != Encoding.NUMBER || length == wanted.bytes(CKA.CLASS).length, all::toString);
+                assertFalse(type == CKA.VALUE || type >= CKA.PRIVATE_EXPONENT && type <= CKA.COEFFICIENT, all::toString);
+            }
+        }
         Attributes secret = session.read(aes, CKA.VALUE);
         assertArrayEquals(VALUE, secret.bytes(CKA.VALUE));
         assertEquals("Attributes[CKA_VALUE (0x11)=24 bytes]", secret.toString());
@@ -292,12 +336,20 @@ class LayerTest {
     @Test
     void slotsAreFoundAndAClosedSessionTouchesNoOther() {
         assertTrue(slot.supports(CKM.RSA_PKCS, CKF.SIGN | CKF.VERIFY));
-        assertFalse(slot.supports(CKM.SHA256, CKF.SIGN) || slot.supports(0x7654, 0));
-        if (!IS_NSS) assertEquals(slot.id(), library.token(slot.tokenInfo().getLabel()).id());
+        assertFalse(slot.supports(CKM.SHA256, CKF.SIGN) || slot.supports(CKM.SHA256, CKF.SIGN | CKF.DIGEST));
+        assertFalse(slot.supports(0x7654, 0));
+        String label = slot.tokenInfo().getLabel();
+        if (IS_NSS) { // whose labels are alike
+            assertThrows(NoSuchElementException.class, () -> library.token(label));
+        } else {
+            assertEquals(slot.id(), library.token(label).id());
+            assertEquals(slot.id(), library.tokenBySerial(slot.tokenInfo().getSerialNumber()).id());
+        }
         assertThrows(NoSuchElementException.class, () -> library.token("none"));
         Session closed = slot.openSession();
         CK_SESSION_HANDLE handle = closed.handle();
         closed.close();
+        assertEquals(new CK_SESSION_HANDLE(), closed.handle());
         assertTrue(assertThrows(CryptokiException.class, closed::info).is(CKR.SESSION_HANDLE_INVALID));
         Session gone = new Session(handle);
         assertDoesNotThrow(gone::close);
