@@ -10,8 +10,10 @@ import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
 
 import java.io.*;
+import java.lang.management.ManagementFactory;
 import java.lang.reflect.Field;
 import java.math.BigInteger;
+import java.nio.file.*;
 import java.security.MessageDigest;
 import java.security.PublicKey;
 import java.security.Signature;
@@ -23,8 +25,11 @@ import javax.crypto.Mac;
 import javax.crypto.spec.IvParameterSpec;
 import javax.crypto.spec.SecretKeySpec;
 
+import com.sun.management.HotSpotDiagnosticMXBean;
+
 import org.junit.jupiter.api.*;
 import org.junit.jupiter.api.function.Executable;
+import org.junit.jupiter.api.io.TempDir;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.*;
 
@@ -242,6 +247,32 @@ class LayerTest {
     }
 
     @Test
+    void buffersOfStreamsAndOfClearTextAreWiped() throws Exception {
+        List<byte[]> buffers = new ArrayList<>();
+        InputStream in = new FilterInputStream(new ByteArrayInputStream(LONG)) {
+            @Override
+            public int read(byte[] part) throws IOException {
+                buffers.add(part);
+                return super.read(part);
+            }
+        };
+        session.encrypt(CBC_PAD, aes, in, new FilterOutputStream(new ByteArrayOutputStream()) {
+            @Override
+            public void write(byte[] part, int from, int length) {
+                buffers.add(part);
+            }
+        });
+        Calls.output("C_Decrypt", 16, true, (array, n) -> {
+            Arrays.fill(array, (byte) 1);
+            buffers.add(array);
+            n.value = 9;
+            return new CK_RV();
+        });
+        assertEquals(11, buffers.size()); // five reads, five writes and the clear text
+        buffers.forEach(buffer -> assertArrayEquals(new byte[buffer.length], buffer));
+    }
+
+    @Test
     void attributesComeBackAsTheyWereSetAndSecretsStay() {
         LocalDate date = LocalDate.of(2031, 7, 9);
         BigInteger modulus = BigInteger.ONE.shiftLeft(1023).add(BigInteger.TEN);
@@ -322,15 +353,39 @@ class LayerTest {
         byte[] old = USER_PIN.clone();
         session.setPin(new String(old).toCharArray(), pin);
         assertArrayEquals(new char[pin.length], pin);
-        byte[][] pins = {utf8.clone(), old, ascii("wrong"), ascii("wrong"), SO_PIN.clone()};
+        byte[][] pins = {utf8.clone(), old, ascii("wrong"), ascii("wrong"), SO_PIN.clone(), USER_PIN.clone(), SO_PIN.clone(),
+            SO_PIN.clone()};
         session.setPin(pins[0], pins[1]);
         assertThrows(CryptokiException.class, () -> session.setPin(utf8, pins[2]));
         assertThrows(CryptokiException.class, () -> session.login(CKU.USER, pins[3]));
-        assertThrows(IllegalArgumentException.class, () -> slot.initToken(pins[4], "x".repeat(33)));
+        String label = "x".repeat(33);
+        assertThrows(IllegalArgumentException.class, () -> slot.initToken(pins[4], label));
+        assertThrows(CryptokiException.class, () -> session.initPin(pins[5]));
+        assertThrows(IllegalArgumentException.class, () -> session.vendorInitToken(0, pins[6], label));
+        assertThrows(IllegalArgumentException.class, () -> session.vendorResetToken(pins[7], label));
         for (byte[] wiped : pins) {
             assertArrayEquals(new byte[wiped.length], wiped);
         }
         assertTrue(session.isLoggedIn());
+    }
+
+    // The test itself keeps only the letters' numbers.
+    @Test
+    void noCopyOfAPinStaysInTheHeap(@TempDir Path folder) throws Exception {
+        byte[] letters = new Random().ints(12, 0, 26).collect(ByteArrayOutputStream::new,
+                ByteArrayOutputStream::write, (a, b) -> { }).toByteArray();
+        char[] pin = new char[letters.length];
+        for (int i = 0; i < pin.length; i++) {
+            pin[i] = (char) ('a' + letters[i]);
+        }
+        assertThrows(CryptokiException.class, () -> session.login(CKU.USER, pin));
+        Path dump = folder.resolve("heap.hprof");
+        ManagementFactory.getPlatformMXBean(HotSpotDiagnosticMXBean.class).dumpHeap(dump.toString(), false);
+        byte[] heap = Files.readAllBytes(dump);
+        for (int from = 0, same = 0; from < heap.length - pin.length; from++, same = 0) {
+            while (same < pin.length && heap[from + same] == 'a' + letters[same]) same++;
+            assertTrue(same < pin.length);
+        }
     }
 
     @Test
