@@ -5,7 +5,6 @@ import static java.nio.charset.StandardCharsets.UTF_8;
 
 import com.fasterxml.jackson.core.*;
 import com.fasterxml.jackson.core.json.JsonWriteFeature;
-import com.fasterxml.jackson.core.util.MinimalPrettyPrinter;
 
 import java.io.*;
 import java.math.BigInteger;
@@ -92,20 +91,18 @@ final class Output {
         return text.isEmpty() ? "-" : text.replaceAll("\\p{Cntrl}", "?");
     }
 
-    /** Returns JSON; a list has a line for each element. */
+    /** Returns JSON in one line. */
     static String json(Object value) throws IOException {
         return Json.of(value);
     }
 
     /** The library is loaded with this class, that is, only if JSON is printed. */
-    private static final class Json extends MinimalPrettyPrinter {
-        private static final long serialVersionUID = 1L;
-
+    private static final class Json {
         private static String of(Object value) throws IOException {
             StringWriter text = new StringWriter();
             try (JsonGenerator out = JsonFactory.builder().enable(JsonWriteFeature.ESCAPE_NON_ASCII).build()
                     .createGenerator(text)) {
-                write(out.setPrettyPrinter(new Json()), value);
+                write(out, value);
             }
             return text.toString();
         }
@@ -127,21 +124,6 @@ final class Output {
             } else {
                 out.writeObject(value);
             }
-        }
-
-        @Override
-        public void writeObjectFieldValueSeparator(JsonGenerator out) throws IOException {
-            out.writeRaw(": ");
-        }
-
-        @Override
-        public void writeObjectEntrySeparator(JsonGenerator out) throws IOException {
-            out.writeRaw(", ");
-        }
-
-        @Override
-        public void writeArrayValueSeparator(JsonGenerator out) throws IOException {
-            out.writeRaw(out.getOutputContext().getParent().inRoot() ? ",\n " : ", ");
         }
     }
 
