@@ -77,6 +77,8 @@ class LayerTest {
         for (AutoCloseable open : new AutoCloseable[] {session, session, library, library}) {
             assertDoesNotThrow(open::close);
         }
+        assertEquals(new CK_RV(), Cryptoki.C_Initialize(null)); // it was finalised
+        Cryptoki.C_Finalize(null);
     }
 
     @ParameterizedTest
@@ -187,6 +189,8 @@ class LayerTest {
         failures.put("1 null", () -> session.verify(RSA_SHA256, rsa.publicKey, IV, null));
         failures.put("2 null", () -> session.digest(SHA256, (InputStream) null));
         failures.put("C_GetAttributeValue: CKR_OBJECT_HANDLE", () -> session.read(new CK_OBJECT_HANDLE(77), CKA.CLASS));
+        failures.put("C_SetAttributeValue: CKR_OBJECT_HANDLE",
+                () -> session.write(new CK_OBJECT_HANDLE(77), new Attributes().with(CKA.LABEL, "none")));
         failures.put("C_DestroyObject: CKR_OBJECT_HANDLE", () -> session.destroy(new CK_OBJECT_HANDLE(77)));
         failures.forEach((text, failure) -> {
             String message = String.valueOf(assertThrows(Exception.class, failure, text).getMessage());
@@ -200,7 +204,8 @@ class LayerTest {
 
     @Test
     void aLibraryThatReportsNonsenseIsNotBelieved() throws Exception {
-        long[][] lies = {{0, 9}, {0, -1}, {0, 1L << 40}, {CKR.BUFFER_TOO_SMALL, 9}, {CKR.BUFFER_TOO_SMALL, 0}};
+        long[][] lies = {{0, 9}, {0, -1}, {0, 1L << 40}, {CKR.BUFFER_TOO_SMALL, 9}, {CKR.BUFFER_TOO_SMALL, 0},
+            {CKR.BUFFER_TOO_SMALL, 1L << 31}};
         for (long[] lie : lies) {
             List<byte[]> arrays = new ArrayList<>();
             assertTrue(assertThrows(CryptokiException.class, () -> Calls.output("C_Decrypt", 8, true, (array, n) -> {
@@ -211,6 +216,10 @@ class LayerTest {
             })).is(CKR.BUFFER_TOO_SMALL), Arrays.toString(lie));
             arrays.forEach(array -> assertArrayEquals(new byte[array.length], array));
         }
+        assertEquals(0, Calls.output("C_Decrypt", 0, true, (array, n) -> { // an empty array asks for the length
+            n.value = array.length - 1;
+            return new CK_RV();
+        }).length);
         LongRef ended = new LongRef();
         assertThrows(CryptokiException.class, () -> Calls.single("C_SignInit", new CK_RV(), "C_Sign", 8, false,
                 (array, n) -> new CK_RV(CKR.DATA_LEN_RANGE), (array, n) -> new CK_RV(++ended.value)));
@@ -224,10 +233,11 @@ class LayerTest {
         Attributes empty = new Attributes().with(CKA.ID, new byte[0]);
         assertEquals("Attributes[CKA_ID (0x102)=0 bytes]", empty.toString());
         assertThrows(IllegalArgumentException.class, () -> empty.number(CKA.ID));
+        assertThrows(IllegalArgumentException.class, () -> empty.with(CKA.ID, BigInteger.ONE.negate()));
     }
 
     @Test
-    void derHasTheShortestLengthsAndSignaturesHaveTheirs() {
+    void derAndSignaturesHaveTheRightLengths() {
         int[][] lengths = {{127, 129}, {128, 131}, {255, 258}, {256, 260}, {65_535, 65_539}, {65_536, 65_541}};
         for (int[] length : lengths) {
             byte[] der = Der.of(4, new byte[length[0]]);
@@ -240,10 +250,13 @@ class LayerTest {
         assertArrayEquals(rs, Keys.signatureFromDer(der, 2));
         byte[] longer = Arrays.copyOf(der, 11);
         byte[] negative = {0x30, 6, 2, 1, 1, 2, 1, -1};
+        byte[] set = {0x31, 6, 2, 1, 1, 2, 1, 1};
         for (Executable wrong : new Executable[] {() -> Keys.signatureFromDer(der, 1),
-            () -> Keys.signatureFromDer(longer, 2), () -> Keys.signatureFromDer(negative, 2)}) {
+            () -> Keys.signatureFromDer(longer, 2), () -> Keys.signatureFromDer(negative, 2),
+            () -> Keys.signatureFromDer(set, 2)}) {
             assertThrows(IllegalArgumentException.class, wrong);
         }
+        assertArrayEquals(new byte[] {6, 3, (byte) 0x88, 0x37, 3}, Der.oid("2.999.3"));
     }
 
     @Test
@@ -348,7 +361,7 @@ class LayerTest {
 
     @Test
     void pinsAreWipedEvenIfTheCallFails() {
-        char[] pin = "p\u00e4\u20ac\ud83d\udd11-secret".toCharArray();
+        char[] pin = "p\u00e4\u20ac\u20ac\u20ac\u20ac\u20ac\ud83d\udd11".toCharArray();
         byte[] utf8 = new String(pin).getBytes(UTF_8);
         byte[] old = USER_PIN.clone();
         session.setPin(new String(old).toCharArray(), pin);
@@ -393,6 +406,7 @@ class LayerTest {
         assertTrue(slot.supports(CKM.RSA_PKCS, CKF.SIGN | CKF.VERIFY));
         assertFalse(slot.supports(CKM.SHA256, CKF.SIGN) || slot.supports(CKM.SHA256, CKF.SIGN | CKF.DIGEST));
         assertFalse(slot.supports(0x7654, 0));
+        assertTrue(slot.mechanisms().contains(new CK_MECHANISM_TYPE(CKM.RSA_PKCS)));
         String label = slot.tokenInfo().getLabel();
         if (IS_NSS) { // whose labels are alike
             assertThrows(NoSuchElementException.class, () -> library.token(label));
