@@ -151,6 +151,13 @@ class SessionPoolTest {
                 throw new CryptokiException(new CK_RV(value));
             }));
             assertDoesNotThrow(other::info);
+            AtomicInteger attempts = new AtomicInteger();
+            assertThrows(CryptokiException.class, () -> pool.runAgainIfLost(session -> {
+                session.close();
+                if (attempts.incrementAndGet() > 2) throw new IllegalStateException();
+                throw new CryptokiException(new CK_RV(value));
+            }));
+            assertEquals(2, attempts.get());
             pool.run(session -> {
                 pool.close();
                 return late[0] = session;
