@@ -14,7 +14,7 @@ function(add_classes target)
     add_custom_command(
         OUTPUT ${stamp} ${java_HEADER}
         COMMAND ${CMAKE_COMMAND} -E rm -rf ${classes} ${headers}
-        COMMAND ${ZERLIN_JDK}/bin/javac -encoding UTF-8 -Xlint:all -Werror ${java_OPTIONS}
+        COMMAND ${javac} -Xlint:all -Werror ${java_OPTIONS}
             -cp "${classpath}" -d ${classes} -h ${headers} ${java_SOURCES}
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
         DEPENDS ${zerlin_jar} ${java_DEPENDS} ${java_SOURCES}

@@ -21,12 +21,12 @@ file(CONFIGURE OUTPUT ${zerlin_manifest} @ONLY
 add_custom_command(
     OUTPUT ${zerlin_jar} ${zerlin_jni_headers}/halvorn_zerlin_Cryptoki.h
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${zerlin_classes} ${zerlin_classes}-9 ${zerlin_jni_headers}
-    COMMAND ${ZERLIN_JDK}/bin/javac --release 8 -encoding UTF-8 -Xlint:all,-options -Xdoclint:all/protected -Werror
+    COMMAND ${javac} --release 8 -Xlint:all,-options -Xdoclint:all/protected -Werror
         -d ${zerlin_classes} -h ${zerlin_jni_headers} ${java_sources}
     # Java 8 does not see the module descriptor, which the jar tool checks against the classes.
-    COMMAND ${ZERLIN_JDK}/bin/javac --release 9 -Xlint:all,-options -Werror
+    COMMAND ${javac} --release 9 -Xlint:all,-options -Werror
         --patch-module halvorn.zerlin=${zerlin_classes} -d ${zerlin_classes}-9 ${zerlin_module_info}
-    COMMAND ${ZERLIN_JDK}/bin/jar --create --file ${zerlin_jar} --manifest ${zerlin_manifest}
+    COMMAND ${jar} --create --file ${zerlin_jar} --manifest ${zerlin_manifest}
         --module-version ${PROJECT_VERSION} -C ${zerlin_classes} . --release 9 -C ${zerlin_classes}-9 .
     DEPENDS ${java_sources} ${zerlin_module_info} ${zerlin_manifest}
     COMMENT "Compiling the Java classes"
