@@ -86,22 +86,6 @@ final class KeyCommands extends Group {
         }
     }
 
-    /** The object that a command works on. */
-    static final class ObjectName {
-        @Parameters(index = "0", paramLabel = "OBJECT", description = "Its URI or its label.") private String name;
-
-        /** What is done with an object on an open token. */
-        interface Work {
-            int run(OpenToken token, CK_OBJECT_HANDLE object) throws Exception;
-        }
-
-        /** Opens the token, and finds the object among those of some classes. */
-        int open(TokenOptions options, boolean writable, boolean needsLogin, Work work, Long... classes) throws Exception {
-            Uri uri = Uri.of(name, "object");
-            return options.withToken(uri, writable, needsLogin, token -> work.run(token, token.find(uri, classes)));
-        }
-    }
-
     /** The other key of wrapping and unwrapping. */
     static final class WrappingKey {
         @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that wraps or unwraps it.")
@@ -112,67 +96,67 @@ final class KeyCommands extends Group {
 
     @Command(name = "generate", description = "Generate a key or key pair.",
             footer = {"", "Example: zerlin key generate rsa-3072 --label invoices"})
-    int generate(@Mixin TokenOptions options, @Mixin NewKey key, @Parameters(paramLabel = "TYPE", description = "aes-128 to"
+    void generate(@Mixin TokenOptions options, @Mixin NewKey key, @Parameters(paramLabel = "TYPE", description = "aes-128 to"
             + " aes-256, des3, generic-256 (bits), rsa-2048 and more, ec-p256, ec-p384, ec-p521, ec-secp256k1, ed25519.")
             String name) throws Exception {
         String plain = name.toLowerCase(Locale.ROOT).replaceAll("[-_:]", "");
         Object[] row = Arrays.stream(TYPES).filter(one -> plain.matches((String) one[0])).findFirst()
                 .orElseThrow(() -> noType(name));
+        int bits = Integer.parseInt(plain.replaceAll("\\D", ""));
         long type = (Long) row[1];
         CK_MECHANISM mechanism = new CK_MECHANISM((Long) row[2]);
         boolean isPair = type == CKK.RSA || row[3] != null;
-        return options.withToken(new Uri(), true, true, token -> {
+        options.open(new Uri(), true, true, token -> {
             Attributes template = key.template(token, isPair ? CKO.PUBLIC_KEY : CKO.SECRET_KEY, type);
-            if (row[3] != null) {
+            if (type == CKK.RSA) {
+                template.with(CKA.MODULUS_BITS, bits).with(CKA.PUBLIC_EXPONENT, BigInteger.valueOf(65537));
+            } else if (isPair) {
                 template.with(CKA.EC_PARAMS, Der.oid((String) row[3]));
             } else if (type != CKK.DES3) {
-                int bits = Integer.parseInt(plain.replaceAll("\\D", ""));
-                template.with(isPair ? CKA.MODULUS_BITS : CKA.VALUE_LEN, isPair ? bits : bits / 8);
+                template.with(CKA.VALUE_LEN, bits / 8);
             }
-            if (!isPair) {
-                return made(options, token, token.session.generateKey(mechanism, template));
-            } else if (type == CKK.RSA) {
-                template.with(CKA.PUBLIC_EXPONENT, BigInteger.valueOf(65537));
+            if (isPair) {
+                Attributes privateKey = key.template(token, CKO.PRIVATE_KEY, type);
+                KeyPairHandles pair = Streams.timed("Generating " + name,
+                    () -> token.session.generateKeyPair(mechanism, template, privateKey));
+                made(options, token, pair.privateKey, pair.publicKey);
+            } else {
+                made(options, token, token.session.generateKey(mechanism, template));
             }
-            Attributes privateKey = key.template(token, CKO.PRIVATE_KEY, type);
-            KeyPairHandles pair = Streams.timed("Generating " + name,
-                () -> token.session.generateKeyPair(mechanism, template, privateKey));
-            return made(options, token, pair.privateKey, pair.publicKey);
         });
     }
 
     @Command(name = "delete", description = "Delete an object.",
             footer = {"", "Example: zerlin key delete \"pkcs11:object=invoices;type=private\""})
-    int delete(@Mixin TokenOptions options, @Mixin ObjectName name,
-            @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes) throws Exception {
-        return name.open(options, true, true, (token, object) -> {
+    void delete(@Mixin ObjectOptions options, @Option(names = {"-y", "--yes"}, description = "Do not ask.") boolean yes)
+            throws Exception {
+        options.open(true, true, (token, object) -> {
             Pins.confirm(yes, "Delete " + token.uri(object) + "?");
             token.session.destroy(object);
-            return 0;
         });
     }
 
     @Command(name = "export", description = "Write a public key as PEM.",
             footer = {"", "Example: zerlin key export invoices -o invoices.pem"})
-    int export(@Mixin TokenOptions options, @Mixin ObjectName name, @Mixin OutputFile output) throws Exception {
-        return name.open(options, false, false,
-            (token, key) -> output.write(pem("PUBLIC KEY", publicKeyInfo(token.session, key))), CKO.PUBLIC_KEY);
+    void export(@Mixin ObjectOptions options, @Mixin OutputFile output) throws Exception {
+        options.open(false, false, (token, key) -> output.write(pem("PUBLIC KEY", publicKeyInfo(token.session, key))),
+                CKO.PUBLIC_KEY);
     }
 
     @Command(name = "import", description = "Store a key: PEM or DER, or the bytes of a secret key.",
             footer = {"", "Example: zerlin key import public partner.pem --label partner --use wrap"})
-    int importKey(@Mixin TokenOptions options, @Mixin NewKey key,
+    void importKey(@Mixin TokenOptions options, @Mixin NewKey key,
             @Parameters(paramLabel = "TYPE", description = "public, private, aes, des3 or generic.") String type,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file) throws Exception {
         boolean isSecret = !type.matches("public|private");
         long secretType = isSecret ? type(type, "aes|des3|generic") : 0;
         byte[] bytes = Pins.secret(Streams.read(file));
         Key read = isSecret ? null : read(bytes, type.equals("public"));
-        return options.withToken(new Uri(), true, true, token -> {
+        options.open(new Uri(), true, true, token -> {
             Attributes template = key.template(token, isSecret ? CKO.SECRET_KEY : read instanceof PublicKey ? CKO.PUBLIC_KEY
                 : CKO.PRIVATE_KEY, isSecret ? secretType : read instanceof RSAKey ? CKK.RSA : CKK.EC);
             addValues(template, read, bytes);
-            return made(options, token, token.session.create(template));
+            made(options, token, token.session.create(template));
         });
     }
 
@@ -199,18 +183,17 @@ final class KeyCommands extends Group {
 
     @Command(name = "wrap", description = "Write a key, encrypted with another one.",
             footer = {"", "Example: zerlin key wrap files --with partner --pin-file pin -o files.wrapped"})
-    int wrap(@Mixin TokenOptions options, @Mixin ObjectName name, @Mixin WrappingKey with, @Mixin OutputFile output)
-            throws Exception {
-        return name.open(options, false, true, (token, key) -> {
+    void wrap(@Mixin ObjectOptions options, @Mixin WrappingKey with, @Mixin OutputFile output) throws Exception {
+        options.open(false, true, (token, key) -> {
             CK_OBJECT_HANDLE wrapping = token.find(Uri.of(with.name, "object"), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
             CK_MECHANISM how = with.mechanism.mechanism(token, wrapping, MechanismOptions.WRAP);
-            return output.write(token.session.wrap(how, wrapping, key));
+            output.write(token.session.wrap(how, wrapping, key));
         }, CKO.SECRET_KEY, CKO.PRIVATE_KEY);
     }
 
     @Command(name = "unwrap", description = "Store a key that was encrypted with another one.",
             footer = {"", "Example: zerlin key unwrap aes files.wrapped --with invoices --label files"})
-    int unwrap(@Mixin TokenOptions options, @Mixin NewKey key, @Mixin WrappingKey with,
+    void unwrap(@Mixin TokenOptions options, @Mixin NewKey key, @Mixin WrappingKey with,
             @Parameters(paramLabel = "TYPE", description = "aes, des3 or generic; rsa or ec for private keys.") String type,
             @Parameters(paramLabel = "FILE", description = "The wrapped key; - is standard input.") String file)
             throws Exception {
@@ -218,52 +201,50 @@ final class KeyCommands extends Group {
         long objectClass = type.matches("rsa|ec") ? CKO.PRIVATE_KEY : CKO.SECRET_KEY;
         byte[] wrapped = Streams.read(file);
         Uri uri = Uri.of(with.name, "object");
-        return options.withToken(uri, true, true, token -> {
+        options.open(uri, true, true, token -> {
             CK_OBJECT_HANDLE unwrapping = token.find(uri, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
             CK_MECHANISM how = with.mechanism.mechanism(token, unwrapping, MechanismOptions.WRAP);
             Attributes template = key.template(token, objectClass, keyType);
-            return made(options, token, token.session.unwrap(how, unwrapping, wrapped, template));
+            made(options, token, token.session.unwrap(how, unwrapping, wrapped, template));
         });
     }
 
     @Command(name = "derive", description = "Agree on an AES key with another's public key (ECDH).",
             footer = {"", "Example: zerlin key derive mine --peer theirs.pem --label shared --bits 256"})
-    int derive(@Mixin TokenOptions options, @Mixin NewKey key, @Mixin ObjectName name,
-            @Option(names = "--peer", required = true, paramLabel = "FILE", description = "The other's public key.")
-            String peer, @Option(names = "--bits", defaultValue = "256",
-                description = "The length of the new AES key: ${DEFAULT-VALUE}.") int bits) throws Exception {
+    void derive(@Mixin ObjectOptions options, @Mixin NewKey key, @Option(names = "--peer", required = true,
+            paramLabel = "FILE", description = "The other's public key.") String peer, @Option(names = "--bits",
+            defaultValue = "256", description = "The length of the new AES key: ${DEFAULT-VALUE}.")
+            int bits) throws Exception {
         byte[] point = point(read(Streams.read(peer), true));
-        return name.open(options, true, true, (token, base) -> {
+        options.open(true, true, (token, base) -> {
             CK_MECHANISM mechanism = new CK_MECHANISM(Names.mechanism(token.slot, "ECDH1_DERIVE"),
                     new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point));
             Attributes template = key.template(token, CKO.SECRET_KEY, CKK.AES).with(CKA.VALUE_LEN, bits / 8);
-            return made(options, token, token.session.derive(mechanism, base, template));
+            made(options, token, token.session.derive(mechanism, base, template));
         }, CKO.PRIVATE_KEY);
     }
 
     @Command(name = "copy", description = "Copy an object; to another token with the vendor's call.",
             footer = {"", "Example: zerlin key copy files --label files-2 --to \"pkcs11:token=Backup?pin-source=file:pin\""})
-    int copy(@Mixin TokenOptions options, @Mixin ObjectName name,
-            @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT", description = "The label of the copy.")
-            String label,
-            @Option(names = "--to", paramLabel = "TOKEN", description = "The label or the URI of the other token.") String to)
-            throws Exception {
+    void copy(@Mixin ObjectOptions options, @Option(names = {"-l", "--label"}, required = true, paramLabel = "TEXT",
+            description = "The label of the copy.") String label, @Option(names = "--to", paramLabel = "TOKEN",
+            description = "The label or the URI of the other token.") String to) throws Exception {
         Attributes template = new Attributes().with(CKA.LABEL, label).yes(CKA.TOKEN);
-        return name.open(options, true, true, (token, object) -> to == null
-            ? made(options, token, token.session.copy(object, template))
-            : options.withOther(token, Uri.of(to, "token"),
-                other -> made(options, other, other.session.vendorCopy(token.session, object, template))));
+        options.open(true, true, (token, object) -> {
+            if (to == null) {
+                made(options, token, token.session.copy(object, template));
+            } else {
+                options.openOther(token, Uri.of(to, "token"),
+                    other -> made(options, other, other.session.vendorCopy(token.session, object, template)));
+            }
+        });
     }
 
     /** Prints the URIs of new objects. */
-    static int made(TokenOptions options, OpenToken token, CK_OBJECT_HANDLE... objects) throws IOException {
+    static void made(TokenOptions options, OpenToken token, CK_OBJECT_HANDLE... objects) throws IOException {
         String[] uris = Arrays.stream(objects).map(token::uri).toArray(String[]::new);
-        if (options.json) {
-            Output.print(true, Arrays.stream(uris).map(uri -> Output.record("uri", uri)).collect(Collectors.toList()));
-        } else {
-            Output.line(String.join("\n", uris));
-        }
-        return 0;
+        Output.line(!options.json ? String.join("\n", uris)
+            : Output.json(Arrays.stream(uris).map(uri -> Output.record("uri", uri)).collect(Collectors.toList())));
     }
 
     private static Failure noType(String name) {
@@ -282,12 +263,6 @@ final class KeyCommands extends Group {
                 + "\n-----END " + type + "-----\n").getBytes(UTF_8);
     }
 
-    static byte[] unpem(byte[] bytes) {
-        String text = new String(bytes, UTF_8);
-        return !text.contains("-----BEGIN ") ? bytes
-            : Base64.getMimeDecoder().decode(text.replaceAll("(?s).*?-----BEGIN [^\n]*\n([^-]*)-----.*", "$1"));
-    }
-
     /** Returns the DER of the SubjectPublicKeyInfo of a key; for Ed25519 that of RFC 8410, whose point some modules wrap. */
     static byte[] publicKeyInfo(Session session, CK_OBJECT_HANDLE key) {
         if (session.read(key, CKA.KEY_TYPE).number(CKA.KEY_TYPE) != CKK.EC_EDWARDS) {
@@ -301,8 +276,11 @@ final class KeyCommands extends Group {
                 Der.bitString(Arrays.copyOfRange(point, point.length - 32, point.length)));
     }
 
+    // Reads PEM or DER.
     private static Key read(byte[] bytes, boolean isPublic) throws IOException {
-        byte[] der = Pins.secret(unpem(bytes));
+        String text = new String(bytes, UTF_8);
+        byte[] der = Pins.secret(!text.contains("-----BEGIN ") ? bytes
+            : Base64.getMimeDecoder().decode(text.replaceAll("(?s).*?-----BEGIN [^\n]*\n([^-]*)-----.*", "$1")));
         for (String algorithm : new String[] {"RSA", "EC"}) {
             try {
                 KeyFactory factory = KeyFactory.getInstance(algorithm);

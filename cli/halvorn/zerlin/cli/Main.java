@@ -18,11 +18,11 @@ import java.util.*;
 import java.util.stream.Stream;
 
 @Command(name = "zerlin", description = "Look at PKCS#11 tokens and work with their keys.", version = "zerlin",
-        subcommands = {TokenCommands.class, KeyCommands.class, CertCommands.class, Bench.class},
+        subcommands = {TokenCommands.class, KeyCommands.class, CertCommands.class},
         synopsisSubcommandLabel = "COMMAND", footer = {"",
             "Exit codes: 0 done; 1 the answer is no (a wrong signature, or you said no); 2 usage; 3 no such token, object or"
             + " mechanism, or several; 4 PIN; 5 token or library; 6 input or output."})
-public final class Main extends Group {
+public final class Main extends DataCommands {
     // The attributes of an object that a listing shows, and their names there.
     private static final long[] SHOWN = {CKA.CLASS, CKA.KEY_TYPE, CKA.LABEL, CKA.ID};
     private static final String[] SHOWN_NAMES = {"class", "keyType", "label", "id"};
@@ -49,10 +49,10 @@ public final class Main extends Group {
     private static CommandLine commandLine(Class<?> group, List<String> arguments) {
         String name = arguments.isEmpty() ? "" : arguments.get(0);
         Command command = group.getAnnotation(Command.class);
-        List<AnnotatedElement> all = new ArrayList<>(Arrays.asList(command.subcommands()));
-        all.addAll(Arrays.asList(group.getDeclaredMethods()));
+        List<AnnotatedElement> all = new ArrayList<>(CommandLine.getCommandMethods(group, null));
+        all.addAll(Arrays.asList(command.subcommands()));
         for (AnnotatedElement one : all) {
-            if (one.isAnnotationPresent(Command.class) && one.getAnnotation(Command.class).name().equals(name)) {
+            if (one.getAnnotation(Command.class).name().equals(name)) {
                 CommandLine named = one instanceof Method ? new CommandLine(one)
                     : commandLine((Class<?>) one, arguments.subList(1, arguments.size()));
                 return new CommandLine(Model.CommandSpec.wrapWithoutInspection(group).name(command.name())
@@ -63,8 +63,11 @@ public final class Main extends Group {
     }
 
     private static int report(Throwable e, int code, boolean verbose) {
-        System.err.println("zerlin: " + Failure.textOf(e));
-        if (verbose) {
+        String text = Failure.textOf(e);
+        if (!text.isEmpty()) { // else the output says it
+            System.err.println("zerlin: " + text);
+        }
+        if (!text.isEmpty() && verbose) {
             e.printStackTrace();
         }
         return code;
@@ -72,7 +75,7 @@ public final class Main extends Group {
 
     @Command(name = "info", description = "Show the JVM, the libraries and the module, and where they were found.",
             footer = {"", "Example: zerlin info"})
-    int info(@Mixin TokenOptions options) throws Exception {
+    void info(@Mixin TokenOptions options) throws Exception {
         Map<String, Object> record = record("command", VERSION,
                 "java", System.getProperty("java.version") + " " + System.getProperty("java.vm.name"),
                 "javaHome", System.getProperty("java.home"), "architecture", System.getProperty("os.arch"),
@@ -84,13 +87,12 @@ public final class Main extends Group {
             record.put("cryptoki", mapped(named.startsWith("/") ? ".*\\Q" + new File(named).getName() + "\\E( .*)?"
                 : ".*/libcryptoki\\.so( .*)?"));
             record.put("module", System.getenv("ZERLIN_MODULE"));
-            return TokenOptions.withLibrary(library -> {
+            TokenOptions.withLibrary(library -> {
                 CK_INFO info = library.info();
                 record.putAll(record("moduleManufacturer", info.getManufacturerID(),
                         "moduleDescription", info.getLibraryDescription(), "moduleVersion", info.libraryVersion.toString(),
                         "cryptokiVersion", info.cryptokiVersion.toString(), "slots", library.slots(false).size(),
                         "tokens", library.slots(true).size()));
-                return 0;
             });
         } finally {
             Output.print(options.json, record); // as far as it was found
@@ -106,8 +108,8 @@ public final class Main extends Group {
     }
 
     @Command(name = "slots", description = "List the slots and their tokens.", footer = {"", "Example: zerlin slots --json"})
-    int slots(@Mixin TokenOptions options) throws Exception {
-        return TokenOptions.withLibrary(library -> {
+    void slots(@Mixin TokenOptions options) throws Exception {
+        TokenOptions.withLibrary(library -> {
             List<Map<String, Object>> rows = new ArrayList<>();
             for (Slot slot : library.slots(false)) {
                 boolean hasToken = (slot.info().flags & CKF.TOKEN_PRESENT) != 0;
@@ -122,42 +124,39 @@ public final class Main extends Group {
                 }
             }
             Output.print(options.json, rows);
-            return 0;
         });
     }
 
     @Command(name = "mechanisms", description = "List the mechanisms of a token, and what they can do.",
             footer = {"", "Example: zerlin mechanisms --of aes-gcm"})
-    int mechanisms(@Mixin TokenOptions options, @Option(names = "--of", paramLabel = "NAME",
+    void mechanisms(@Mixin TokenOptions options, @Option(names = "--of", paramLabel = "NAME",
             description = "Only this mechanism, in any spelling.") String name) throws Exception {
-        return options.withToken(new Uri(), false, false, token -> {
+        options.open(new Uri(), false, false, token -> {
             List<Map<String, Object>> rows = new ArrayList<>();
             long only = name == null ? -1 : Names.mechanism(token.slot, name);
             for (CK_MECHANISM_TYPE type : token.slot.mechanisms()) {
                 if (name == null || type.m_value == only) {
                     CK_MECHANISM_INFO info = new CK_MECHANISM_INFO();
                     Cryptoki.C_GetMechanismInfo(token.slot.id(), type, info).orThrow("C_GetMechanismInfo");
-                    rows.add(record("mechanism", Values.mechanism(type.m_value),
+                    rows.add(record("mechanism", Names.mechanism(type.m_value),
                             "value", "0x" + Long.toHexString(type.m_value), "minKeySize", info.minKeySize,
                             "maxKeySize", info.maxKeySize, "flags", Output.flags(info.toString())));
                 }
             }
             Output.print(options.json, rows);
             if (rows.isEmpty()) {
-                throw new Failure(Failure.NOT_FOUND, "The token does not have " + Values.mechanism(only));
+                throw new Failure(Failure.NOT_FOUND, "The token does not have " + Names.mechanism(only));
             }
-            return 0;
         });
     }
 
     @Command(name = "objects", description = "List the objects of a token; those that are private too after a login.",
             footer = {"", "Example: zerlin objects --login"})
-    int objects(@Mixin TokenOptions options,
-            @Parameters(arity = "0..1", paramLabel = "URI", description = "Only what this URI or label fits.") String uri,
-            @Option(names = "--all-attributes", description = "Show all attributes that are not secret.") boolean all)
-            throws Exception {
+    void objects(@Mixin TokenOptions options, @Parameters(arity = "0..1", paramLabel = "URI",
+            description = "Only what this URI or label fits.") String uri, @Option(names = "--all-attributes",
+            description = "Show all attributes that are not secret.") boolean all) throws Exception {
         Uri wanted = Uri.of(uri, "object");
-        return options.withToken(wanted, false, false, token -> {
+        options.open(wanted, false, false, token -> {
             List<Map<String, Object>> rows = new ArrayList<>();
             for (CK_OBJECT_HANDLE object : token.session.find(wanted.template())) {
                 Attributes values = all ? token.session.readAll(object) : token.session.read(object, SHOWN);
@@ -165,7 +164,7 @@ public final class Main extends Group {
                 Map<String, Object> row = record();
                 for (int i = 0; i < types.length; i++) {
                     row.put(all ? CKA.nameOf(types[i]) : SHOWN_NAMES[i],
-                            values.has(types[i]) ? Values.of(values, types[i]) : null);
+                            values.has(types[i]) ? Names.value(values, types[i]) : null);
                 }
                 row.put("uri", Uri.write(token.info, values));
                 if (all && !options.json) {
@@ -176,83 +175,6 @@ public final class Main extends Group {
                 }
             }
             Output.print(options.json, rows);
-            return 0;
         });
-    }
-
-    @Command(name = "random", description = "Print random bytes of the token, in hexadecimal digits.",
-            footer = {"", "Example: zerlin random 32 -o seed.bin"})
-    int random(@Mixin TokenOptions options,
-            @Parameters(paramLabel = "LENGTH", description = "The number of bytes.") long length,
-            @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "Write bytes; - is standard output.")
-            String output) throws Exception {
-        if (length < 1 || output == null && length > 1 << 20) {
-            throw new Failure(Failure.USAGE, "The length is at least 1, and at most 1048576 without --output");
-        }
-        return options.withToken(new Uri(), false, false, token -> {
-            if (output == null) {
-                String bytes = Output.hex(token.session.random((int) length));
-                Output.line(options.json ? Output.json(record("random", bytes)) : bytes);
-            } else {
-                Streams.write(output, out -> {
-                    for (long left = length; left > 0; left -= 4096) {
-                        out.write(token.session.random((int) Math.min(left, 4096)));
-                    }
-                });
-            }
-            return 0;
-        });
-    }
-
-    @Command(name = "digest", description = "Hash a file or standard input on the token.",
-            footer = {"", "Example: zerlin digest -m sha512 report.pdf"})
-    int digest(@Mixin TokenOptions options, @Option(names = {"-m", "--mechanism"}, paramLabel = "NAME", defaultValue = "sha256",
-            description = "Without it, ${DEFAULT-VALUE}.") String mechanism, @Parameters(arity = "0..1", paramLabel = "FILE",
-            description = "The input; else standard input.") String file) throws Exception {
-        return options.withToken(new Uri(), false, false, token -> {
-            long type = Names.mechanism(token.slot, mechanism);
-            try (InputStream in = Streams.in(file)) {
-                String digest = Output.hex(token.session.digest(new CK_MECHANISM(type), in));
-                Output.line(!options.json ? digest + "  " + (file == null ? "-" : file)
-                    : Output.json(record("mechanism", Values.mechanism(type), "file", file, "digest", digest)));
-            }
-            return 0;
-        });
-    }
-
-    @Command(name = "sign", description = "Sign a file or standard input. A signature of ECDSA is written in DER.",
-            footer = {"", "Example: zerlin sign invoices --pin-file pin -i report.pdf -o report.sig"})
-    int sign(@Mixin DataOptions data, @Mixin OutputFile output, @Option(names = "--plain",
-            description = "Write the two numbers of ECDSA, not DER.") boolean plain) throws Exception {
-        return Sign.sign(data, output, plain);
-    }
-
-    @Command(name = "verify", description = "Verify a signature; the exit code is 1 if it is wrong.",
-            footer = {"", "Example: zerlin verify invoices report.sig -i report.pdf"})
-    int verify(@Mixin DataOptions data, @Parameters(index = "1", paramLabel = "SIGNATURE", description = "The file with it.")
-            String signature, @Option(names = "--plain", description = "It is two numbers, not DER.") boolean plain)
-            throws Exception {
-        return Sign.verify(data, signature, plain);
-    }
-
-    @Command(name = "encrypt", description = "Encrypt a file or standard input. The output begins with the IV unless --iv names"
-            + " one.", footer = {"", "Example: zerlin encrypt files --pin-file pin <report.pdf >report.enc"})
-    int encrypt(@Mixin DataOptions data, @Mixin OutputFile output) throws Exception {
-        return Encrypt.run(data, output, true);
-    }
-
-    @Command(name = "decrypt", description = "Decrypt what encrypt has written. If it fails, discard what a pipe has had.",
-            footer = {"", "Example: zerlin decrypt files --pin-file pin -i report.enc -o report.pdf"})
-    int decrypt(@Mixin DataOptions data, @Mixin OutputFile output) throws Exception {
-        return Encrypt.run(data, output, false);
-    }
-
-    @Command(name = "csr", description = "Write a certificate signing request for a key, as PEM.",
-            footer = {"", "Example: zerlin csr invoices \"CN=Invoices,O=Example\" --pin-file pin -o invoices.csr"})
-    int csr(@Mixin TokenOptions options, @Mixin OutputFile output, @Parameters(index = "0", paramLabel = "KEY",
-            description = "The URI or the label of the private key, RSA or EC.") String key,
-            @Parameters(index = "1", paramLabel = "SUBJECT", description = "The name of the owner.") String subject)
-            throws Exception {
-        return CertCommands.csr(options, output, key, subject);
     }
 }

@@ -52,12 +52,7 @@ final class MechanismOptions {
     }
 
     CK_MECHANISM mechanism(OpenToken token, CK_OBJECT_HANDLE key, int use) {
-        return mechanism(type(token, key, use), bytes(iv));
-    }
-
-    /** Returns the bytes that an option names, or null. */
-    static byte[] bytes(String digits) {
-        return digits == null ? null : Output.unhex(digits);
+        return mechanism(type(token, key, use), Output.unhex(iv));
     }
 
     static boolean isWhole(CK_MECHANISM how) {
@@ -66,13 +61,13 @@ final class MechanismOptions {
 
     /** Returns the length of the initialization vector; 0 if the mechanism has none. */
     static int ivLength(long type) {
-        String text = Values.mechanism(type);
+        String text = Names.mechanism(type);
         return type == CKM.AES_GCM ? 12 : !text.matches(".*_(CBC|CBC_PAD|CTR|OFB|OFB64|CFB|CFB1|CFB8|CFB64|CFB128|CTS)") ? 0
             : text.contains("DES") ? 8 : 16;
     }
 
     CK_MECHANISM mechanism(long type, byte[] vector) {
-        String text = Values.mechanism(type);
+        String text = Names.mechanism(type);
         if (type == CKM.RSA_PKCS_OAEP) {
             String name = hash == null ? "sha1" : hash;
             return new CK_MECHANISM(type, new CK_RSA_PKCS_OAEP_PARAMS(Names.of(CKM.class, name),
@@ -83,7 +78,7 @@ final class MechanismOptions {
             return new CK_MECHANISM(type, new CK_RSA_PKCS_PSS_PARAMS(Names.of(CKM.class, name),
                     Names.of(CKG.class, "MGF1" + name), bits == 1 ? 20 : bits / 8));
         } else if (type == CKM.AES_GCM) {
-            return new CK_MECHANISM(type, new CK_GCM_PARAMS(vector, bytes(aad), 128));
+            return new CK_MECHANISM(type, new CK_GCM_PARAMS(vector, Output.unhex(aad), 128));
         }
         return new CK_MECHANISM(type, type == CKM.AES_CTR ? new CK_AES_CTR_PARAMS(128, vector) : vector);
     }

@@ -135,7 +135,11 @@ final class Output {
         return text.toString();
     }
 
+    /** Returns the bytes of hexadecimal digits; null of null. */
     static byte[] unhex(String text) {
+        if (text == null) {
+            return null;
+        }
         String digits = text.replaceAll("^0[xX]|[: ]", "");
         if (!digits.matches("([0-9A-Fa-f]{2})*")) {
             throw new IllegalArgumentException("These are not bytes in hexadecimal digits: " + text);

@@ -43,8 +43,8 @@ final class TokenCommands extends Group {
 
     @Command(name = "init", description = "Initialize a token, which deletes everything, and set the PIN of the user.",
             footer = {"", "Example: zerlin token init Payments --so-pin-file so --pin-file pin"})
-    int init(@Mixin TokenOptions options, @Mixin Erasure erasure) throws Exception {
-        return TokenOptions.withLibrary(library -> {
+    void init(@Mixin TokenOptions options, @Mixin Erasure erasure) throws Exception {
+        TokenOptions.withLibrary(library -> {
             Slot slot = options.token == null ? empty(library) : TokenOptions.slot(library, Uri.of(options.token, "token"));
             byte[][] soPins = erasure.confirm(slot.tokenInfo());
             boolean asks = options.pinFile == null && options.pinFd == null && options.pin == null;
@@ -54,17 +54,16 @@ final class TokenCommands extends Group {
                 session.login(CKU.SO, soPins[1]);
                 session.initPin(pin);
             }
-            return 0;
         });
     }
 
     @Command(name = "pin", description = "Change the PIN of the user; with --reset, the security officer does.",
             footer = {"", "Example: zerlin token pin --token Payments --new-pin-file new"})
-    int pin(@Mixin TokenOptions options, @Mixin SoPin officer,
+    void pin(@Mixin TokenOptions options, @Mixin SoPin officer,
             @Option(names = "--new-pin-file", paramLabel = "FILE", description = "The new PIN.") String newPinFile,
             @Option(names = "--reset", description = "The security officer sets the PIN.") boolean reset) throws Exception {
         Uri uri = Uri.of(options.token, "token");
-        return TokenOptions.withLibrary(library -> {
+        TokenOptions.withLibrary(library -> {
             try (Session session = TokenOptions.slot(library, uri).openWritableSession()) {
                 byte[] old = reset ? officer.pin() : options.pin(uri, "Old PIN: ");
                 byte[] pin = newPinFile != null ? Pins.read(newPinFile) : twice("New PIN");
@@ -75,21 +74,19 @@ final class TokenCommands extends Group {
                     session.setPin(old, pin);
                 }
             }
-            return 0;
         });
     }
 
     @Command(name = "reset", description = "Delete everything on a token, with the vendor's call.",
             footer = {"", "Example: zerlin token reset Payments --token Payments --so-pin-file so"})
-    int reset(@Mixin TokenOptions options, @Mixin Erasure erasure) throws Exception {
-        return TokenOptions.withLibrary(library -> {
+    void reset(@Mixin TokenOptions options, @Mixin Erasure erasure) throws Exception {
+        TokenOptions.withLibrary(library -> {
             Slot slot = TokenOptions.slot(library, Uri.of(options.token, "token"));
             byte[][] soPins = erasure.confirm(slot.tokenInfo());
             try (Session session = slot.openWritableSession()) {
                 session.login(CKU.SO, soPins[0]);
                 session.vendorResetToken(soPins[1], erasure.label);
             }
-            return 0;
         });
     }
 

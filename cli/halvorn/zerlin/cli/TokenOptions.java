@@ -13,7 +13,7 @@ import java.io.IOException;
 import java.util.List;
 import java.util.stream.Collectors;
 
-final class TokenOptions {
+class TokenOptions {
     @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.") boolean help;
 
     @Option(names = "--verbose", description = "Print the stack trace of an error.") boolean verbose;
@@ -36,30 +36,30 @@ final class TokenOptions {
 
     /** What is done with the library or an open token. */
     interface Work<T> {
-        int run(T open) throws Exception;
+        void run(T open) throws Exception;
     }
 
-    static int withLibrary(Work<Library> work) throws Exception {
+    static void withLibrary(Work<Library> work) throws Exception {
         try (Library library = Library.open()) {
-            return work.run(library);
+            work.run(library);
         } finally {
             Pins.wipe();
         }
     }
 
     /** Opens the token that the option or an object's URI names; logs in if the work needs it or a PIN is named. */
-    int withToken(Uri object, boolean writable, boolean needsLogin, Work<OpenToken> work) throws Exception {
+    void open(Uri object, boolean writable, boolean needsLogin, Work<OpenToken> work) throws Exception {
         Uri uri = object.in(Uri.of(token, "token"));
         boolean logsIn = login == null ? needsLogin || namesPin(uri) : login;
-        return withLibrary(library -> open(library, uri, writable, logsIn, work));
+        withLibrary(library -> open(library, uri, writable, logsIn, work));
     }
 
     /** Opens a second token; its PIN is that of its URI, of the options, or asked for. */
-    int withOther(OpenToken first, Uri uri, Work<OpenToken> work) throws Exception {
-        return open(first.library, uri, true, true, work);
+    void openOther(OpenToken first, Uri uri, Work<OpenToken> work) throws Exception {
+        open(first.library, uri, true, true, work);
     }
 
-    private int open(Library library, Uri uri, boolean writable, boolean logsIn, Work<OpenToken> work) throws Exception {
+    private void open(Library library, Uri uri, boolean writable, boolean logsIn, Work<OpenToken> work) throws Exception {
         try (OpenToken open = new OpenToken(library, slot(library, uri), writable)) {
             if (logsIn && !open.session.isLoggedIn() && (open.info.flags & CKF.LOGIN_REQUIRED) != 0) {
                 if ((open.info.flags & CKF.PROTECTED_AUTHENTICATION_PATH) != 0 && !namesPin(uri)) {
@@ -68,7 +68,7 @@ final class TokenOptions {
                     open.session.login(CKU.USER, pin(uri, "PIN of the token " + open.info.getLabel() + ": "));
                 }
             }
-            return work.run(open);
+            work.run(open);
         }
     }
 
