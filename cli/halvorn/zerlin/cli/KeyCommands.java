@@ -213,7 +213,7 @@ final class KeyCommands extends Group {
             footer = {"", "Example: zerlin key derive mine --peer theirs.pem --label shared --bits 256"})
     void derive(@Mixin ObjectOptions options, @Mixin NewKey key, @Option(names = "--peer", required = true,
             paramLabel = "FILE", description = "The other's public key.") String peer, @Option(names = "--bits",
-            defaultValue = "256", description = "The length of the new AES key: ${DEFAULT-VALUE}.")
+            paramLabel = "N", defaultValue = "256", description = "The length of the new AES key: ${DEFAULT-VALUE}.")
             int bits) throws Exception {
         byte[] point = point(read(Streams.read(peer), true));
         options.open(true, true, (token, base) -> {
