@@ -40,7 +40,7 @@ public class DataCommands extends Group {
         options.open(new Uri(), false, false, token -> {
             if (output == null) {
                 String bytes = Output.hex(token.session.random((int) length));
-                Output.line(options.json ? Output.json(Output.record("random", bytes)) : bytes);
+                Output.line(options.json ? Output.Json.of(Output.record("random", bytes)) : bytes);
             } else {
                 Streams.write(output, out -> {
                     for (long left = length; left > 0; left -= 4096) {
@@ -62,7 +62,7 @@ public class DataCommands extends Group {
             try (InputStream in = Streams.in(file)) {
                 String digest = Output.hex(token.session.digest(new CK_MECHANISM(type), in));
                 Output.line(!options.json ? digest + "  " + (file == null ? "-" : file)
-                    : Output.json(Output.record("mechanism", Names.mechanism(type), "file", file, "digest", digest)));
+                    : Output.Json.of(Output.record("mechanism", Names.mechanism(type), "file", file, "digest", digest)));
             }
         });
     }
@@ -93,7 +93,7 @@ public class DataCommands extends Group {
                 boolean valid = numbers != null && (isWhole(how)
                     ? token.session.verify(how, key, Streams.read(content), numbers)
                     : token.session.verify(how, key, content, numbers));
-                Output.line(data.json ? Output.json(Output.record("valid", valid)) : valid ? "valid" : "invalid");
+                Output.line(data.json ? Output.Json.of(Output.record("valid", valid)) : valid ? "valid" : "invalid");
                 if (!valid) {
                     throw new Failure(Failure.NO, "");
                 }

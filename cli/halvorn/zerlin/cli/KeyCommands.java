@@ -54,10 +54,12 @@ final class KeyCommands extends Group {
             description = "Another one, of the private or secret key.")
         private Map<String, String> attributes = new LinkedHashMap<>();
 
-        private Attributes template(OpenToken token, long objectClass, long keyType) {
+        /** Adds what was asked for to a template that has the class and the type of the key. */
+        private Attributes complete(OpenToken token, Attributes template) {
             id = id == null ? Output.hex(token.session.random(8)) : id; // one for both keys of a pair
-            Attributes template = Attributes.of(objectClass).with(CKA.KEY_TYPE, keyType).with(CKA.LABEL, label)
-                    .with(CKA.ID, Output.unhex(id)).yes(CKA.TOKEN);
+            template.with(CKA.LABEL, label).with(CKA.ID, Output.unhex(id)).yes(CKA.TOKEN);
+            long objectClass = template.number(CKA.CLASS);
+            long keyType = template.number(CKA.KEY_TYPE);
             List<String> wanted = uses != null ? uses
                 : Arrays.asList(keyType == CKK.AES || keyType == CKK.DES3 ? "encrypt" : "sign");
             if (!wanted.stream().allMatch(use -> Arrays.stream(USES).anyMatch(row -> row[0].equals(use)))) {
@@ -87,11 +89,9 @@ final class KeyCommands extends Group {
     }
 
     /** The other key of wrapping and unwrapping. */
-    static final class WrappingKey {
+    static final class WrappingKey extends MechanismOptions {
         @Option(names = "--with", required = true, paramLabel = "KEY", description = "The key that wraps or unwraps it.")
-        private String name;
-
-        @Mixin private MechanismOptions mechanism;
+        private String key;
     }
 
     @Command(name = "generate", description = "Generate a key or key pair.",
@@ -107,7 +107,7 @@ final class KeyCommands extends Group {
         CK_MECHANISM mechanism = new CK_MECHANISM((Long) row[2]);
         boolean isPair = type == CKK.RSA || row[3] != null;
         options.open(new Uri(), true, true, token -> {
-            Attributes template = key.template(token, isPair ? CKO.PUBLIC_KEY : CKO.SECRET_KEY, type);
+            Attributes template = key.complete(token, template(isPair ? CKO.PUBLIC_KEY : CKO.SECRET_KEY, type));
             if (type == CKK.RSA) {
                 template.with(CKA.MODULUS_BITS, bits).with(CKA.PUBLIC_EXPONENT, BigInteger.valueOf(65537));
             } else if (isPair) {
@@ -116,7 +116,7 @@ final class KeyCommands extends Group {
                 template.with(CKA.VALUE_LEN, bits / 8);
             }
             if (isPair) {
-                Attributes privateKey = key.template(token, CKO.PRIVATE_KEY, type);
+                Attributes privateKey = key.complete(token, template(CKO.PRIVATE_KEY, type));
                 KeyPairHandles pair = Streams.timed("Generating " + name,
                     () -> token.session.generateKeyPair(mechanism, template, privateKey));
                 made(options, token, pair.privateKey, pair.publicKey);
@@ -148,45 +148,41 @@ final class KeyCommands extends Group {
     void importKey(@Mixin TokenOptions options, @Mixin NewKey key,
             @Parameters(paramLabel = "TYPE", description = "public, private, aes, des3 or generic.") String type,
             @Parameters(paramLabel = "FILE", description = "The file; - is standard input.") String file) throws Exception {
-        boolean isSecret = !type.matches("public|private");
-        long secretType = isSecret ? type(type, "aes|des3|generic") : 0;
-        byte[] bytes = Pins.secret(Streams.read(file));
-        Key read = isSecret ? null : read(bytes, type.equals("public"));
-        options.open(new Uri(), true, true, token -> {
-            Attributes template = key.template(token, isSecret ? CKO.SECRET_KEY : read instanceof PublicKey ? CKO.PUBLIC_KEY
-                : CKO.PRIVATE_KEY, isSecret ? secretType : read instanceof RSAKey ? CKK.RSA : CKK.EC);
-            addValues(template, read, bytes);
-            made(options, token, token.session.create(template));
-        });
+        Attributes template = type.matches("public|private") ? template(read(file, type.equals("public")))
+            : template(CKO.SECRET_KEY, type(type, "aes|des3|generic")).with(CKA.VALUE, Pins.secret(Streams.read(file)));
+        options.open(new Uri(), true, true,
+            token -> made(options, token, token.session.create(key.complete(token, template))));
     }
 
-    private static void addValues(Attributes template, Key key, byte[] secret) throws GeneralSecurityException, IOException {
-        if (key == null) {
-            template.with(CKA.VALUE, secret);
-        } else if (key instanceof RSAPublicKey) {
-            template.with(CKA.MODULUS, ((RSAPublicKey) key).getModulus())
+    private static Attributes template(long objectClass, long keyType) {
+        return Attributes.of(objectClass).with(CKA.KEY_TYPE, keyType);
+    }
+
+    private static Attributes template(Key key) throws GeneralSecurityException, IOException {
+        boolean isPrivate = key instanceof PrivateKey;
+        Attributes template = template(isPrivate ? CKO.PRIVATE_KEY : CKO.PUBLIC_KEY, key instanceof RSAKey ? CKK.RSA : CKK.EC);
+        if (key instanceof RSAPublicKey) {
+            return template.with(CKA.MODULUS, ((RSAPublicKey) key).getModulus())
                     .with(CKA.PUBLIC_EXPONENT, ((RSAPublicKey) key).getPublicExponent());
         } else if (key instanceof RSAPrivateCrtKey) {
             RSAPrivateCrtKey rsa = (RSAPrivateCrtKey) key;
-            template.with(CKA.MODULUS, rsa.getModulus()).with(CKA.PUBLIC_EXPONENT, rsa.getPublicExponent())
+            return template.with(CKA.MODULUS, rsa.getModulus()).with(CKA.PUBLIC_EXPONENT, rsa.getPublicExponent())
                     .with(CKA.PRIVATE_EXPONENT, rsa.getPrivateExponent()).with(CKA.PRIME_1, rsa.getPrimeP())
                     .with(CKA.PRIME_2, rsa.getPrimeQ()).with(CKA.EXPONENT_1, rsa.getPrimeExponentP())
                     .with(CKA.EXPONENT_2, rsa.getPrimeExponentQ()).with(CKA.COEFFICIENT, rsa.getCrtCoefficient());
-        } else {
-            AlgorithmParameters curve = AlgorithmParameters.getInstance("EC");
-            curve.init(((ECKey) key).getParams());
-            boolean isPrivate = key instanceof ECPrivateKey;
-            template.with(CKA.EC_PARAMS, curve.getEncoded()).with(isPrivate ? CKA.VALUE : CKA.EC_POINT,
-                    isPrivate ? ((ECPrivateKey) key).getS() : Der.of(4, point(key)));
         }
+        AlgorithmParameters curve = AlgorithmParameters.getInstance("EC");
+        curve.init(((ECKey) key).getParams());
+        return template.with(CKA.EC_PARAMS, curve.getEncoded()).with(isPrivate ? CKA.VALUE : CKA.EC_POINT,
+                isPrivate ? ((ECPrivateKey) key).getS() : Der.of(4, point(key)));
     }
 
     @Command(name = "wrap", description = "Write a key, encrypted with another one.",
             footer = {"", "Example: zerlin key wrap files --with partner --pin-file pin -o files.wrapped"})
     void wrap(@Mixin ObjectOptions options, @Mixin WrappingKey with, @Mixin OutputFile output) throws Exception {
         options.open(false, true, (token, key) -> {
-            CK_OBJECT_HANDLE wrapping = token.find(Uri.of(with.name, "object"), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
-            CK_MECHANISM how = with.mechanism.mechanism(token, wrapping, MechanismOptions.WRAP);
+            CK_OBJECT_HANDLE wrapping = token.find(Uri.of(with.key, "object"), CKO.PUBLIC_KEY, CKO.SECRET_KEY);
+            CK_MECHANISM how = with.mechanism(token, wrapping, MechanismOptions.WRAP);
             output.write(token.session.wrap(how, wrapping, key));
         }, CKO.SECRET_KEY, CKO.PRIVATE_KEY);
     }
@@ -200,11 +196,11 @@ final class KeyCommands extends Group {
         long keyType = type(type, "aes|des3|generic|rsa|ec");
         long objectClass = type.matches("rsa|ec") ? CKO.PRIVATE_KEY : CKO.SECRET_KEY;
         byte[] wrapped = Streams.read(file);
-        Uri uri = Uri.of(with.name, "object");
+        Uri uri = Uri.of(with.key, "object");
         options.open(uri, true, true, token -> {
             CK_OBJECT_HANDLE unwrapping = token.find(uri, CKO.PRIVATE_KEY, CKO.SECRET_KEY);
-            CK_MECHANISM how = with.mechanism.mechanism(token, unwrapping, MechanismOptions.WRAP);
-            Attributes template = key.template(token, objectClass, keyType);
+            CK_MECHANISM how = with.mechanism(token, unwrapping, MechanismOptions.WRAP);
+            Attributes template = key.complete(token, template(objectClass, keyType));
             made(options, token, token.session.unwrap(how, unwrapping, wrapped, template));
         });
     }
@@ -215,11 +211,11 @@ final class KeyCommands extends Group {
             paramLabel = "FILE", description = "The other's public key.") String peer, @Option(names = "--bits",
             paramLabel = "N", defaultValue = "256", description = "The length of the new AES key: ${DEFAULT-VALUE}.")
             int bits) throws Exception {
-        byte[] point = point(read(Streams.read(peer), true));
+        byte[] point = point(read(peer, true));
         options.open(true, true, (token, base) -> {
             CK_MECHANISM mechanism = new CK_MECHANISM(Names.mechanism(token.slot, "ECDH1_DERIVE"),
                     new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null, point));
-            Attributes template = key.template(token, CKO.SECRET_KEY, CKK.AES).with(CKA.VALUE_LEN, bits / 8);
+            Attributes template = key.complete(token, template(CKO.SECRET_KEY, CKK.AES)).with(CKA.VALUE_LEN, bits / 8);
             made(options, token, token.session.derive(mechanism, base, template));
         }, CKO.PRIVATE_KEY);
     }
@@ -244,7 +240,7 @@ final class KeyCommands extends Group {
     static void made(TokenOptions options, OpenToken token, CK_OBJECT_HANDLE... objects) throws IOException {
         String[] uris = Arrays.stream(objects).map(token::uri).toArray(String[]::new);
         Output.line(!options.json ? String.join("\n", uris)
-            : Output.json(Arrays.stream(uris).map(uri -> Output.record("uri", uri)).collect(Collectors.toList())));
+            : Output.Json.of(Arrays.stream(uris).map(uri -> Output.record("uri", uri)).collect(Collectors.toList())));
     }
 
     private static Failure noType(String name) {
@@ -277,7 +273,8 @@ final class KeyCommands extends Group {
     }
 
     // Reads PEM or DER.
-    private static Key read(byte[] bytes, boolean isPublic) throws IOException {
+    private static Key read(String file, boolean isPublic) throws IOException {
+        byte[] bytes = Pins.secret(Streams.read(file));
         String text = new String(bytes, UTF_8);
         byte[] der = Pins.secret(!text.contains("-----BEGIN ") ? bytes
             : Base64.getMimeDecoder().decode(text.replaceAll("(?s).*?-----BEGIN [^\n]*\n([^-]*)-----.*", "$1")));

@@ -9,7 +9,7 @@ import picocli.CommandLine.Option;
 
 import java.util.*;
 
-final class MechanismOptions {
+class MechanismOptions {
     static final int SIGN = 1;
     static final int ENCRYPT = 2;
     static final int WRAP = 3;

@@ -10,7 +10,7 @@ import java.io.*;
 import java.math.BigInteger;
 import java.nio.file.*;
 import java.util.*;
-import java.util.stream.Collectors;
+import java.util.stream.*;
 
 final class Output {
     private static final OutputStream OUT = new FileOutputStream(FileDescriptor.out);
@@ -45,7 +45,7 @@ final class Output {
 
     static void print(boolean json, Map<String, Object> record) throws IOException {
         if (json) {
-            line(json(record));
+            line(Json.of(record));
             return;
         }
         int width = record.keySet().stream().mapToInt(String::length).max().orElse(0);
@@ -56,7 +56,7 @@ final class Output {
 
     static void print(boolean json, List<Map<String, Object>> rows) throws IOException {
         if (json) {
-            line(json(rows));
+            line(Json.of(rows));
             return;
         }
         if (rows.isEmpty()) {
@@ -91,14 +91,9 @@ final class Output {
         return text.isEmpty() ? "-" : text.replaceAll("\\p{Cntrl}", "?");
     }
 
-    /** Returns JSON in one line. */
-    static String json(Object value) throws IOException {
-        return Json.of(value);
-    }
-
-    /** The library is loaded with this class, that is, only if JSON is printed. */
-    private static final class Json {
-        private static String of(Object value) throws IOException {
+    /** JSON in one line. The library is loaded with this class, that is, only if JSON is printed. */
+    static final class Json {
+        static String of(Object value) throws IOException {
             StringWriter text = new StringWriter();
             try (JsonGenerator out = JsonFactory.builder().enable(JsonWriteFeature.ESCAPE_NON_ASCII).build()
                     .createGenerator(text)) {
@@ -128,11 +123,7 @@ final class Output {
     }
 
     static String hex(byte[] bytes) {
-        StringBuilder text = new StringBuilder();
-        for (byte b : bytes) {
-            text.append(String.format("%02x", b));
-        }
-        return text.toString();
+        return IntStream.range(0, bytes.length).mapToObj(i -> String.format("%02x", bytes[i])).collect(Collectors.joining());
     }
 
     /** Returns the bytes of hexadecimal digits; null of null. */
