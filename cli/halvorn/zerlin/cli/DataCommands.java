@@ -34,9 +34,8 @@ public class DataCommands extends Group {
     public void random(@Mixin TokenOptions options, @Parameters(paramLabel = "LENGTH", description = "The number of bytes.")
             long length, @Option(names = {"-o", "--output"}, paramLabel = "FILE",
             description = "Write bytes; - is standard output.") String output) throws Exception {
-        if (length < 1 || output == null && length > 1 << 20) {
-            throw new Failure(Failure.USAGE, "The length is at least 1, and at most 1048576 without --output");
-        }
+        Failure.when(length < 1 || output == null && length > 1 << 20, Failure.USAGE,
+                "The length is at least 1, and at most 1048576 without --output");
         options.open(new Uri(), false, false, token -> {
             if (output == null) {
                 String bytes = Output.hex(token.session.random((int) length));
@@ -94,9 +93,7 @@ public class DataCommands extends Group {
                     ? token.session.verify(how, key, Streams.read(content), numbers)
                     : token.session.verify(how, key, content, numbers));
                 Output.line(data.json ? Output.Json.of(Output.record("valid", valid)) : valid ? "valid" : "invalid");
-                if (!valid) {
-                    throw new Failure(Failure.NO, "");
-                }
+                Failure.when(!valid, Failure.NO, "");
             }
         }, CKO.PUBLIC_KEY, CKO.SECRET_KEY);
     }
@@ -210,9 +207,8 @@ public class DataCommands extends Group {
             defaultValue = "4", paramLabel = "N", description = "The most threads: ${DEFAULT-VALUE}.") int threads,
             @Option(names = "--seconds", defaultValue = "3", paramLabel = "N",
                 description = "The time of each row: ${DEFAULT-VALUE}.") int seconds) throws Exception {
-        if (threads < 1 || threads > 1000 || seconds < 1) {
-            throw new Failure(Failure.USAGE, "--threads is from 1 to 1000, --seconds at least 1");
-        }
+        Failure.when(threads < 1 || threads > 1000 || seconds < 1, Failure.USAGE,
+                "--threads is from 1 to 1000, --seconds at least 1");
         options.open(false, true, (token, key) -> {
             long type = mechanism.type(token, key, SIGN);
             List<Map<String, Object>> rows = new ArrayList<>();

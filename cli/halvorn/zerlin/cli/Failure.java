@@ -27,6 +27,13 @@ final class Failure extends RuntimeException {
         this.code = code;
     }
 
+    /** Ends the command if something is wrong. */
+    static void when(boolean isWrong, int code, String text) {
+        if (isWrong) {
+            throw new Failure(code, text);
+        }
+    }
+
     static int codeOf(Throwable e) {
         return e instanceof Failure ? ((Failure) e).code
             : e instanceof CryptokiException && Arrays.stream(PIN_VALUES).anyMatch(((CryptokiException) e)::is) ? PIN

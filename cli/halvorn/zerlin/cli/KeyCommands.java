@@ -62,9 +62,8 @@ final class KeyCommands extends Group {
             long keyType = template.number(CKA.KEY_TYPE);
             List<String> wanted = uses != null ? uses
                 : Arrays.asList(keyType == CKK.AES || keyType == CKK.DES3 ? "encrypt" : "sign");
-            if (!wanted.stream().allMatch(use -> Arrays.stream(USES).anyMatch(row -> row[0].equals(use)))) {
-                throw new Failure(Failure.USAGE, "A use is sign, encrypt, wrap or derive, not " + wanted);
-            }
+            boolean areKnown = Arrays.stream(USES).map(use -> use[0]).collect(Collectors.toList()).containsAll(wanted);
+            Failure.when(!areKnown, Failure.USAGE, "A use is sign, encrypt, wrap or derive, not " + wanted);
             for (Object[] use : USES) {
                 if (use[1] != null && objectClass != CKO.PRIVATE_KEY) {
                     template.with((Long) use[1], wanted.contains(use[0]));
@@ -230,7 +229,7 @@ final class KeyCommands extends Group {
             if (to == null) {
                 made(options, token, token.session.copy(object, template));
             } else {
-                options.openOther(token, Uri.of(to, "token"),
+                options.open(token.library, Uri.of(to, "token"), true, true,
                     other -> made(options, other, other.session.vendorCopy(token.session, object, template)));
             }
         });
@@ -265,9 +264,7 @@ final class KeyCommands extends Group {
             return Keys.subjectPublicKeyInfo(session, key);
         }
         byte[] point = session.read(key, CKA.EC_POINT).bytes(CKA.EC_POINT);
-        if (point.length != 32 && point.length != 34) {
-            throw new IllegalArgumentException("Of the Edwards curves, only Ed25519");
-        }
+        Failure.when(point.length != 32 && point.length != 34, Failure.USAGE, "Of the Edwards curves, only Ed25519");
         return Der.sequence(Der.sequence(Der.oid(ED25519)),
                 Der.bitString(Arrays.copyOfRange(point, point.length - 32, point.length)));
     }
@@ -291,9 +288,7 @@ final class KeyCommands extends Group {
     }
 
     private static byte[] point(Key key) {
-        if (!(key instanceof ECPublicKey)) {
-            throw new Failure(Failure.INPUT, "The other key is of no elliptic curve");
-        }
+        Failure.when(!(key instanceof ECPublicKey), Failure.INPUT, "The other key is of no elliptic curve");
         byte[] info = key.getEncoded();
         int bits = ((ECPublicKey) key).getParams().getCurve().getField().getFieldSize();
         return Arrays.copyOfRange(info, info.length - 1 - 2 * ((bits + 7) / 8), info.length);

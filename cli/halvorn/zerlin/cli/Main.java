@@ -5,8 +5,7 @@ import static halvorn.zerlin.cli.Output.record;
 
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
-import halvorn.zerlin.token.Attributes;
-import halvorn.zerlin.token.Slot;
+import halvorn.zerlin.token.*;
 
 import picocli.CommandLine;
 import picocli.CommandLine.*;
@@ -118,7 +117,7 @@ public final class Main extends DataCommands {
                 rows.add(record("slot", slot.id(), "token", hasToken ? token.getLabel() : null,
                         "model", hasToken ? token.getModel() : null, "serial", hasToken ? token.getSerialNumber() : null,
                         "state", !hasToken ? "empty" : isReady ? "initialized" : "uninitialized",
-                        "uri", isReady ? Uri.write(token, null) : "pkcs11:slot-id=" + slot.id()));
+                        "uri", isReady ? Uri.write(token, new Attributes()) : "pkcs11:slot-id=" + slot.id()));
                 if (options.json) {
                     rows.get(rows.size() - 1).put("flags", hasToken ? Output.flags(token.toString()) : new ArrayList<>());
                 }
@@ -144,9 +143,7 @@ public final class Main extends DataCommands {
                 }
             }
             Output.print(options.json, rows);
-            if (rows.isEmpty()) {
-                throw new Failure(Failure.NOT_FOUND, "The token does not have " + Names.mechanism(only));
-            }
+            Failure.when(rows.isEmpty(), Failure.NOT_FOUND, "The token does not have " + Names.mechanism(only));
         });
     }
 

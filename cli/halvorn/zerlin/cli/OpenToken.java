@@ -1,8 +1,7 @@
 // A token with an open session: finds objects, and writes their URIs.
 package halvorn.zerlin.cli;
 
-import halvorn.zerlin.CK_OBJECT_HANDLE;
-import halvorn.zerlin.CK_TOKEN_INFO;
+import halvorn.zerlin.*;
 import halvorn.zerlin.constants.CKA;
 import halvorn.zerlin.token.*;
 
@@ -34,9 +33,7 @@ final class OpenToken implements AutoCloseable {
     /** Finds the one object of the URI that has one of these classes; all classes if none is given. */
     CK_OBJECT_HANDLE find(Uri uri, Long... classes) {
         Attributes wanted = uri.template();
-        if (wanted.types().length == 0) {
-            throw new Failure(Failure.USAGE, "The URI names no object: add object=, id= or type=");
-        }
+        Failure.when(wanted.types().length == 0, Failure.USAGE, "The URI names no object: add object=, id= or type=");
         List<CK_OBJECT_HANDLE> found = session.find(wanted).stream().filter(object -> classes.length == 0
                 || Arrays.asList(classes).contains(session.read(object, CKA.CLASS).number(CKA.CLASS)))
                 .collect(Collectors.toList());

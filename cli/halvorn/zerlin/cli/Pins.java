@@ -33,9 +33,7 @@ final class Pins {
         byte[] buffer = secret(new byte[1024]);
         int length = 0;
         for (int b = in.read(); b >= 0 && b != '\n'; b = in.read()) {
-            if (length == buffer.length) {
-                throw new Failure(Failure.PIN, "The PIN is too long");
-            }
+            Failure.when(length == buffer.length, Failure.PIN, "The PIN is too long");
             buffer[length++] = (byte) b;
         }
         return secret(Arrays.copyOf(buffer, length > 0 && buffer[length - 1] == '\r' ? length - 1 : length));
@@ -44,10 +42,8 @@ final class Pins {
     /** Asks for a PIN at the terminal, which standard input need not be. */
     static byte[] ask(String question) throws IOException {
         String before = stty("-g");
-        if (before == null) {
-            throw new Failure(Failure.PIN, "A PIN is needed, and there is no terminal to ask for it: use --pin-file or"
-                    + " --pin-fd");
-        }
+        Failure.when(before == null, Failure.PIN,
+                "A PIN is needed, and there is no terminal to ask for it: use --pin-file or --pin-fd");
         Thread restore = new Thread(() -> stty(before));
         Runtime.getRuntime().addShutdownHook(restore);
         try {
@@ -65,13 +61,9 @@ final class Pins {
         if (yes) {
             return;
         }
-        if (stty("-g") == null) {
-            throw new Failure(Failure.USAGE, "There is no terminal to ask \"" + question + "\": use --yes");
-        }
+        Failure.when(stty("-g") == null, Failure.USAGE, "There is no terminal to ask \"" + question + "\": use --yes");
         String answer = new String(answer(question + " [y/N] "), UTF_8).trim();
-        if (!answer.matches("(?i)y|yes")) {
-            throw new Failure(Failure.NO, "Nothing was done");
-        }
+        Failure.when(!answer.matches("(?i)y|yes"), Failure.NO, "Nothing was done");
     }
 
     // What a token has put into its label must not move the cursor.

@@ -35,9 +35,7 @@ final class Streams {
         for (int n = in.read(all); n > 0; n = in.read(all, length, all.length - length)) {
             length += n;
         }
-        if (length > SHORT) {
-            throw new IOException("The input has more than " + SHORT + " bytes");
-        }
+        Failure.when(length > SHORT, Failure.INPUT, "The input has more than " + SHORT + " bytes");
         byte[] input = Arrays.copyOf(all, length);
         Arrays.fill(all, (byte) 0);
         return input;

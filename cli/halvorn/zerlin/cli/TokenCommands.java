@@ -47,8 +47,7 @@ final class TokenCommands extends Group {
         TokenOptions.withLibrary(library -> {
             Slot slot = options.token == null ? empty(library) : TokenOptions.slot(library, Uri.of(options.token, "token"));
             byte[][] soPins = erasure.confirm(slot.tokenInfo());
-            boolean asks = options.pinFile == null && options.pinFd == null && options.pin == null;
-            byte[] pin = asks ? twice("New PIN of the user") : options.pin(new Uri(), "");
+            byte[] pin = options.namesPin(new Uri()) ? options.pin(new Uri(), "") : twice("New PIN of the user");
             slot.initToken(soPins[0], erasure.label);
             try (Session session = slot.openWritableSession()) {
                 session.login(CKU.SO, soPins[1]);
@@ -97,9 +96,7 @@ final class TokenCommands extends Group {
 
     private static byte[] twice(String question) throws IOException {
         byte[] pin = Pins.ask(question + ": ");
-        if (!Arrays.equals(pin, Pins.ask(question + ", again: "))) {
-            throw new Failure(Failure.PIN, "The two PINs differ");
-        }
+        Failure.when(!Arrays.equals(pin, Pins.ask(question + ", again: ")), Failure.PIN, "The two PINs differ");
         return pin;
     }
 }

@@ -54,12 +54,8 @@ class TokenOptions {
         withLibrary(library -> open(library, uri, writable, logsIn, work));
     }
 
-    /** Opens a second token; its PIN is that of its URI, of the options, or asked for. */
-    void openOther(OpenToken first, Uri uri, Work<OpenToken> work) throws Exception {
-        open(first.library, uri, true, true, work);
-    }
-
-    private void open(Library library, Uri uri, boolean writable, boolean logsIn, Work<OpenToken> work) throws Exception {
+    /** Opens the token of a URI; the PIN is that of the URI, of the options, or asked for. */
+    void open(Library library, Uri uri, boolean writable, boolean logsIn, Work<OpenToken> work) throws Exception {
         try (OpenToken open = new OpenToken(library, slot(library, uri), writable)) {
             if (logsIn && !open.session.isLoggedIn() && (open.info.flags & CKF.LOGIN_REQUIRED) != 0) {
                 if ((open.info.flags & CKF.PROTECTED_AUTHENTICATION_PATH) != 0 && !namesPin(uri)) {
@@ -72,29 +68,26 @@ class TokenOptions {
         }
     }
 
-    private boolean namesPin(Uri uri) {
+    boolean namesPin(Uri uri) {
         return pinFile != null || pinFd != null || pin != null || uri.get("pin-source") != null || uri.get("pin-value") != null;
     }
 
     static Slot slot(Library library, Uri uri) {
         CK_INFO info = library.info();
         List<Slot> found = library.slots(true).stream().filter(slot -> uri.matches(info, slot)).collect(Collectors.toList());
-        if (found.size() != 1) {
-            throw new Failure(Failure.NOT_FOUND, (found.isEmpty() ? "No token fits" : found.size() + " tokens fit")
-                    + "; \"zerlin slots\" lists the tokens, --token chooses one");
-        }
+        Failure.when(found.size() != 1, Failure.NOT_FOUND, (found.isEmpty() ? "No token fits" : found.size() + " tokens fit")
+                + "; \"zerlin slots\" lists the tokens, --token chooses one");
         return found.get(0);
     }
 
     /** Returns the PIN that the options or the URI name, or asks for it. */
     byte[] pin(Uri uri, String question) throws IOException {
         String source = uri.get("pin-source");
-        if (!pinInsecure && (pin != null || uri.get("pin-value") != null)) {
-            throw new Failure(Failure.USAGE, "Other users can see a PIN in an argument or a URI: use --pin-file or --pin-fd,"
-                    + " or allow it with --pin-insecure");
-        } else if (source != null && source.startsWith("|")) {
-            throw new Failure(Failure.USAGE, "A pin-source that runs a program is not supported, only file:");
-        }
+        Failure.when(!pinInsecure && (pin != null || uri.get("pin-value") != null), Failure.USAGE,
+                "Other users can see a PIN in an argument or a URI: use --pin-file or --pin-fd, or allow it with"
+                + " --pin-insecure");
+        Failure.when(source != null && source.startsWith("|"), Failure.USAGE,
+                "A pin-source that runs a program is not supported, only file:");
         return pinFile != null ? Pins.read(pinFile) : pinFd != null ? Pins.read("/proc/self/fd/" + pinFd)
             : pin != null ? pin.getBytes(UTF_8)
             : source != null ? Pins.read(source.replaceFirst("^file:(//(localhost)?(?=/))?", ""))
