@@ -62,22 +62,17 @@ final class Output {
         if (rows.isEmpty()) {
             return;
         }
-        List<String> names = new ArrayList<>(rows.get(0).keySet());
-        int[] widths = names.stream().mapToInt(name -> Math.max(name.length(),
-                rows.stream().mapToInt(row -> text(row.get(name)).length()).max().orElse(0))).toArray();
-        line(bold(row(names.stream().map(name -> name.toUpperCase(Locale.ROOT)).collect(Collectors.toList()), widths)));
+        Set<String> names = rows.get(0).keySet();
+        String format = names.stream().map(name -> "%-" + rows.stream().mapToInt(row -> text(row.get(name)).length())
+                .reduce(name.length(), Math::max) + "s  ").collect(Collectors.joining());
+        line(bold(row(format, names.stream().map(name -> name.toUpperCase(Locale.ROOT)))));
         for (Map<String, Object> row : rows) {
-            line(row(row.values(), widths));
+            line(row(format, row.values().stream()));
         }
     }
 
-    private static String row(Collection<?> cells, int[] widths) {
-        StringBuilder text = new StringBuilder();
-        int i = 0;
-        for (Object cell : cells) {
-            text.append(String.format("%-" + widths[i++] + "s  ", text(cell)));
-        }
-        return text.toString().replaceAll(" +$", "");
+    private static String row(String format, Stream<?> cells) {
+        return String.format(format, cells.map(Output::text).toArray()).replaceAll(" +$", "");
     }
 
     private static String bold(String text) {
@@ -132,9 +127,7 @@ final class Output {
             return null;
         }
         String digits = text.replaceAll("^0[xX]|[: ]", "");
-        if (!digits.matches("([0-9A-Fa-f]{2})*")) {
-            throw new IllegalArgumentException("These are not bytes in hexadecimal digits: " + text);
-        }
+        Failure.when(!digits.matches("([0-9A-Fa-f]{2})*"), Failure.USAGE, "These are not bytes in hexadecimal digits: " + text);
         byte[] bytes = new BigInteger("1" + digits, 16).toByteArray();
         return Arrays.copyOfRange(bytes, 1, bytes.length);
     }

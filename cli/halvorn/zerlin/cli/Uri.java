@@ -6,8 +6,7 @@ import static java.nio.charset.StandardCharsets.UTF_8;
 
 import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
-import halvorn.zerlin.token.Attributes;
-import halvorn.zerlin.token.Slot;
+import halvorn.zerlin.token.*;
 
 import java.io.UnsupportedEncodingException;
 import java.net.URLDecoder;
@@ -31,20 +30,16 @@ final class Uri {
     /** Reads a URI; any other text is the value of one attribute, such as the label of a token. */
     static Uri of(String text, String attribute) {
         Uri uri = new Uri();
-        if (text == null) {
-            return uri;
-        }
-        if (!text.regionMatches(true, 0, "pkcs11:", 0, 7)) {
+        if (text != null && text.regionMatches(true, 0, "pkcs11:", 0, 7)) {
+            int mark = (text + "?").indexOf('?');
+            uri.read(text.substring(7, mark), ";", PATH);
+            uri.read(text.substring(Math.min(text.length(), mark + 1)), "&", QUERY);
+        } else if (text != null) {
             uri.values.put(attribute, latin1(text));
-            return uri;
         }
-        int mark = (text + "?").indexOf('?');
-        uri.read(text.substring(7, mark), ";", PATH);
-        uri.read(text.substring(Math.min(text.length(), mark + 1)), "&", QUERY);
         String type = uri.values.get("type");
-        if (type != null && !TYPES.contains(type)) {
-            throw new IllegalArgumentException("The type of a PKCS#11 URI is one of " + TYPES + ", not " + type);
-        }
+        Failure.when(type != null && !TYPES.contains(type), Failure.USAGE,
+                "The type of a PKCS#11 URI is one of " + TYPES + ", not " + type);
         return uri;
     }
 
@@ -52,12 +47,10 @@ final class Uri {
         for (String pair : part.split(separator)) {
             int equals = pair.indexOf('=');
             String name = pair.substring(0, Math.max(0, equals));
-            if (!pair.isEmpty() && (equals < 0 || !known.contains(name))) {
-                throw new IllegalArgumentException("A PKCS#11 URI has no attribute \"" + pair.split("=")[0] + "\" there");
-            }
-            if (!pair.isEmpty() && values.put(name, decode(pair.substring(equals + 1))) != null) {
-                throw new IllegalArgumentException("A PKCS#11 URI has an attribute once, not twice: " + name);
-            }
+            Failure.when(!pair.isEmpty() && (equals < 0 || !known.contains(name)), Failure.USAGE,
+                    "A PKCS#11 URI has no attribute \"" + pair.split("=", 2)[0] + "\" there");
+            Failure.when(!pair.isEmpty() && values.put(name, decode(pair.substring(equals + 1))) != null, Failure.USAGE,
+                    "A PKCS#11 URI has an attribute once, not twice: " + name);
         }
     }
 
@@ -99,9 +92,8 @@ final class Uri {
         both.values.putAll(values);
         token.values.forEach((name, value) -> {
             String before = both.values.putIfAbsent(name, value);
-            if (before != null && !before.equals(value)) {
-                throw new IllegalArgumentException("The URIs name two different tokens (" + name + ")");
-            }
+            Failure.when(before != null && !before.equals(value), Failure.USAGE,
+                    "The URIs name two different tokens (" + name + ")");
         });
         return both;
     }
@@ -121,16 +113,15 @@ final class Uri {
         return wanted;
     }
 
+    /** Writes the URI of an object, or of the token itself if there are no attributes. */
     static String write(CK_TOKEN_INFO token, Attributes object) {
         StringJoiner uri = new StringJoiner(";", "pkcs11:", "");
         add(uri, "token", token.getLabel().getBytes(UTF_8), PLAIN);
         add(uri, "serial", token.getSerialNumber().getBytes(UTF_8), PLAIN);
-        if (object != null) {
-            add(uri, "object", object.has(CKA.LABEL) ? object.bytes(CKA.LABEL) : NOTHING, PLAIN);
-            add(uri, "id", object.has(CKA.ID) ? object.bytes(CKA.ID) : NOTHING, "");
-            int type = object.has(CKA.CLASS) ? CLASSES.indexOf(object.number(CKA.CLASS)) : -1;
-            add(uri, "type", type < 0 ? NOTHING : TYPES.get(type).getBytes(UTF_8), PLAIN);
-        }
+        add(uri, "object", object.has(CKA.LABEL) ? object.bytes(CKA.LABEL) : NOTHING, PLAIN);
+        add(uri, "id", object.has(CKA.ID) ? object.bytes(CKA.ID) : NOTHING, "");
+        int type = object.has(CKA.CLASS) ? CLASSES.indexOf(object.number(CKA.CLASS)) : -1;
+        add(uri, "type", type < 0 ? NOTHING : TYPES.get(type).getBytes(UTF_8), PLAIN);
         return uri.toString();
     }
 
