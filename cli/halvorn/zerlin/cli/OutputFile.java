@@ -3,18 +3,18 @@ package halvorn.zerlin.cli;
 
 import picocli.CommandLine.Option;
 
-import java.io.IOException;
+import java.io.OutputStream;
 
 final class OutputFile {
     @Option(names = {"-o", "--output"}, paramLabel = "FILE", description = "The output file; without it, standard output.")
     private String file;
 
     /** Writes all of the output. */
-    void write(byte[] bytes) throws IOException {
+    void write(byte[] bytes) throws Exception {
         write(out -> out.write(bytes));
     }
 
-    void write(Streams.Writer writer) throws IOException {
-        Streams.write(file, writer);
+    void write(TokenOptions.Work<OutputStream> work) throws Exception {
+        Streams.write(file, work);
     }
 }

@@ -10,11 +10,6 @@ final class Streams {
     /** The most that is read in one piece. */
     static final int SHORT = 1 << 16;
 
-    /** Writes to a stream. */
-    interface Writer {
-        void write(OutputStream out) throws IOException;
-    }
-
     static InputStream in(String file) throws IOException {
         boolean isFile = file != null && !file.equals("-");
         InputStream in = isFile ? Files.newInputStream(Paths.get(file)) : new FileInputStream(FileDescriptor.in);
@@ -42,19 +37,19 @@ final class Streams {
     }
 
     /** Writes a file, which gets its name when all is written, or standard output. */
-    static void write(String file, Writer writer) throws IOException {
+    static void write(String file, TokenOptions.Work<OutputStream> work) throws Exception {
         Path target = file == null || file.equals("-") ? null : Paths.get(file).toAbsolutePath();
         if (target == null || Files.exists(target) && !Files.isRegularFile(target)) { // a pipe, or such as /dev/null
             try (OutputStream out = target != null ? Files.newOutputStream(target)
                     : new BufferedOutputStream(new FileOutputStream(FileDescriptor.out), SHORT)) {
-                writer.write(out);
+                work.run(out);
             }
             return;
         }
         Path part = Files.createTempFile(target.getParent(), target.getFileName().toString(), ".part");
         try {
             try (OutputStream out = Files.newOutputStream(part)) {
-                writer.write(out);
+                work.run(out);
             }
             Files.move(part, target, StandardCopyOption.REPLACE_EXISTING);
         } finally {

@@ -34,7 +34,7 @@ class TokenOptions {
 
     @Option(names = "--pin-insecure", description = "Allow --pin, and pin-value in a URI.") boolean pinInsecure;
 
-    /** What is done with the library or an open token. */
+    /** What is done with something open: the library, a token, a stream. */
     interface Work<T> {
         void run(T open) throws Exception;
     }
