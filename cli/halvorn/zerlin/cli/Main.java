@@ -63,10 +63,11 @@ public final class Main extends DataCommands {
 
     private static int report(Throwable e, int code, boolean verbose) {
         String text = Failure.textOf(e);
-        if (!text.isEmpty()) { // else the output says it
+        boolean isSaid = e instanceof Failure && text.isEmpty(); // by the output
+        if (!isSaid) {
             System.err.println("zerlin: " + text);
         }
-        if (!text.isEmpty() && verbose) {
+        if (!isSaid && verbose) {
             e.printStackTrace();
         }
         return code;
