@@ -137,7 +137,7 @@ public class DataCommands extends Group {
     @Command(name = "csr", description = "Write a certificate signing request for a key, as PEM.",
             footer = {"", "Example: zerlin csr invoices \"CN=Invoices,O=Example\" --pin-file pin -o invoices.csr"})
     public void csr(@Mixin TokenOptions options, @Mixin OutputFile output, @Parameters(index = "0", paramLabel = "KEY",
-            description = "The URI or the label of the private key, RSA or EC.") String key, @Parameters(index = "1",
+            description = "The URI or the label of the private key: RSA, EC, Ed25519.") String key, @Parameters(index = "1",
             paramLabel = "SUBJECT", description = "The name of the owner.") String subject) throws Exception {
         byte[] name = new X500Principal(subject).getEncoded();
         Uri uri = Uri.of(key, "object");

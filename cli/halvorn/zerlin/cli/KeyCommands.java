@@ -81,6 +81,8 @@ final class KeyCommands extends Group {
 
         private static Object value(String name, String value) {
             Encoding encoding = Encoding.of(Names.of(CKA.class, name));
+            Failure.when(encoding == Encoding.BOOLEAN && !value.matches("true|false"), Failure.USAGE,
+                    name + " must be true or false, not " + value);
             return encoding == Encoding.BOOLEAN ? (Object) Boolean.valueOf(value)
                 : encoding == Encoding.NUMBER ? (Object) Long.decode(value)
                 : encoding == Encoding.TEXT || encoding == Encoding.DATE ? value.getBytes(UTF_8) : Output.unhex(value);
