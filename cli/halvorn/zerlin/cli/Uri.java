@@ -49,17 +49,17 @@ final class Uri {
             String name = pair.substring(0, Math.max(0, equals));
             Failure.when(!pair.isEmpty() && (equals < 0 || !known.contains(name)), Failure.USAGE,
                     "A PKCS#11 URI has no attribute \"" + pair.split("=", 2)[0] + "\" there");
-            Failure.when(!pair.isEmpty() && values.put(name, decode(pair.substring(equals + 1))) != null, Failure.USAGE,
+            Failure.when(!pair.isEmpty() && values.put(name, decode(name, pair.substring(equals + 1))) != null, Failure.USAGE,
                     "A PKCS#11 URI has an attribute once, not twice: " + name);
         }
     }
 
     // A text has its bytes as Latin-1; in a URI, a plus is a plus.
-    private static String decode(String text) {
+    private static String decode(String name, String text) {
         try {
             return URLDecoder.decode(latin1(text).replace("+", "%2B"), "ISO-8859-1");
         } catch (IllegalArgumentException | UnsupportedEncodingException e) {
-            throw new IllegalArgumentException("In a PKCS#11 URI, two hexadecimal digits follow %: " + text, e);
+            throw new IllegalArgumentException("In a PKCS#11 URI, two hexadecimal digits follow %: " + name, e);
         }
     }
 
