@@ -5,8 +5,7 @@ import picocli.CommandLine.*;
 import picocli.CommandLine.Model.CommandSpec;
 
 abstract class Group implements Runnable {
-    @Spec
-    private CommandSpec spec;
+    @Spec private CommandSpec spec;
 
     @Option(names = {"-h", "--help"}, usageHelp = true, description = "Show this help.") private boolean help;
 

@@ -36,6 +36,8 @@ public final class Main extends DataCommands {
         command.getCommandSpec().version("zerlin " + VERSION);
         command.setColorScheme(Help.defaultColorScheme(Output.hasColours() ? Help.Ansi.ON : Help.Ansi.OFF));
         command.setUsageHelpWidth(100).setUsageHelpLongOptionsMaxWidth(30);
+        command.getHelpSectionMap().put(Model.UsageMessageSpec.SECTION_KEY_COMMAND_LIST,
+                help -> help.commandList(new TreeMap<>(help.subcommands())));
         command.setParameterExceptionHandler((e, all) -> report(e, Failure.USAGE, verbose));
         command.setExecutionExceptionHandler((e, line, parsed) -> {
             Throwable cause = e instanceof ExecutionException ? e.getCause() : e; // picocli has wrapped an Error
