@@ -16,10 +16,22 @@ using recorder::Argument, recorder::script;
 using Lines = std::vector<std::string>;
 using Arguments = std::span<const Argument>; // of a Cryptoki call
 
-jobject session(JNIEnv* env, jlong value = 41);
-jobject object(JNIEnv* env, jlong value);
-jobject longRef(JNIEnv* env, jlong value);
-jobject mechanismType(JNIEnv* env, jlong value);
+inline jobject session(JNIEnv* env, jlong value = 41)
+{
+    return make(env, "halvorn/zerlin/CK_SESSION_HANDLE", "(J)V", value);
+}
+inline jobject object(JNIEnv* env, jlong value)
+{
+    return make(env, "halvorn/zerlin/CK_OBJECT_HANDLE", "(J)V", value);
+}
+inline jobject longRef(JNIEnv* env, jlong value)
+{
+    return make(env, "halvorn/zerlin/LongRef", "(J)V", value);
+}
+inline jobject mechanismType(JNIEnv* env, jlong value)
+{
+    return make(env, "halvorn/zerlin/constants/CK_MECHANISM_TYPE", "(J)V", value);
+}
 
 // The object that a static Java method returns.
 template <typename... Arguments>
@@ -35,7 +47,21 @@ jobject callStatic(
 }
 
 // The objects as Java prints them, arrays with their contents: "[session 5, [1, 2], null]".
-std::string text(JNIEnv* env, const std::vector<jobject>& shown);
+inline std::string text(JNIEnv* env, const std::vector<jobject>& shown)
+{
+    const jobject all = objects(env, "java/lang/Object", shown);
+    const jobject printed =
+        callStatic(env, "java/util/Arrays", "deepToString", "([Ljava/lang/Object;)Ljava/lang/String;", all);
+    return toString(env, static_cast<jstring>(printed));
+}
+
+// Overwrites the stack below, where the next call finds what is then not zero by chance.
+[[gnu::noinline]] inline void dirtyStack()
+{
+    char rubbish[1 << 16];
+    std::memset(rubbish, 0x5a, sizeof rubbish);
+    __asm__ volatile("" : : "r"(rubbish) : "memory");
+}
 
 // A native with its arguments.
 struct Call {
@@ -43,8 +69,19 @@ struct Call {
     std::vector<jvalue> arguments;
     std::vector<bool> areObjects;
 
-    jobject operator()(JNIEnv* env) const;
-    std::string objects(JNIEnv* env) const; // as Java prints them
+    jobject operator()(JNIEnv* env) const
+    {
+        dirtyStack();
+        return native(env, arguments);
+    }
+
+    std::string objects(JNIEnv* env) const
+    {
+        std::vector<jobject> shown;
+        for (std::size_t i = 0; i < arguments.size(); ++i)
+            if (areObjects[i]) shown.push_back(arguments[i].l);
+        return text(env, shown);
+    }
 };
 
 template <typename T>
@@ -69,15 +106,37 @@ Call call(
 }
 
 // Locking callbacks; see TestCallbacks.java.
-jobject callbacks(JNIEnv* env, const char* initials = "cdlu", jlong answer = 0, const char* mutex = "m");
+inline jobject callbacks(
+    JNIEnv* env, const char* initials = "cdlu", jlong answer = 0, const char* mutex = "m")
+{
+    return callStatic(env, "TestCallbacks", "answering",
+        "(Ljava/lang/String;Ljava/lang/Object;J)Lhalvorn/zerlin/CK_C_INITIALIZE_ARGS;", string(env, initials),
+        mutex == nullptr ? nullptr : string(env, mutex), answer);
+}
 
 // Registers them. Without them no exception can come out of the Cryptoki library.
-void initialiseWithCallbacks(JNIEnv* env);
+inline void initialiseWithCallbacks(JNIEnv* env)
+{
+    EXPECT_EQ(rvOf(env, call(NATIVE(C_1Initialize), callbacks(env))(env)), script().result);
+}
 
 // The native makes the one Cryptoki call of that line, and returns what the Cryptoki library returned.
-void expectCall(JNIEnv* env, const Call& made, const std::string& line);
+inline void expectCall(JNIEnv* env, const Call& made, const std::string& line)
+{
+    recorder::takeCalls();
+    script().result = 0x80000100;
+    EXPECT_EQ(rvOf(env, made(env)), 0x80000100) << line;
+    EXPECT_EQ(recorder::takeCalls(), Lines{line});
+}
 
 // The native returns CKR_ARGUMENTS_BAD, or the other value given, and does nothing else.
-void expectRefused(JNIEnv* env, const Call& made, CK_RV rv = CKR_ARGUMENTS_BAD);
+inline void expectRefused(JNIEnv* env, const Call& made, CK_RV rv = CKR_ARGUMENTS_BAD)
+{
+    const std::string before = made.objects(env);
+    recorder::takeCalls();
+    EXPECT_EQ(rvOf(env, made(env)), rv);
+    EXPECT_EQ(recorder::takeCalls(), Lines{});
+    EXPECT_EQ(made.objects(env), before);
+}
 
 } // namespace jni

@@ -1,5 +1,4 @@
-// What no other program runs on a real token: the vendor's functions, the small natives of CTUtil, and mechanism
-// parameters whose results the JDK checks.
+// What no other program runs on a real token: the vendor's functions, and the small natives of CTUtil.
 package halvorn.zerlin;
 
 import static org.junit.jupiter.api.Assertions.*;
@@ -7,15 +6,8 @@ import static token.FreshToken.*;
 import static token.TokenObjects.*;
 
 import halvorn.zerlin.constants.*;
-import halvorn.zerlin.params.*;
-import halvorn.zerlin.token.*;
 
-import java.security.*;
-import java.security.spec.*;
 import java.util.Arrays;
-
-import javax.crypto.Cipher;
-import javax.crypto.KeyAgreement;
 
 import org.junit.jupiter.api.*;
 
@@ -72,39 +64,5 @@ class SoftTokenTest {
         assertNotEquals((long) TEXT.length, length.value);
         byte[] name = bytes((array, room) -> CTUtil.CTU_GetAttributeTypeString(type, array, room));
         assertEquals(type, CTUtil.CTU_GetAttributeTypeValue(name));
-    }
-
-    @Test
-    void theJdkUnderstandsMechanismsWithParameters() throws Exception {
-        Session session = new Session(own);
-        KeyPairHandles rsa = session.generateKeyPair(new CK_MECHANISM(CKM.RSA_PKCS_KEY_PAIR_GEN),
-                new Attributes().with(CKA.MODULUS_BITS, 1024).with(CKA.PUBLIC_EXPONENT, new byte[] {1, 0, 1}),
-                new Attributes().yes(CKA.SIGN, CKA.DECRYPT));
-        Signature pss = Signature.getInstance("RSASSA-PSS");
-        pss.setParameter(new PSSParameterSpec("SHA-256", "MGF1", MGF1ParameterSpec.SHA256, 20, 1));
-        pss.initVerify(Keys.publicKey(session, rsa.publicKey));
-        pss.update(TEXT);
-        assertTrue(pss.verify(session.sign(new CK_MECHANISM(CKM.SHA256_RSA_PKCS_PSS,
-                new CK_RSA_PKCS_PSS_PARAMS(CKM.SHA256, CKG.MGF1_SHA256, 20)), rsa.privateKey, TEXT)));
-        Cipher oaep = Cipher.getInstance("RSA/ECB/OAEPWithSHA-1AndMGF1Padding");
-        oaep.init(Cipher.ENCRYPT_MODE, Keys.publicKey(session, rsa.publicKey));
-        assertArrayEquals(TEXT, session.decrypt(new CK_MECHANISM(CKM.RSA_PKCS_OAEP,
-                new CK_RSA_PKCS_OAEP_PARAMS(CKM.SHA_1, CKG.MGF1_SHA1, null)), rsa.privateKey, oaep.doFinal(TEXT)));
-
-        KeyPairHandles ec = session.generateKeyPair(new CK_MECHANISM(CKM.EC_KEY_PAIR_GEN),
-                new Attributes().with(CKA.EC_PARAMS, Der.oid("1.2.840.10045.3.1.7")), new Attributes().yes(CKA.DERIVE));
-        KeyPairGenerator generator = KeyPairGenerator.getInstance("EC");
-        generator.initialize(new ECGenParameterSpec("secp256r1"));
-        KeyPair other = generator.generateKeyPair();
-        KeyAgreement ecdh = KeyAgreement.getInstance("ECDH");
-        ecdh.init(other.getPrivate());
-        ecdh.doPhase(Keys.publicKey(session, ec.publicKey), true);
-        byte[] encoded = other.getPublic().getEncoded(); // ends with the point: 04, X and Y
-        CK_ECDH1_DERIVE_PARAMS point = new CK_ECDH1_DERIVE_PARAMS(CKD.NULL, null,
-                Arrays.copyOfRange(encoded, encoded.length - 65, encoded.length));
-        CK_OBJECT_HANDLE secret = session.derive(new CK_MECHANISM(CKM.ECDH1_DERIVE_STD, point), ec.privateKey,
-                Attributes.of(CKO.SECRET_KEY).with(CKA.KEY_TYPE, CKK.GENERIC_SECRET).with(CKA.VALUE_LEN, 32)
-                        .yes(CKA.EXTRACTABLE).no(CKA.SENSITIVE));
-        assertArrayEquals(ecdh.generateSecret(), session.read(secret, CKA.VALUE).bytes(CKA.VALUE));
     }
 }

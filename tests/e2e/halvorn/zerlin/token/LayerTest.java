@@ -10,10 +10,8 @@ import halvorn.zerlin.*;
 import halvorn.zerlin.constants.*;
 
 import java.io.*;
-import java.lang.management.ManagementFactory;
 import java.lang.reflect.Field;
 import java.math.BigInteger;
-import java.nio.file.*;
 import java.security.MessageDigest;
 import java.security.PublicKey;
 import java.security.Signature;
@@ -25,11 +23,8 @@ import javax.crypto.Mac;
 import javax.crypto.spec.IvParameterSpec;
 import javax.crypto.spec.SecretKeySpec;
 
-import com.sun.management.HotSpotDiagnosticMXBean;
-
 import org.junit.jupiter.api.*;
 import org.junit.jupiter.api.function.Executable;
-import org.junit.jupiter.api.io.TempDir;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.*;
 
@@ -380,25 +375,6 @@ class LayerTest {
             assertArrayEquals(new byte[wiped.length], wiped);
         }
         assertTrue(session.isLoggedIn());
-    }
-
-    // The test itself keeps only the letters' numbers.
-    @Test
-    void noCopyOfAPinStaysInTheHeap(@TempDir Path folder) throws Exception {
-        byte[] letters = new Random().ints(12, 0, 26).collect(ByteArrayOutputStream::new,
-                ByteArrayOutputStream::write, (a, b) -> { }).toByteArray();
-        char[] pin = new char[letters.length];
-        for (int i = 0; i < pin.length; i++) {
-            pin[i] = (char) ('a' + letters[i]);
-        }
-        assertThrows(CryptokiException.class, () -> session.login(CKU.USER, pin));
-        Path dump = folder.resolve("heap.hprof");
-        ManagementFactory.getPlatformMXBean(HotSpotDiagnosticMXBean.class).dumpHeap(dump.toString(), false);
-        byte[] heap = Files.readAllBytes(dump);
-        for (int from = 0, same = 0; from < heap.length - pin.length; from++, same = 0) {
-            while (same < pin.length && heap[from + same] == 'a' + letters[same]) same++;
-            assertTrue(same < pin.length);
-        }
     }
 
     @Test
