@@ -1,9 +1,7 @@
 // Unwraps AES keys with the JDK and prints them: java Unwrap.java ALGORITHM KEY WRAPPED, repeated; KEY and WRAPPED are files.
 
-import java.nio.file.Files;
-import java.nio.file.Path;
-import java.security.Key;
-import java.security.KeyFactory;
+import java.nio.file.*;
+import java.security.*;
 import java.security.spec.PKCS8EncodedKeySpec;
 import java.util.HexFormat;
 import javax.crypto.Cipher;

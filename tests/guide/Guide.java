@@ -20,22 +20,17 @@ public final class Guide {
     public static void main(String[] arguments) throws Exception {
         Path page = Paths.get(arguments[0]);
         Path classes = Files.createDirectories(Paths.get(arguments[1]));
-        List<String> lines = Files.readAllLines(page);
-        String program = program(lines);
+        String program = program(Files.readAllLines(page));
         JavaFileObject source = new SimpleJavaFileObject(URI.create("page:///guide.md"), JavaFileObject.Kind.SOURCE) {
             @Override
             public CharSequence getCharContent(boolean ignoreEncodingErrors) {
                 return program;
             }
         };
-        DiagnosticCollector<JavaFileObject> found = new DiagnosticCollector<>();
         List<String> options = Arrays.asList("-source", "8", "-target", "8", "-Xlint:all,-options,-try", "-Werror",
                 "-cp", System.getProperty("java.class.path"), "-d", classes.toString());
         boolean compiled = ToolProvider.getSystemJavaCompiler()
-                .getTask(null, null, found, options, null, Collections.singletonList(source)).call();
-        for (Diagnostic<?> fault : found.getDiagnostics()) {
-            report(lines, fault.getLineNumber(), fault.getMessage(null));
-        }
+                .getTask(null, null, null, options, null, Collections.singletonList(source)).call();
         if (!compiled) System.exit(1);
         try (URLClassLoader loader = new URLClassLoader(new URL[] {classes.toUri().toURL()})) {
             Method main = loader.loadClass("Page").getDeclaredMethod("main", String[].class);
@@ -43,8 +38,6 @@ public final class Guide {
             main.invoke(null, (Object) new String[0]);
         } catch (InvocationTargetException failed) {
             failed.getCause().printStackTrace();
-            Arrays.stream(failed.getCause().getStackTrace()).filter(frame -> "guide.md".equals(frame.getFileName()))
-                    .findFirst().ifPresent(frame -> report(lines, frame.getLineNumber(), failed.getCause().toString()));
             System.exit(1);
         }
     }
@@ -67,10 +60,5 @@ public final class Guide {
         }
         // What the section with the marker declares, the later ones see.
         return program.toString().replaceFirst("(?s)// The code of this page goes here\\.\n}(.*?)\n} \\{", "\n$1\n{") + "}}}}}";
-    }
-
-    private static void report(List<String> page, long line, String fault) {
-        String heading = page.stream().limit(Math.max(0, line)).filter(text -> text.startsWith("## ")).reduce("", (a, b) -> b);
-        System.err.println("docs/guide.md, " + heading + ", line " + line + ": " + fault);
     }
 }

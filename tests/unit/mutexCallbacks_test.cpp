@@ -138,22 +138,6 @@ TEST_F(MutexCallbacks, aCallbackOutlivesItsRegistration)
     EXPECT_EQ(text(env, {callStatic(env, CALLBACKS, "takeCalls", TEXT)}), "[LockMutex(m) ]");
 }
 
-// As if another thread registered them during the call.
-TEST_F(MutexCallbacks, aCallRaisesTheExceptionOfCallbacksThatItDidNotBeginWith)
-{
-    const jobject args = callbacks(env, "cdlut"), length = longRef(env, 5);
-    script().C_GetSlotList = [&](auto, auto, CK_ULONG_PTR count) {
-        initialise(args);
-        CK_VOID_PTR mutex = nullptr;
-        EXPECT_EQ(given.CreateMutex(&mutex), CKR_MUTEX_BAD);
-        *count = 9;
-        return CKR_OK;
-    };
-    EXPECT_EQ(NATIVE(C_1GetSlotList)(env, nullptr, JNI_FALSE, nullptr, length), nullptr);
-    EXPECT_EQ(takeException(env), "java.lang.IllegalStateException: CreateMutex");
-    EXPECT_EQ(getLong(env, length, "value"), 5);
-}
-
 TEST_F(MutexCallbacks, aFailedInitialisationOrLoadLeavesNothing)
 {
     const auto work = [&, args = callbacks(env)] {

@@ -1,4 +1,4 @@
-// What no other program runs on a real token: the vendor's functions, and the small natives of CTUtil.
+// The vendor's functions on a real token.
 package halvorn.zerlin;
 
 import static org.junit.jupiter.api.Assertions.*;
@@ -7,12 +7,9 @@ import static token.TokenObjects.*;
 
 import halvorn.zerlin.constants.*;
 
-import java.util.Arrays;
-
 import org.junit.jupiter.api.*;
 
 class SoftTokenTest {
-    private static final byte[] TEXT = ascii("text");
     private static CK_SESSION_HANDLE own;
 
     @BeforeAll
@@ -45,24 +42,5 @@ class SoftTokenTest {
         third = openSession(find("third"), READ_WRITE);
         Cryptoki.CT_ResetToken(third, SO_PIN, SO_PIN.length, null).orThrow();
         assertEquals(0, tokenInfo(find("third")).flags & CKF.USER_PIN_INITIALIZED);
-    }
-
-    @Test
-    void singleAttributesSizesAndNamesComeBack() {
-        CK_OBJECT_HANDLE made = new CK_OBJECT_HANDLE();
-        createObject(own, made, CKA.CLASS, CKO.DATA, CKA.TOKEN, false, CKA.LABEL, "settings").orThrow();
-        CK_ATTRIBUTE_TYPE type = new CK_ATTRIBUTE_TYPE(CKA.LABEL);
-        CTUtil.CTU_SetAttributeValue(own, made, type, TEXT, TEXT.length).orThrow();
-        byte[] label = new byte[20];
-        LongRef length = new LongRef();
-        CTUtil.CTU_GetAttributeValue(own, made, type, label, label.length, length).orThrow();
-        assertArrayEquals(TEXT, Arrays.copyOf(label, (int) length.value));
-        CK_OBJECT_HANDLE found = new CK_OBJECT_HANDLE();
-        CTUtil.CTU_FindObject(own, new CK_OBJECT_CLASS(CKO.DATA), TEXT, found).orThrow();
-        assertEquals(made, found);
-        Cryptoki.C_GetObjectSize(own, made, length).orThrow();
-        assertNotEquals((long) TEXT.length, length.value);
-        byte[] name = bytes((array, room) -> CTUtil.CTU_GetAttributeTypeString(type, array, room));
-        assertEquals(type, CTUtil.CTU_GetAttributeTypeValue(name));
     }
 }

@@ -14,7 +14,6 @@ import halvorn.zerlin.params.*;
 
 import java.security.*;
 import java.security.spec.*;
-import java.util.Arrays;
 import java.util.stream.Stream;
 
 import javax.crypto.*;
@@ -112,18 +111,6 @@ class ModernMechanismsTest {
                 Cipher jdk = Cipher.getInstance("AES/KWP/NoPadding");
                 jdk.init(Cipher.UNWRAP_MODE, new SecretKeySpec(SECRET, "AES"));
                 assertArrayEquals(block, jdk.unwrap(wrapped, "AES", Cipher.SECRET_KEY).getEncoded());
-            }), test(CKM.EDDSA, "Ed25519", () -> {
-                byte[] ed25519 = Der.oid("1.3.101.112");
-                KeyPairHandles keys = session.generateKeyPair(new CK_MECHANISM(CKM.EC_EDWARDS_KEY_PAIR_GEN),
-                    new Attributes().with(CKA.EC_PARAMS, ed25519), new Attributes().yes(CKA.SIGN));
-                byte[] point = session.read(keys.publicKey, CKA.EC_POINT).bytes(CKA.EC_POINT);
-                byte[] encoded = Der.sequence(Der.sequence(ed25519), Der.bitString(Arrays.copyOfRange(point, 2, 34)));
-                Signature jdk = Signature.getInstance("Ed25519");
-                jdk.initVerify(KeyFactory.getInstance("Ed25519").generatePublic(new X509EncodedKeySpec(encoded)));
-                for (Object parameter : new Object[] {null, new CK_EDDSA_PARAMS(false, null)}) {
-                    jdk.update(TEXT);
-                    assertTrue(jdk.verify(session.sign(new CK_MECHANISM(CKM.EDDSA, parameter), keys.privateKey, TEXT)));
-                }
             }));
     }
 }
